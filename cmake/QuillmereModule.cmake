@@ -1,0 +1,41 @@
+# quillmere_module(NAME [DEPS target...] [TEST_DEPS target...])
+#
+# One library for the folder that calls it: every *.cpp beside the CMakeLists.txt, told apart by suffix.
+#   x.cpp         goes into the library quillmere_NAME
+#   x_test.cpp    goes into the test program NAME_test, run by ctest
+#   x_fuzz.cpp    becomes the fuzz target x_fuzz (only with QUILLMERE_FUZZ)
+# DEPS name the only modules whose headers the folder may include.
+function(quillmere_module name)
+    cmake_parse_arguments(ARG "" "" "DEPS;TEST_DEPS" ${ARGN})
+    file(GLOB all CONFIGURE_DEPENDS RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}" "*.cpp")
+    set(sources ${all})
+    list(FILTER sources EXCLUDE REGEX "_(test|fuzz|bench)\\.cpp$")
+    set(tests ${all})
+    list(FILTER tests INCLUDE REGEX "_test\\.cpp$")
+    set(fuzzers ${all})
+    list(FILTER fuzzers INCLUDE REGEX "_fuzz\\.cpp$")
+
+    add_library(quillmere_${name} STATIC ${sources})
+    target_include_directories(quillmere_${name} PUBLIC "${CMAKE_SOURCE_DIR}/src")
+    target_link_libraries(quillmere_${name} PUBLIC ${ARG_DEPS})
+
+    if(QUILLMERE_TESTS AND tests)
+        quillmere_test(${name}_test SOURCES ${tests} DEPS quillmere_${name} ${ARG_TEST_DEPS})
+    endif()
+    if(QUILLMERE_FUZZ)
+        foreach(source ${fuzzers})
+            get_filename_component(target "${source}" NAME_WE)
+            add_executable(${target} ${source})
+            target_link_libraries(${target} PRIVATE quillmere_${name} ${ARG_TEST_DEPS})
+            target_link_options(${target} PRIVATE -fsanitize=fuzzer)
+        endforeach()
+    endif()
+endfunction()
+
+# quillmere_test(NAME SOURCES file... DEPS target...): a GoogleTest program whose cases ctest runs one by one.
+function(quillmere_test name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;DEPS" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE ${ARG_DEPS} quillmere_test_support GTest::gtest_main)
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
+endfunction()

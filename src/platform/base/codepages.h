@@ -1,0 +1,32 @@
+// platform/base/codepages.h: conversions between code pages and text, by table.
+#pragma once
+#include "platform/base/text.h"
+
+#include <optional>
+
+namespace platform {
+
+// The system ANSI code page: the override if there is one (setAnsiCodePage, else the environment
+// variable QUILLMERE_CODE_PAGE), else the page that goes with the user's language, 1252 for any
+// language without one.
+[[nodiscard]] std::uint32_t GetACP();
+// False, and nothing changes, for a page that codePageKnown does not know.
+bool setAnsiCodePage(std::optional<std::uint32_t> page);
+[[nodiscard]] bool codePageKnown(std::uint32_t page);
+// The page that goes with a locale name such as "ru_RU.UTF-8"; 1252 for "C" and everything unknown.
+[[nodiscard]] std::uint32_t codePageOfLocale(std::string_view locale);
+
+// Bytes to text and back. Nothing fails: a byte that the page lacks becomes U+FFFD, a unit that the
+// page lacks '?'. Page 1252 maps its five undefined bytes to the control units of the same number
+// and back. Double-byte pages (932, 936, 949, 950) join lead and trail bytes. An unknown page acts
+// as 1252.
+[[nodiscard]] Text bytesToText(const std::uint8_t* bytes, std::size_t count, std::uint32_t page);
+[[nodiscard]] Bytes textToBytes(TextView s, std::uint32_t page);
+
+// For a page of single bytes: the unit of each of the 256 bytes. Null for a double-byte page.
+[[nodiscard]] const char16_t* singleByteTable(std::uint32_t page);
+
+// out[i] = table[bytes[i]] for count bytes; runs of ASCII are widened 16 at a time.
+void widenBytes(const std::uint8_t* bytes, std::size_t count, const char16_t* table, char16_t* out);
+
+}  // namespace platform

@@ -1,0 +1,46 @@
+#include "support/TempDir.h"
+
+#include "platform/base/paths.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sstream>
+
+namespace test {
+
+TempDir::TempDir() {
+    std::string name = (std::filesystem::temp_directory_path() / "quillmere-XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary directory");
+    m_path = name;
+}
+
+TempDir::~TempDir() {
+    namespace fs = std::filesystem;
+    std::error_code ignored;
+    for (auto it = fs::recursive_directory_iterator(m_path, ignored);
+         it != fs::recursive_directory_iterator(); it.increment(ignored)) {
+        if (it->is_directory(ignored) && !it->is_symlink(ignored)) {
+            fs::permissions(it->path(), fs::perms::owner_all, ignored);
+        }
+    }
+    fs::remove_all(m_path, ignored);
+}
+
+Text TempDir::inside(std::string_view name) const {
+    return platform::pathFromSystem((m_path / name).string());
+}
+
+void TempDir::write(std::string_view name, std::string_view bytes) const {
+    std::ofstream(m_path / name, std::ios::binary) << bytes;
+}
+
+std::string TempDir::read(std::string_view name) const {
+    std::ifstream in(m_path / name, std::ios::binary);
+    EXPECT_TRUE(in.good()) << "cannot read " << name;
+    std::ostringstream all;
+    all << in.rdbuf();
+    return std::move(all).str();
+}
+
+}  // namespace test

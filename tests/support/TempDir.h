@@ -1,0 +1,27 @@
+// tests/support/TempDir.h: a fresh directory for one test, removed with all that is in it.
+#pragma once
+#include "platform/base/text.h"
+
+#include <filesystem>
+#include <string_view>
+
+namespace test {
+
+class TempDir {
+public:
+    TempDir();
+    ~TempDir();
+    TempDir(const TempDir&) = delete;
+    TempDir& operator=(const TempDir&) = delete;
+
+    [[nodiscard]] const std::filesystem::path& path() const { return m_path; }
+    // The path of a name in the directory, in the inside form (backslashes).
+    [[nodiscard]] Text inside(std::string_view name) const;
+    void write(std::string_view name, std::string_view bytes) const;
+    [[nodiscard]] std::string read(std::string_view name) const;  // fails the test when it cannot
+
+private:
+    std::filesystem::path m_path;
+};
+
+}  // namespace test
