@@ -2,6 +2,7 @@
 
 #include "platform/base/paths.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -28,7 +29,12 @@ TempDir::~TempDir() {
 }
 
 Text TempDir::inside(std::string_view name) const {
-    return platform::pathFromSystem((m_path / name).string());
+    Text path = platform::pathFromSystem((m_path / name).string());
+    for (const char wildcard : {'*', '?'}) {
+        const Text escaped = platform::pathFromSystem(std::string_view(&wildcard, 1));
+        std::replace(path.begin(), path.end(), escaped[0], static_cast<char16_t>(wildcard));
+    }
+    return path;
 }
 
 void TempDir::write(std::string_view name, std::string_view bytes) const {

@@ -15,7 +15,8 @@ public:
     TempDir& operator=(const TempDir&) = delete;
 
     [[nodiscard]] const std::filesystem::path& path() const { return m_path; }
-    // The path of a name in the directory, in the inside form (backslashes).
+    // The path of a name in the directory, in the inside form (backslashes). * and ? in it are
+    // wildcards.
     [[nodiscard]] Text inside(std::string_view name) const;
     void write(std::string_view name, std::string_view bytes) const;
     [[nodiscard]] std::string read(std::string_view name) const;  // fails the test when it cannot

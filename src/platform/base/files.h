@@ -1,7 +1,9 @@
 // platform/base/files.h: files and directories by the names under which the file layer calls them.
 //
 // Paths are the inside form: backslashes, optionally with the long-path prefix \\?\ (paths.h maps
-// them to the system's own names). No operation here raises; each says what it returns on failure.
+// them to the system's own names, and tells which no file can have; those fail everywhere here).
+// No operation raises; each says what it returns on failure. All of them, and the handles, belong
+// to one thread. A handle that was closed is never mistaken for a newer one.
 #pragma once
 #include "platform/base/text.h"
 
@@ -27,6 +29,7 @@ enum : std::uint32_t {
     FILE_ATTRIBUTE_DIRECTORY = 0x10,
     FILE_ATTRIBUTE_ARCHIVE = 0x20,
     FILE_ATTRIBUTE_NORMAL = 0x80,
+    FILE_ATTRIBUTE_REPARSE_POINT = 0x400,
     FILE_ATTRIBUTE_COMPRESSED = 0x800,
     FILE_ATTRIBUTE_ENCRYPTED = 0x4000,
     INVALID_FILE_ATTRIBUTES = 0xFFFFFFFF,
@@ -40,10 +43,13 @@ enum : std::uint32_t {
     MOVEFILE_WRITE_THROUGH = 8,
 };
 
-// Opens a regular file (or a device such as /dev/full). A directory fails, whatever the access
-// asked for. access is GENERIC_READ, GENERIC_WRITE or both; creation one of CREATE_NEW to
-// TRUNCATE_EXISTING. share is taken and not enforced: the systems underneath do not lock files that
-// are open. Returns INVALID_HANDLE_VALUE on failure.
+// Opens a regular file or a character device such as /dev/full. Directories, pipes, sockets and
+// block devices fail, whatever the access asked for, and nothing ever waits for a partner. access
+// is GENERIC_READ, GENERIC_WRITE or both; creation one of CREATE_NEW to TRUNCATE_EXISTING. Opening
+// an existing file without any write permission for writing fails, for privileged users too. The
+// two creations that empty an existing file need GENERIC_WRITE and do it in place: the file keeps
+// its identity and permissions, and a link its target. share and flags are taken and not enforced:
+// the systems underneath do not lock files that are open. Returns INVALID_HANDLE_VALUE on failure.
 [[nodiscard]] FileHandle CreateFileW(TextView path, std::uint32_t access, std::uint32_t share,
                                      std::uint32_t creation, std::uint32_t flags);
 bool CloseHandle(FileHandle file);
@@ -67,21 +73,32 @@ std::uint32_t GetFileSize(FileHandle file, std::uint32_t& high);
 bool SetEndOfFile(FileHandle file);      // cuts or grows the file at its position
 bool FlushFileBuffers(FileHandle file);  // waits until the data is on the disk
 
-// Copies bytes and permissions. With bFailIfExists an existing target makes it fail. A target that
-// could not be written whole is a failure. Copying a file onto itself fails and loses nothing.
+// Copies bytes and permissions of a regular file. With bFailIfExists an existing target makes it
+// fail, and a read-only target always does. A target that could not be written whole is a failure;
+// if it is new it is removed again. Copying a file onto itself fails and loses nothing.
 [[nodiscard]] bool CopyFileW(TextView from, TextView to, bool bFailIfExists);
-// A file without write permission is not deleted; a directory never is.
+// Deletes a file, of a link the link alone. Nothing that GetFileAttributesW calls read-only or a
+// directory is deleted.
 [[nodiscard]] bool DeleteFileW(TextView path);
-// MoveFileW fails when the target exists. MoveFileExW takes the MOVEFILE_ flags.
+// Files and directories. MoveFileW fails when the target exists and moves files to other file
+// systems by copying. MoveFileExW takes the MOVEFILE_ flags: MOVEFILE_REPLACE_EXISTING replaces a
+// file that is neither a directory nor read-only; only with MOVEFILE_COPY_ALLOWED a file (never a
+// directory) goes to another file system, by a copy that keeps its times and is then on the disk if
+// MOVEFILE_WRITE_THROUGH says so. If the original cannot be deleted after that, both stay and the
+// result is false.
 [[nodiscard]] bool MoveFileW(TextView from, TextView to);
 [[nodiscard]] bool MoveFileExW(TextView from, TextView to, std::uint32_t flags);
 [[nodiscard]] bool CreateDirectoryW(TextView path);  // fails when it exists
-[[nodiscard]] bool RemoveDirectoryW(TextView path);  // only an empty one
+// Only an empty one; of a link to a directory the link alone, whatever the directory holds.
+[[nodiscard]] bool RemoveDirectoryW(TextView path);
 
-// Read-only: no write permission. Hidden: a leading dot. Directory: by the link's target.
-// FILE_ATTRIBUTE_NORMAL when no other bit applies. INVALID_FILE_ATTRIBUTES on failure.
+// Read-only: no write permission for anyone. Hidden: a leading dot. Directory: a directory, or a
+// link to one. FILE_ATTRIBUTE_REPARSE_POINT: a link; the other bits are then its target's, or its
+// own when that leads nowhere. FILE_ATTRIBUTE_NORMAL when no other bit applies.
+// INVALID_FILE_ATTRIBUTES on failure.
 [[nodiscard]] std::uint32_t GetFileAttributesW(TextView path);
-// Only FILE_ATTRIBUTE_READONLY can be set and cleared; other bits are taken without effect.
+// Only FILE_ATTRIBUTE_READONLY can be set (nobody may write any more) and cleared (the owner may
+// again, if nobody could); other bits are taken without effect. Of a link, the target's.
 bool SetFileAttributesW(TextView path, std::uint32_t attributes);
 
 // Both fill a buffer of `size` units, end it with a NUL and return the length without it; when the

@@ -17,25 +17,34 @@ struct SYSTEMTIME {
 
 struct WIN32_FIND_DATAW {
     std::uint32_t dwFileAttributes = 0;  // as GetFileAttributesW
+    // Creation is the file's birth, or its earliest mark where the file system keeps none.
     FILETIME ftCreationTime, ftLastAccessTime, ftLastWriteTime;
-    std::uint32_t nFileSizeHigh = 0, nFileSizeLow = 0;
-    Text cFileName;  // without a path, in the inside form
+    std::uint32_t nFileSizeHigh = 0, nFileSizeLow = 0;  // 0 for a directory
+    Text cFileName;                                     // without a path, in the inside form
 };
 
 using FindHandle = std::int32_t;  // above 0; INVALID_HANDLE_VALUE (files.h) stands for none
 
-// The last element of the pattern may hold * and ?; *.* matches every name. Exact case. The matches
-// are found sorted by name (by UTF-16 units), "." and ".." first, when the pattern matches them.
-// INVALID_HANDLE_VALUE when nothing matches or the directory cannot be read.
+// The last element of the pattern may hold * and ? (matchesPattern tells the rules; case counts).
+// The matches are found sorted by name (by UTF-16 units), "." and ".." first, when the pattern
+// matches them. A pattern without wildcards is one look-up of that name, whatever else the
+// directory holds. INVALID_HANDLE_VALUE when nothing matches, the directory cannot be read, or the
+// pattern ends in a backslash and so names nothing in it.
 [[nodiscard]] FindHandle FindFirstFileW(TextView pattern, WIN32_FIND_DATAW& data);
 bool FindNextFileW(FindHandle handle, WIN32_FIND_DATAW& data);  // false at the end
 bool FindClose(FindHandle handle);
 
-bool FileTimeToLocalFileTime(const FILETIME& utc,
-                             FILETIME& local);  // by the rules in force at that time
+// Both are false, and change nothing, for a time with the top bit set; the first also where the
+// local time would lie before 1601. The offset is the one in force in the user's zone at that time.
+bool FileTimeToLocalFileTime(const FILETIME& utc, FILETIME& local);
 bool FileTimeToSystemTime(const FILETIME& time, SYSTEMTIME& parts);
 
-// Whether name matches a pattern of literal units, * and ?.
+// Whether name matches a pattern of literal units, * and ?:
+//   *    any units, none included; directly before a dot it does not run over the name's last dot
+//   ?    one unit other than a dot; nothing before a dot and at the end, so a??.txt matches a.txt
+//   .    a dot; also nothing at the end of the name, when a wildcard follows it or "*." ends the
+//        pattern: *.* matches every name, *. those without a dot
+// The cost is at most the product of the two lengths.
 [[nodiscard]] bool matchesPattern(TextView name, TextView pattern);
 
 }  // namespace platform

@@ -9,7 +9,8 @@ namespace platform {
 std::uint32_t GetModuleFileNameW(std::uint32_t size, char16_t* buffer);
 
 // The whole command line as one text: each argument in double quotes when it holds a blank or is
-// empty, joined by blanks. Paths stand in the inside form (paths.h).
+// empty, joined by blanks. Every argument stands in the inside form (paths.h), in which no name
+// holds a double quote. Empty on failure.
 [[nodiscard]] Text GetCommandLineW();
 
 }  // namespace platform

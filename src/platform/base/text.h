@@ -14,6 +14,7 @@ using Bytes = std::vector<std::uint8_t>;
 // UTF-8 for messages and results. Surrogate pairs become four bytes, a lone surrogate becomes
 // U+FFFD.
 [[nodiscard]] std::string toUtf8(TextView s);
+void appendUtf8(TextView s, std::string& to);
 
 // Text from UTF-8. Malformed bytes become U+FFFD, one for each byte that cannot be used.
 [[nodiscard]] Text fromUtf8(std::string_view s);

@@ -1,0 +1,52 @@
+#include "platform/base/collation.h"
+
+#include "platform/base/internal.h"
+
+#include <memory>
+#include <unicode/ucol.h>
+
+namespace platform {
+namespace {
+
+using Collator = std::unique_ptr<UCollator, decltype(&ucol_close)>;
+
+Collator openCollator() {
+    std::string locale = internal::userLocale("LC_COLLATE");
+    if (locale == "C" || locale == "POSIX" || locale.starts_with("C.")) locale = "root";
+    UErrorCode status = U_ZERO_ERROR;
+    Collator collator(ucol_open(locale.c_str(), &status), &ucol_close);
+    if (U_SUCCESS(status)) ucol_setStrength(collator.get(), UCOL_SECONDARY);
+    return collator;
+}
+
+Collator& slot() {
+    static Collator collator(nullptr, &ucol_close);
+    return collator;
+}
+
+const UCollator* collator() {
+    if (slot() == nullptr) slot() = openCollator();
+    return slot().get();
+}
+
+}  // namespace
+
+void internal::forgetCollator() { slot().reset(); }
+
+int compareText(TextView a, TextView b) {
+    return ucol_strcoll(collator(), a.data(), static_cast<std::int32_t>(a.size()), b.data(),
+                        static_cast<std::int32_t>(b.size()));
+}
+
+void appendSortKey(TextView s, Bytes& to) {
+    const auto length = static_cast<std::int32_t>(s.size());
+    const std::size_t start = to.size();
+    to.resize(start + s.size() * 3 + 8);  // enough for most texts
+    const auto room = static_cast<std::int32_t>(to.size() - start);
+    const std::int32_t needed =
+        ucol_getSortKey(collator(), s.data(), length, to.data() + start, room);
+    to.resize(start + static_cast<std::size_t>(needed));
+    if (needed > room) ucol_getSortKey(collator(), s.data(), length, to.data() + start, needed);
+}
+
+}  // namespace platform
