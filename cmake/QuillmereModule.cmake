@@ -22,6 +22,7 @@ function(quillmere_module name)
     add_library(quillmere_${name} STATIC ${sources})
     target_include_directories(quillmere_${name} PUBLIC "${CMAKE_SOURCE_DIR}/src")
     target_link_libraries(quillmere_${name} PUBLIC ${ARG_DEPS})
+    quillmere_headers(quillmere_${name} "${CMAKE_SOURCE_DIR}/src")
 
     if(QUILLMERE_TESTS AND tests)
         quillmere_test(${name}_test SOURCES ${tests} DEPS quillmere_${name} ${ARG_TEST_DEPS})
@@ -34,6 +35,14 @@ function(quillmere_module name)
             target_link_options(${target} PRIVATE -fsanitize=fuzzer)
         endforeach()
     endif()
+endfunction()
+
+# quillmere_headers(TARGET BASE): names the folder's headers, so that the target
+# all_verify_interface_header_sets builds each of them alone (./dev lint).
+function(quillmere_headers target base)
+    file(GLOB headers CONFIGURE_DEPENDS "*.h")
+    target_sources(${target} PUBLIC FILE_SET HEADERS BASE_DIRS "${base}" FILES ${headers})
+    set_target_properties(${target} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
 endfunction()
 
 # quillmere_test(NAME SOURCES file... DEPS target...): a GoogleTest program whose cases ctest runs one by one.
