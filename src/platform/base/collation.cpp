@@ -3,6 +3,7 @@
 #include "platform/base/internal.h"
 
 #include <memory>
+#include <stdexcept>
 #include <unicode/ucol.h>
 
 namespace platform {
@@ -10,12 +11,20 @@ namespace {
 
 using Collator = std::unique_ptr<UCollator, decltype(&ucol_close)>;
 
-Collator openCollator() {
-    std::string locale = internal::userLocale("LC_COLLATE");
-    if (locale == "C" || locale == "POSIX" || locale.starts_with("C.")) locale = "root";
+Collator openCollator(const char* locale) {
     UErrorCode status = U_ZERO_ERROR;
-    Collator collator(ucol_open(locale.c_str(), &status), &ucol_close);
+    Collator collator(ucol_open(locale, &status), &ucol_close);
     if (U_SUCCESS(status)) ucol_setStrength(collator.get(), UCOL_SECONDARY);
+    return collator;
+}
+
+// The locale of programs stands for no language; neither does a name that ICU cannot read.
+Collator openUsersCollator() {
+    const std::string locale = internal::userLocale("LC_COLLATE");
+    const bool ofPrograms = locale == "C" || locale == "POSIX" || locale.starts_with("C.");
+    Collator collator = openCollator(ofPrograms ? "root" : locale.c_str());
+    if (collator == nullptr) collator = openCollator("root");
+    if (collator == nullptr) throw std::runtime_error("ICU has no collation data");
     return collator;
 }
 
@@ -25,7 +34,7 @@ Collator& slot() {
 }
 
 const UCollator* collator() {
-    if (slot() == nullptr) slot() = openCollator();
+    if (slot() == nullptr) slot() = openUsersCollator();
     return slot().get();
 }
 

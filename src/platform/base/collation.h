@@ -1,4 +1,5 @@
-// platform/base/collation.h: the order of texts for a person.
+// platform/base/collation.h: the order of texts for a person. Both operations raise
+// std::runtime_error when ICU was installed without its data, and nothing else.
 #pragma once
 #include "platform/base/text.h"
 

@@ -1,13 +1,31 @@
 #include "platform/base/process.h"
 
+#include "platform/base/internal.h"
 #include "platform/base/paths.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace platform {
+namespace {
+
+// All bytes of one of the files in which the system tells about the process; empty on failure.
+std::string readAll(const char* systemPath) {
+    const internal::Descriptor file(::open(systemPath, O_RDONLY | O_CLOEXEC));
+    std::string all;
+    char part[4096];
+    while (file) {
+        const ssize_t got =
+            internal::retried([&] { return ::read(file.get(), part, sizeof part); });
+        if (got < 0) return {};
+        if (got == 0) break;
+        all.append(part, static_cast<std::size_t>(got));
+    }
+    return all;
+}
+
+}  // namespace
 
 std::uint32_t GetModuleFileNameW(std::uint32_t size, char16_t* buffer) {
     if (size == 0) return 0;
@@ -29,8 +47,7 @@ std::uint32_t GetModuleFileNameW(std::uint32_t size, char16_t* buffer) {
 }
 
 Text GetCommandLineW() {
-    std::ifstream file("/proc/self/cmdline", std::ios::binary);
-    const std::string all{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    const std::string all = readAll("/proc/self/cmdline");
     Text line;
     std::string_view rest = all;
     while (!rest.empty()) {

@@ -1,0 +1,73 @@
+#include "platform/base/process.h"
+
+#include "platform/base/clock.h"
+#include "platform/base/paths.h"
+#include "platform/base/testhooks.h"
+#include "platform/base/version.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+using namespace platform;
+
+TEST(process, TheProgramsOwnFileIsToldAndCutToTheBuffer) {
+    const Text own = pathFromSystem(std::filesystem::read_symlink("/proc/self/exe").string());
+    Text buffer(2048, u'#');
+    EXPECT_EQ(GetModuleFileNameW(2048, buffer.data()), own.size());
+    EXPECT_EQ(Text(buffer.c_str()), own);
+    EXPECT_EQ(GetModuleFileNameW(5, buffer.data()), 4u);
+    EXPECT_EQ(Text(buffer.c_str()), own.substr(0, 4));
+    EXPECT_EQ(GetModuleFileNameW(0, nullptr), 0u);
+}
+
+// Started anew with other arguments, the program prints its command line.
+TEST(process, TheCommandLineQuotesBlanksAndHoldsPathsInTheInsideForm) {
+    const std::string own = std::filesystem::read_symlink("/proc/self/exe").string();
+    const std::string command = "QUILLMERE_PRINT_COMMAND_LINE=1 '" + own +
+                                "' --gtest_filter='*PrintsItsCommandLine*' /a/b.lng 'a b' '' 'q\"*'"
+                                " \"$(printf 'x\\351 ')\"";
+    FILE* const pipe = ::popen(command.c_str(), "r");
+    ASSERT_NE(pipe, nullptr);
+    std::string output;
+    for (int c = 0; (c = std::fgetc(pipe)) != EOF;) output += static_cast<char>(c);
+    EXPECT_EQ(::pclose(pipe), 0);
+    const Text inside = pathFromSystem(own);
+    const std::string program =
+        toUtf8(inside.find(u' ') == Text::npos ? inside : u'"' + inside + u'"');
+    EXPECT_NE(
+        output.find("line: " + program +
+                    " --gtest_filter=\uEF2APrintsItsCommandLine\uEF2A \\a\\b.lng \"a b\" \"\" "
+                    "q\uEF22\uEF2A \"x\uEFE9 \"\n"),
+        std::string::npos)
+        << output;
+}
+
+TEST(process, PrintsItsCommandLine) {
+    const std::string line = toUtf8(GetCommandLineW());
+    EXPECT_NE(line.find("platform_base_test"), std::string::npos);
+    if (std::getenv("QUILLMERE_PRINT_COMMAND_LINE") != nullptr)
+        std::printf("line: %s\n", line.c_str());
+}
+
+TEST(version, IsACurrentOneUnlessATestSaysOtherwise) {
+    OSVERSIONINFOA info;
+    {
+        const test::HookScope hooks;
+        test::setVersion(OSVERSIONINFOA{4, 10, VER_PLATFORM_WIN32_WINDOWS});
+        EXPECT_TRUE(GetVersionExA(info));
+        EXPECT_EQ(info.dwMinorVersion, 10u);
+        test::failVersionQuery(true);
+        EXPECT_FALSE(GetVersionExA(info));
+    }
+    EXPECT_TRUE(GetVersionExA(info));
+    EXPECT_EQ(info.dwPlatformId, VER_PLATFORM_WIN32_NT);
+    EXPECT_GT(info.dwMajorVersion, 5u);
+}
+
+TEST(clock, RunsForwardUnlessATestHoldsIt) {
+    const std::uint32_t before = GetTickCount();
+    EXPECT_LT(GetTickCount() - before, 60'000u);
+    const test::HookScope hooks;
+    test::setTickCount(0xFFFFFFFF);
+    EXPECT_EQ(GetTickCount(), 0xFFFFFFFFu);
+}
