@@ -357,9 +357,11 @@ Bytes textToBytes(TextView s, std::uint32_t page) {
     Bytes result(s.size());
     for (std::size_t i = 0; i < s.size();) {
         i += internal::narrowAscii(s.data() + i, s.size() - i, result.data() + i);
-        for (; i < s.size() && s[i] >= 0x80; ++i) {
+        // One by one until ASCII comes in pairs: in a text of another script, blanks stand alone.
+        for (; i < s.size(); ++i) {
+            if (s[i] < 0x80 && i + 1 < s.size() && s[i + 1] < 0x80) break;
             const std::uint8_t byte = reverse.byteOf(s[i]);
-            result[i] = byte != 0 ? byte : std::uint8_t{'?'};
+            result[i] = byte != 0 || s[i] == 0 ? byte : std::uint8_t{'?'};
         }
     }
     return result;

@@ -21,7 +21,9 @@ constexpr std::int64_t kSecondsTo1970 = 11'644'473'600;  // from 1601
 constexpr std::int64_t kSecondsPerDay = 86'400;
 
 struct Search {
-    std::string directory;    // with its final slash; empty for the current one
+    std::string directory;  // with its final slash; empty for the current one
+    Text pattern;           // of the names in it
+    bool listed = false;    // whether names holds all of them, or only what stands before the rest
     std::vector<Text> names;  // inside form, in order
     std::size_t next = 0;
 };
@@ -73,33 +75,41 @@ bool describe(const std::string& directory, const std::string& name, WIN32_FIND_
     return true;
 }
 
-// Where "." and ".." stand: before all other names.
-int rank(TextView name) { return name == u"." ? 0 : name == u".." ? 1 : 2; }
+bool isDots(TextView name) { return name == u"." || name == u".."; }
 
-bool listDirectory(const std::string& directory, TextView pattern, std::vector<Text>& names) {
-    const std::unique_ptr<DIR, int (*)(DIR*)> stream(
-        ::opendir(directory.empty() ? "." : directory.c_str()), &::closedir);
-    if (stream == nullptr) return false;
+using Directory = std::unique_ptr<DIR, int (*)(DIR*)>;
+
+Directory openDirectory(const Search& search) {
+    const bool current = search.directory.empty();
+    return Directory(::opendir(current ? "." : search.directory.c_str()), &::closedir);
+}
+
+// Puts the matching names but "." and ".." in place of the names there are.
+void list(Search& search) {
+    search.listed = true;
+    search.next = 0;
+    search.names.clear();
+    const Directory stream = openDirectory(search);
+    if (stream == nullptr) return;
     while (const dirent* entry = ::readdir(stream.get())) {
         Text name = pathFromSystem(entry->d_name);
-        if (matchesPattern(name, pattern)) names.push_back(std::move(name));
+        if (!isDots(name) && matchesPattern(name, search.pattern)) {
+            search.names.push_back(std::move(name));
+        }
     }
-    std::sort(names.begin(), names.end(), [](const Text& a, const Text& b) {
-        const int rankA = rank(a);
-        const int rankB = rank(b);
-        return rankA != rankB ? rankA < rankB : a < b;
-    });
-    return true;
+    std::sort(search.names.begin(), search.names.end());
 }
 
 // The next entry that still exists.
 bool advance(Search& search, WIN32_FIND_DATAW& data) {
-    while (search.next < search.names.size()) {
-        if (describe(search.directory, pathToSystem(search.names[search.next++]), data)) {
-            return true;
+    while (true) {
+        while (search.next < search.names.size()) {
+            const std::string name = pathToSystem(search.names[search.next++]);
+            if (!name.empty() && describe(search.directory, name, data)) return true;
         }
+        if (search.listed) return false;
+        list(search);
     }
-    return false;
 }
 
 }  // namespace
@@ -114,14 +124,18 @@ FindHandle FindFirstFileW(TextView pattern, WIN32_FIND_DATAW& data) {
     const bool nowhere = !directory.empty() && search->directory.empty();
     if (nowhere || name.empty() || mustFail(test::FileOp::Find)) return INVALID_HANDLE_VALUE;
 
-    bool found = false;
     if (name.find_first_of(u"*?") == TextView::npos) {
-        const std::string systemName = pathToSystem(name);
-        found = !systemName.empty() && describe(search->directory, systemName, data);
+        search->names.emplace_back(name);
+        search->listed = true;
     } else {
-        found = listDirectory(search->directory, name, search->names) && advance(*search, data);
+        // The rest is listed when it is asked for: whether a directory is there shows without.
+        if (openDirectory(*search) == nullptr) return INVALID_HANDLE_VALUE;
+        search->pattern = name;
+        for (const TextView dots : {u".", u".."}) {
+            if (matchesPattern(dots, name)) search->names.emplace_back(dots);
+        }
     }
-    if (!found) return INVALID_HANDLE_VALUE;
+    if (!advance(*search, data)) return INVALID_HANDLE_VALUE;
     const FindHandle handle = openSearches().add(std::move(search));
     return handle != 0 ? handle : INVALID_HANDLE_VALUE;
 }

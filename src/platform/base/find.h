@@ -27,9 +27,10 @@ using FindHandle = std::int32_t;  // above 0; INVALID_HANDLE_VALUE (files.h) sta
 
 // The last element of the pattern may hold * and ? (matchesPattern tells the rules; case counts).
 // The matches are found sorted by name (by UTF-16 units), "." and ".." first, when the pattern
-// matches them. A pattern without wildcards is one look-up of that name, whatever else the
-// directory holds. INVALID_HANDLE_VALUE when nothing matches, the directory cannot be read, or the
-// pattern ends in a backslash and so names nothing in it.
+// matches them; the others are listed only when the search goes on to them. A pattern without
+// wildcards is one look-up of that name, whatever else the directory holds. INVALID_HANDLE_VALUE
+// when nothing matches, the directory cannot be read, or the pattern ends in a backslash and so
+// names nothing in it.
 [[nodiscard]] FindHandle FindFirstFileW(TextView pattern, WIN32_FIND_DATAW& data);
 bool FindNextFileW(FindHandle handle, WIN32_FIND_DATAW& data);  // false at the end
 bool FindClose(FindHandle handle);

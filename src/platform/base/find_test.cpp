@@ -75,6 +75,8 @@ TEST(find, OneNameIsLookedUpExactly) {
     }
     EXPECT_TRUE(found(u"\\*").starts_with(". .. "));
     EXPECT_EQ(found(u"."), ".");
+    EXPECT_EQ(found(pathFromSystem(std::string("/") + dir.path().c_str()) + u"\\s*"), "sub");
+    EXPECT_EQ(found(pathFromSystem("//dev")), "dev");
     const fs::path before = fs::current_path();
     fs::current_path(dir.path());
     EXPECT_EQ(found(u"a.lng"), "a.lng");
@@ -122,7 +124,7 @@ TEST(find, RecordsTellSizeTimesAndAttributes) {
         if (c.size == 5'000'000'000) {
             EXPECT_EQ(ticks(data.ftLastAccessTime), 132'444'736'001'234'567u);
             EXPECT_EQ(ticks(data.ftLastWriteTime), 116'444'735'999'999'999u);
-            EXPECT_GT(ticks(data.ftCreationTime), ticks(data.ftLastWriteTime));
+            EXPECT_GE(ticks(data.ftCreationTime), ticks(data.ftLastWriteTime));
         }
         (void)FindNextFileW(handle, data);
     }

@@ -7,6 +7,7 @@ namespace platform {
 namespace {
 
 constexpr char16_t kEscape = 0xEF00;  // plus the byte
+constexpr char16_t kBetweenSlashes = kEscape + u'/';
 constexpr TextView kLongPathPrefix = u"\\\\?\\";
 
 constexpr char16_t escaped(std::uint8_t byte) { return static_cast<char16_t>(kEscape + byte); }
@@ -44,7 +45,8 @@ Text pathFromSystem(std::string_view systemPath) {
             for (std::size_t i = 0; i < length; ++i) result += escaped(p[i]);
         } else if (c == U'/') {
             const bool secondOfTwo = p == first + 1 && *first == '/';
-            result += secondOfTwo ? escaped('/') : u'\\';
+            if (secondOfTwo) result += kBetweenSlashes;
+            result += u'\\';
         } else if (c >= 0x10000) {
             result += static_cast<char16_t>(0xD7C0 + (c >> 10));
             result += static_cast<char16_t>(0xDC00 | (c & 0x3FF));
@@ -73,8 +75,9 @@ std::string pathToSystem(TextView path) {
         if (inEscapeRange(unit)) {
             // Only what pathFromSystem escapes stands for a byte; any other unit is itself.
             const auto byte = static_cast<std::uint8_t>(unit & 0xFF);
-            const bool slash = byte == '/' && i == 1 && path[0] == u'\\';
-            if (byte >= 0x80 || hasMeaningInside(byte) || slash) {
+            const bool alone = i + 1 == path.size() || path[i + 1] == u'\\';
+            if (unit == kBetweenSlashes && i == 1 && path[0] == u'\\' && alone) continue;
+            if (byte >= 0x80 || hasMeaningInside(byte)) {
                 *out++ = byte;
                 continue;
             }

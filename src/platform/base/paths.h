@@ -6,10 +6,11 @@
 // U+EF00 + b. Escaped are
 //   - backslashes, double quotes (they frame names on a command line), * and ? (wildcards);
 //   - bytes that are no UTF-8;
-//   - the three bytes of each of the units U+EF00 to U+EFFF that a name really holds;
-//   - the second of two slashes at the start, which would look like a server's share.
-// So the way out gives back exactly the bytes that came in, a pattern never takes a name's own
-// star for a wildcard, and a path is never silently another file.
+//   - the three bytes of each of the units U+EF00 to U+EFFF that a name really holds,
+// and two slashes at the start, which would look like a server's share, are kept apart by the
+// escape of a slash, as if they had a directory between them. So the way out gives back exactly the
+// bytes that came in, a pattern never takes a name's own star for a wildcard, and a path is never
+// silently another file.
 #pragma once
 #include "platform/base/text.h"
 

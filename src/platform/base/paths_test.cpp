@@ -26,9 +26,9 @@ const struct {
     {"\xE2\x82", u"\uEFE2\uEF82"},                  // nor a character cut short
     {"\xEE\xBD\x9C", u"\uEFEE\uEFBD\uEF9C"},        // a name that holds U+EF5C itself
     {"\xEE\xBB\xBF\xEF\x80\x80", u"\uEEFF\uF000"},  // its neighbours need no escape
-    {"//srv/a", u"\\\uEF2Fsrv\\a"},                 // two slashes are no server's share
-    {"//?/a", u"\\\uEF2F\uEF3F\\a"},                // and no long-path prefix
-    {"///a", u"\\\uEF2F\\a"},
+    {"//srv/a", u"\\\uEF2F\\srv\\a"},               // two slashes are no server's share
+    {"//?/a", u"\\\uEF2F\\\uEF3F\\a"},              // and no long-path prefix
+    {"///", u"\\\uEF2F\\\\"},
 };
 
 TEST(paths, NamesOfTheSystemHaveOneInsideFormEach) {
@@ -80,7 +80,8 @@ const struct {
     {u"a\uEF41"
      u"b",
      "a\xEE\xBD\x81"
-     "b"},  // no second spelling of ASCII
+     "b"},               // no second spelling of ASCII
+    {u"\\\uEF2F", "/"},  // what stands above "//a"
     {u"a\uEF2F"
      u"b",
      "a\xEE\xBC\xAF"

@@ -17,8 +17,14 @@ void appendUtf8(TextView s, std::string& to) {
         const std::size_t run = narrowAscii(s.data() + i, s.size() - i, out);
         i += run;
         out += run;
-        for (; i < s.size() && s[i] >= 0x80; ++i) {
+        // One by one until ASCII comes in pairs: in a text of another script, blanks stand alone.
+        for (; i < s.size(); ++i) {
             char32_t c = s[i];
+            if (c < 0x80) {
+                if (i + 1 < s.size() && s[i + 1] < 0x80) break;
+                *out++ = static_cast<std::uint8_t>(c);
+                continue;
+            }
             if (isHighSurrogate(s[i]) && i + 1 < s.size() && isLowSurrogate(s[i + 1])) {
                 c = joinSurrogates(s[i], s[i + 1]);
                 ++i;
@@ -46,7 +52,12 @@ Text fromUtf8(std::string_view s) {
         const std::size_t run = widenAscii(p, static_cast<std::size_t>(end - p), out);
         p += run;
         out += run;
-        while (p != end && *p >= 0x80) {
+        while (p != end) {  // one by one, as above
+            if (*p < 0x80) {
+                if (p + 1 != end && p[1] < 0x80) break;
+                *out++ = *p++;
+                continue;
+            }
             char32_t c = 0;
             const std::size_t length = decodeUtf8(p, end, c);
             if (length == 0) {
