@@ -32,9 +32,9 @@ struct Hooks {
     std::optional<std::uint32_t> tickCount;
     std::optional<std::string> locale;
 };
-inline Hooks hooks;
+extern Hooks hooks;  // testhooks.cpp
 
-bool takeFault(test::FileOp op);
+bool takeFault(test::FileOp op);  // testhooks.cpp
 // Whether a test wants this operation to fail. To be asked once for each operation.
 inline bool mustFail(test::FileOp op) { return hooks.faultsArmed && takeFault(op); }
 

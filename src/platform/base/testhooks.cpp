@@ -5,6 +5,8 @@
 
 namespace platform {
 
+constinit internal::Hooks internal::hooks;
+
 using internal::hooks;
 
 bool internal::takeFault(test::FileOp op) {
