@@ -26,14 +26,14 @@ function cell(text, most,    i, c, used, step, out) {
 }
 
 function line(a, b, c, d, e,    text) {
-    text = cell(a, 4) "  " cell(b, 10) "  " cell(c, 18) "  " cell(d, wide) "  " cell(e, wide)
+    text = cell(a, 4) "  " cell(b, 16) "  " cell(c, 18) "  " cell(d, wide) "  " cell(e, wide)
     sub(/ +$/, "", text)
     print text
 }
 
 BEGIN {
     FS = "\t"
-    wide = int((width - 4 - 10 - 18 - 8) / 2)
+    wide = int((width - 4 - 16 - 18 - 8) / 2)
     if (wide < 16) wide = 16
     if (wide > 60) wide = 60
     line("Row", "Section", "Key", "Default", "Translation")
