@@ -1,0 +1,3 @@
+#include "grid/store/GridData.h"
+
+void GridData::SortByColum(const GridValue&, bool) {}
