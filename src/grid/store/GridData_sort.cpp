@@ -1,3 +1,77 @@
 #include "grid/store/GridData.h"
+#include "grid/store/valueSort.h"
 
-void GridData::SortByColum(const GridValue&, bool) {}
+#include <algorithm>
+
+void GridData::SortByColum(const GridValue& vKey, bool bSortAsc) {
+    if (Rows() < 2) return;
+    const GridValue vSortKey = vKey;  // vKey may be m_vSortCol itself, or something of the owner's
+    m_bSortAsc = bSortAsc;
+    m_vSortCol = vSortKey;
+    try {
+        if (column(vSortKey).bSortWithCustomEvent) {
+            pvSortCustom(vSortKey, bSortAsc);
+        } else {
+            pvSortValues(vSortKey, bSortAsc);
+        }
+        draw(m_bAllowMultiLineText, false);  // row offsets follow the rows
+    } catch (const std::exception&) {
+        // Ends quietly, with the rows as far as they got.
+    }
+}
+
+void GridData::pvSortValues(const GridValue& vKey, bool bSortAsc) {
+    std::vector<std::uint32_t> order = ascendingOrder(column(vKey));
+    if (!bSortAsc) std::reverse(order.begin(), order.end());
+    for (const auto& each : m_oColumns) each->setRowsOrder(order);
+}
+
+void GridData::pvSortCustom(const GridValue& vKey, bool bSortAsc) {
+    GridValue vEventKey = vKey;
+    if (vKey.isNumeric() && column(vKey).vKey != GridValue(Text())) vEventKey = column(vKey).vKey;
+    pvQuickSortCustom(1, Rows(), vEventKey, bSortAsc);
+    if (!bSortAsc) {
+        for (std::int32_t i = 1; i <= Rows() / 2; ++i) pvSwapRows(i, Rows() - i + 1);
+    }
+}
+
+// The owner sees every comparison, so parts are sorted in their order, the left one first; the
+// parts that wait are kept here, not on the call stack, whose depth the owner's answers would set.
+void GridData::pvQuickSortCustom(std::int32_t lo, std::int32_t hi, const GridValue& vKey,
+                                 bool bSortAsc) {
+    const auto ordersAfter = [&](std::int32_t iRow1, std::int32_t iRow2) {
+        bool b = true;
+        if (SortCompareRows) SortCompareRows(vKey, iRow1, iRow2, bSortAsc, b);
+        return b;
+    };
+    struct Range {
+        std::int32_t lo, hi;
+    };
+    std::vector<Range> waiting = {{lo, hi}};
+    while (!waiting.empty()) {
+        const Range range = waiting.back();
+        waiting.pop_back();
+        std::int32_t i = range.lo;
+        std::int32_t j = range.hi;
+        std::int32_t p = middleRow(i, j);
+        while (i <= j) {
+            while (i < range.hi && ordersAfter(p, i)) ++i;
+            while (j > range.lo && ordersAfter(j, p)) --j;
+            if (i > j) break;
+            if (p == i) {
+                p = j;
+            } else if (p == j) {
+                p = i;
+            }
+            if (i != j) pvSwapRows(i, j);
+            ++i;
+            --j;
+        }
+        if (i < range.hi) waiting.push_back({i, range.hi});
+        if (range.lo < j) waiting.push_back({range.lo, j});
+    }
+}
+
+void GridData::pvSwapRows(std::int32_t iRow1, std::int32_t iRow2) {
+    for (const auto& each : m_oColumns) each->SwapRows(iRow1, iRow2);
+}

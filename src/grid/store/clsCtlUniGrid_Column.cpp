@@ -170,6 +170,13 @@ void clsCtlUniGrid_Column::Value(std::int32_t iRow, const GridValue& vValue) {
     }
 }
 
+TextView clsCtlUniGrid_Column::valueText(std::int32_t iRow, Text& spare) const {
+    const Cell& cell = cellAt(iRow);
+    if (typeOf(cell) == GridValueType::kText) return textOf(cell);
+    spare = valueOf(cell).toText();
+    return spare;
+}
+
 void clsCtlUniGrid_Column::CellText(std::int32_t iRow, TextView sValue) {
     if (iType == 0) {
         storeText(slot(iRow), sValue);

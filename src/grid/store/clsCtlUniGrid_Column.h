@@ -83,6 +83,8 @@ public:
         if (typeOf(cell) != GridValueType::kText) raiseNoText();
         return textOf(cell);
     }
+    // The value as text, whatever it is: a view as above, or of spare, which then holds it.
+    [[nodiscard]] TextView valueText(std::int32_t iRow, Text& spare) const;
     // As Value with that text, which may lie in this column.
     void CellText(std::int32_t iRow, TextView sValue);
 

@@ -137,5 +137,6 @@ std::string userLocale(const char* category);  // codepages.cpp
 // The locale has changed: what was derived from it is worked out anew.
 void forgetCodePage();  // codepages.cpp
 void forgetCollator();  // collation.cpp
+void forgetNumbers();   // numbers.cpp
 
 }  // namespace platform::internal

@@ -1,15 +1,21 @@
 #include "platform/base/numbers.h"
 
+#include "platform/base/internal.h"
+
 #include <unicode/unum.h>
 
 namespace platform {
 namespace {
 
-std::optional<char16_t> g_separator;
+char16_t g_separator = 0;  // 0: not asked yet
 
 char16_t separatorOfLocale() {
+    const std::string locale = internal::userLocale("LC_NUMERIC");
+    if (locale == "C" || locale == "POSIX" || locale.starts_with("C.")) return u'.';
     UErrorCode status = U_ZERO_ERROR;
-    UNumberFormat* const format = unum_open(UNUM_DECIMAL, nullptr, 0, nullptr, nullptr, &status);
+    UNumberFormat* const format =
+        unum_open(UNUM_DECIMAL, nullptr, 0, locale.c_str(), nullptr, &status);
+    if (U_FAILURE(status)) return u'.';
     char16_t symbol[2] = {};
     const std::int32_t length =
         unum_getSymbol(format, UNUM_DECIMAL_SEPARATOR_SYMBOL, symbol, 2, &status);
@@ -19,12 +25,11 @@ char16_t separatorOfLocale() {
 
 }  // namespace
 
-char16_t decimalSeparator() {
-    if (g_separator) return *g_separator;
-    static const char16_t ofLocale = separatorOfLocale();
-    return ofLocale;
-}
+void internal::forgetNumbers() { g_separator = 0; }
 
-void setDecimalSeparator(std::optional<char16_t> separator) { g_separator = separator; }
+char16_t decimalSeparator() {
+    if (g_separator == 0) g_separator = separatorOfLocale();
+    return g_separator;
+}
 
 }  // namespace platform

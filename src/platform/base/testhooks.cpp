@@ -45,6 +45,7 @@ void setLocale(std::optional<std::string> locale) {
     hooks.locale = std::move(locale);
     internal::forgetCodePage();
     internal::forgetCollator();
+    internal::forgetNumbers();
 }
 
 void failNext(FileOp op, int times, int skip) {

@@ -27,7 +27,8 @@ void failVersionQuery(bool fails);
 void setTickCount(std::optional<std::uint32_t> milliseconds);
 
 // The user's locale, for instance "ru_RU.UTF-8", in place of the environment: it chooses the
-// system's code page (unless QUILLMERE_CODE_PAGE or setAnsiCodePage does) and the collation.
+// system's code page (unless QUILLMERE_CODE_PAGE or setAnsiCodePage does), the collation and the
+// decimal separator.
 void setLocale(std::optional<std::string> locale);
 
 enum class FileOp : std::uint8_t {
