@@ -3,8 +3,8 @@
 #include "platform/base/text.h"
 
 struct NumberFormat {
-    Text sDecSep;              // decimal separator
-    Text sValSep;              // thousands separator; empty: none, unless it is derived
+    Text sDecSep = {};         // decimal separator
+    Text sValSep = {};         // thousands separator; empty: none, unless it is derived
     std::int32_t fixInt = -1;  // integer digits to fill up to with zeros, without sValSep
     std::int32_t fixDec = -1;  // decimal digits to fill up or cut to, never rounded; -1: as it is
     bool bSgn = false;         // "+" in front of a number without a sign

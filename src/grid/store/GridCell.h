@@ -10,10 +10,10 @@ class GridPicture;
 
 // The six picture fields of a cell.
 struct CellPicture {
-    std::shared_ptr<GridPicture> oPic;  // none: no picture
-    bool bPicTransparent = true;        // draw with transparency
-    bool bPicGrayed = false;            // draw grey
-    std::int32_t lPicXTransp = 0;       // the pixel that gives the transparent colour
+    std::shared_ptr<GridPicture> oPic = {};  // none: no picture
+    bool bPicTransparent = true;             // draw with transparency
+    bool bPicGrayed = false;                 // draw grey
+    std::int32_t lPicXTransp = 0;            // the pixel that gives the transparent colour
     std::int32_t lPicYTransp = 0;
     std::int32_t lPicTranspColor = -1;  // the transparent colour; -1: none given
 
@@ -23,12 +23,12 @@ struct CellPicture {
 // The defaults are those of a new row, but for Value, which goes by the column's type. Columns keep
 // their cells in a smaller form and make this record on request.
 struct GridCell {
-    GridValue Value;
+    GridValue Value = {};
     std::int32_t BackColor = -1;  // -1: none, the grid's colour
     std::int32_t ForeColor = -1;  // -1: none
-    CellPicture Picture;
+    CellPicture Picture = {};
     bool Selected = false;        // counts in the first column only
-    GridValue Tag;                // caller's data
+    GridValue Tag = {};           // caller's data
     std::int32_t TextHeight = 0;  // pixels, multi-line mode, as the two below
     std::int32_t CellHeight = 0;
     std::int32_t OffsetRow = 0;  // y of the row from the top of the first row

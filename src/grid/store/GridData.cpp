@@ -3,14 +3,49 @@
 #include "grid/store/gridFailures.h"
 #include "platform/base/casemap.h"
 
-#include <array>
+#include <algorithm>
+#include <bit>
 #include <cmath>
 #include <limits>
 
 namespace {
 
-// How many fields of a row text are found without going to the heap.
-constexpr std::size_t kFieldsAtHand = 32;
+// A bit for each of the first 64 units of s that is a tab. Without a branch on what the units are:
+// where fields end is hard to guess.
+std::uint64_t tabsIn(TextView s) {
+    constexpr std::uint64_t kTabs = 0x0009'0009'0009'0009;
+    constexpr std::uint64_t kLow = 0x7FFF'7FFF'7FFF'7FFF;
+    const std::size_t units = std::min<std::size_t>(s.size(), 64);
+    std::uint64_t found = 0;
+    std::size_t i = 0;
+    if constexpr (std::endian::native == std::endian::little) {
+        for (; i + 4 <= units; i += 4) {
+            std::uint64_t four = 0;
+            std::memcpy(&four, s.data() + i, sizeof four);
+            four ^= kTabs;
+            const std::uint64_t tabs = ~(((four & kLow) + kLow) | four | kLow) >> 15;
+            found |= ((tabs | tabs >> 15 | tabs >> 30 | tabs >> 45) & 0xF) << i;
+        }
+    }
+    for (; i < units; ++i) found |= std::uint64_t{s[i] == u'\t'} << i;
+    return found;
+}
+
+// Fills fields, as far as s has so many (at least one), and returns how many there are.
+std::size_t splitAtTabs(TextView s, std::span<TextView> fields) {
+    std::size_t count = 0;
+    std::size_t start = 0;
+    for (std::size_t block = 0; block < s.size(); block += 64) {
+        for (std::uint64_t tabs = tabsIn(s.substr(block)); tabs != 0; tabs &= tabs - 1) {
+            const std::size_t end = block + static_cast<std::size_t>(std::countr_zero(tabs));
+            fields[count++] = s.substr(start, end - start);
+            if (count == fields.size()) return count;
+            start = end + 1;
+        }
+    }
+    fields[count++] = s.substr(start);
+    return count;
+}
 
 }  // namespace
 
@@ -179,19 +214,9 @@ void GridData::SetColFormat(const GridValue& vKey, const ColumnFormat& format) {
 
 void GridData::AddRow(TextView sRowText, bool bSelect) {
     requireColumns(u"AddRow");
-    const std::size_t columns = m_oColumns.size();
-    std::array<TextView, kFieldsAtHand> atHand;
-    std::vector<TextView> more(columns > kFieldsAtHand ? columns : 0);
-    TextView* const fields = more.empty() ? atHand.data() : more.data();
-
-    std::size_t count = 0;
-    while (!sRowText.empty() || count > 0) {
-        const std::size_t tab = sRowText.find(u'\t');
-        fields[count++] = sRowText.substr(0, tab);
-        if (tab == TextView::npos || count == columns) break;
-        sRowText.remove_prefix(tab + 1);
-    }
-    addFields({fields, count});
+    m_aFields.resize(m_oColumns.size());
+    const std::size_t count = sRowText.empty() ? 0 : splitAtTabs(sRowText, m_aFields);
+    addFields({m_aFields.data(), count});
     finishAddRow(bSelect);
 }
 

@@ -16,7 +16,7 @@
 
 // The arguments of AddColumn.
 struct NewColumn {
-    Text sText;                // header caption
+    Text sText = {};           // header caption
     std::int32_t iWidth = -1;  // pixels; -1: the column sizes itself
     std::int32_t iAlign = 0;   // 0 left, 1 right, 2 centre
     GridValue vKey = Text();   // empty: reached by position only
@@ -31,8 +31,8 @@ struct NewColumn {
 
 // The arguments of SetColFormat; see FormatNumber.h.
 struct ColumnFormat {
-    Text sNumDecSep;
-    Text sNumValSep;
+    Text sNumDecSep = {};
+    Text sNumValSep = {};
     std::int16_t iNumFixInt = -1;
     std::int16_t iNumFixDec = -1;
     bool bNumSign = false;
@@ -236,5 +236,6 @@ private:
     void pvSwapRows(std::int32_t iRow1, std::int32_t iRow2);
 
     std::vector<std::unique_ptr<clsCtlUniGrid_Column>> m_oColumns;  // in grid order
-    std::vector<Text> m_aKeys;  // lower case, one for each column; empty for none
+    std::vector<Text> m_aKeys;        // lower case, one for each column; empty for none
+    std::vector<TextView> m_aFields;  // of the row text that AddRow is splitting
 };

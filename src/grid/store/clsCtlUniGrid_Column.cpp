@@ -1,6 +1,7 @@
 #include "grid/store/clsCtlUniGrid_Column.h"
 
 #include "grid/store/gridFailures.h"
+#include "platform/base/pages.h"
 
 #include <algorithm>
 #include <cmath>
@@ -76,8 +77,8 @@ void clsCtlUniGrid_Column::ClearRows() {
     m_aRows.reset();
     m_iRows = 0;
     m_iCapacity = 1;
-    m_written = m_allocated = 0;
-    m_texts = TextArena();
+    m_written = m_ready = m_allocated = 0;
+    m_texts = CellTexts();
     m_garbage = 0;
     m_sides.clear();
     m_sides.shrink_to_fit();
@@ -103,6 +104,16 @@ void clsCtlUniGrid_Column::growTo(std::uint32_t rows) {
     m_allocated = static_cast<std::uint32_t>(wanted);
 }
 
+// Room for the next record. A long list gets its memory in steps, each ahead of its first use.
+void clsCtlUniGrid_Column::makeReady() {
+    constexpr std::uint32_t kStep = 4096;
+    if (m_written == m_allocated) growTo(m_written + 1);
+    m_ready = m_written + std::min(m_allocated - m_written, kStep);
+    if (m_ready - m_written == kStep) {
+        platform::aboutToWrite(&m_aRows[m_written], kStep * sizeof(Cell));
+    }
+}
+
 const clsCtlUniGrid_Column::Cell& clsCtlUniGrid_Column::cellBehind(std::int32_t iRow) const {
     static const Cell fresh = freshCell(GridValueType::kEmpty);
     if (iRow < 1 || iRow > m_iCapacity) raiseOutOfRange();
@@ -114,6 +125,7 @@ void clsCtlUniGrid_Column::writeFreshUpTo(std::int32_t iRow) {
     const auto rows = static_cast<std::uint32_t>(iRow);
     if (rows > m_allocated) growTo(rows);
     while (m_written < rows) m_aRows[m_written++] = freshCell(GridValueType::kEmpty);
+    m_ready = std::max(m_ready, m_written);
 }
 
 // Takes what a removed record still holds, before the slot is written anew.
@@ -226,7 +238,7 @@ void clsCtlUniGrid_Column::storeText(Cell& cell, TextView sValue) {
 void clsCtlUniGrid_Column::compactTextsWhenDue() {
     constexpr std::size_t kWorthIt = 16384;
     if (m_garbage < kWorthIt || m_garbage * 2 < m_texts.used()) return;
-    TextArena texts;
+    CellTexts texts;
     for (std::uint32_t i = 0; i < m_written; ++i) {
         Cell& cell = m_aRows[i];
         if (typeOf(cell) == GridValueType::kText && cell.text.length > 0) {

@@ -10,8 +10,8 @@
 // outside it raises 9 "Subscript out of range". Rows above Rows() are such that were removed, or
 // fresh ones; what they hold is overwritten by AddRow.
 #pragma once
+#include "grid/store/CellTexts.h"
 #include "grid/store/GridCell.h"
-#include "grid/store/TextArena.h"
 
 #include <cstdlib>
 #include <optional>
@@ -19,11 +19,11 @@
 
 // The optional arguments of SetPicture: each is stored only when it is given.
 struct PictureOptions {
-    std::optional<bool> bPicTransparent;
-    std::optional<bool> bPicGrayed;
-    std::optional<std::int32_t> lPicXTransp;
-    std::optional<std::int32_t> lPicYTransp;
-    std::optional<std::int32_t> lPicTranspColor;
+    std::optional<bool> bPicTransparent = {};
+    std::optional<bool> bPicGrayed = {};
+    std::optional<std::int32_t> lPicXTransp = {};
+    std::optional<std::int32_t> lPicYTransp = {};
+    std::optional<std::int32_t> lPicTranspColor = {};
 };
 
 class clsCtlUniGrid_Column {
@@ -183,7 +183,7 @@ private:
     Cell& pushRow(GridValueType type) {
         const auto index = static_cast<std::uint32_t>(m_iRows);
         if (index == m_written) {
-            if (index == m_allocated) growTo(index + 1);
+            if (index == m_ready) makeReady();
             ++m_written;
         } else {
             dropSlot(index);
@@ -197,6 +197,7 @@ private:
         pushRow(GridValueType::kText).text = {offset, static_cast<std::uint32_t>(sValue.size())};
     }
     void growTo(std::uint32_t rows);
+    void makeReady();
     void dropSlot(std::uint32_t index);
     void store(Cell& cell, const GridValue& vValue);
     void storeText(Cell& cell, TextView sValue);
@@ -215,9 +216,9 @@ private:
     std::unique_ptr<Cell[], Free> m_aRows;
     std::int32_t m_iRows = 0;
     std::int32_t m_iCapacity = 1;
-    std::uint32_t m_written = 0;    // records that hold something: at least m_iRows
-    std::uint32_t m_allocated = 0;  // records that fit in m_aRows: at least m_written
-    TextArena m_texts;
+    // Records in use, at least m_iRows; whose memory is at hand for AddRow; that fit in m_aRows.
+    std::uint32_t m_written = 0, m_ready = 0, m_allocated = 0;
+    CellTexts m_texts;
     std::size_t m_garbage = 0;  // units of m_texts that no cell refers to
     std::vector<Side> m_sides;  // [0] is unused
     std::vector<std::uint32_t> m_freeSides;

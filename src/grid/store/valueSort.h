@@ -15,7 +15,8 @@ struct SortItem {
 // order in which pvQuickSort leaves them. Raises what the conversion to text raises.
 [[nodiscard]] std::vector<std::uint32_t> ascendingOrder(const clsCtlUniGrid_Column& column);
 
-// The row in the middle of two: half of their sum, rounded to even (3 and 4 give 4, 2 and 3 give 2).
+// The row in the middle of two: half of their sum, rounded to even (3 and 4 give 4, 2 and 3 give
+// 2).
 [[nodiscard]] constexpr std::int32_t middleRow(std::int32_t lo, std::int32_t hi) {
     const std::int64_t sum = std::int64_t{lo} + hi;
     return static_cast<std::int32_t>(sum % 4 == 3 ? sum / 2 + 1 : sum / 2);

@@ -1,4 +1,4 @@
-// grid/store/TextArena.h: many short texts in few blocks whose addresses never change.
+// grid/store/CellTexts.h: many short texts in few blocks whose addresses never change.
 #pragma once
 #include "platform/base/text.h"
 
@@ -7,11 +7,11 @@
 
 // A text is found again by the offset that append gave and its own length. Blocks are not touched
 // before they are written, so an arena costs what its texts need.
-class TextArena {
+class CellTexts {
 public:
-    TextArena() = default;
-    TextArena(TextArena&&) noexcept = default;
-    TextArena& operator=(TextArena&&) noexcept = default;
+    CellTexts() = default;
+    CellTexts(CellTexts&&) noexcept = default;
+    CellTexts& operator=(CellTexts&&) noexcept = default;
 
     // Copies s, which may lie in this arena, and returns its offset. Addresses of earlier texts
     // stay. Raises 7 "Out of memory" when 2^32 units are full.
