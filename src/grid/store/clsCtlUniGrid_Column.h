@@ -60,11 +60,11 @@ public:
     // Value empty. Raises the failure of the conversion; no row is then added.
     void AddRow();
     void AddRow(const GridValue& vValue);
-    void AddRow(TextView sValue) {
+    void AddRow(const std::convertible_to<TextView> auto& sValue) {
         if (iType == 0) {
             addText(sValue);
         } else {
-            AddRow(GridValue(sValue));
+            AddRow(GridValue(TextView(sValue)));
         }
     }
     // Nothing on an empty column; -1 is the last row. The removed record stays behind the last row

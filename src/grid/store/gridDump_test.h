@@ -1,6 +1,6 @@
 // grid/store/gridDump_test.h: values and failures of the grid as short texts, for tables of tests.
 #pragma once
-#include "grid/store/GridValue.h"
+#include "grid/store/GridCell.h"
 #include "platform/base/failure.h"
 
 #include <string>
@@ -22,12 +22,37 @@ inline std::string dump(const GridValue& v) {
     return "?";
 }
 
+// The fields of a record that differ from those of a fresh one: "text a back 5 selected".
+inline std::string dump(const GridCell& cell) {
+    std::string s = dump(cell.Value);
+    const auto number = [&s](const char* name, std::int32_t value, std::int32_t usual) {
+        if (value != usual) s += std::string(" ") + name + " " + std::to_string(value);
+    };
+    const CellPicture& picture = cell.Picture;
+    number("back", cell.BackColor, -1);
+    number("fore", cell.ForeColor, -1);
+    if (picture.oPic != nullptr) s += " picture";
+    if (!picture.bPicTransparent) s += " opaque";
+    if (picture.bPicGrayed) s += " grayed";
+    number("x", picture.lPicXTransp, 0);
+    number("y", picture.lPicYTransp, 0);
+    number("transparent", picture.lPicTranspColor, -1);
+    if (cell.Selected) s += " selected";
+    if (cell.Tag.type() != GridValueType::kEmpty) s += " tag " + dump(cell.Tag);
+    number("textheight", cell.TextHeight, 0);
+    number("height", cell.CellHeight, 0);
+    number("offset", cell.OffsetRow, 0);
+    return s;
+}
+
 // What the call gives, or the failure that it raises: "13 Type mismatch", "80040001 AddRow: words".
 template <typename Call> std::string dumpOf(Call call) {
     try {
         if constexpr (std::is_void_v<decltype(call())>) {
             call();
             return "done";
+        } else if constexpr (requires { dump(call()); }) {
+            return dump(call());
         } else {
             return dump(GridValue(call()));
         }

@@ -1,0 +1,228 @@
+#include "grid/store/valueSort.h"
+
+#include "grid/store/GridData.h"
+#include "grid/store/gridDump_test.h"
+#include "grid/store/plainSort_test.h"
+#include "platform/base/testhooks.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <random>
+
+namespace {
+
+std::vector<SortItem> itemsOf(const std::vector<std::uint32_t>& ranks) {
+    std::vector<SortItem> items;
+    for (const std::uint32_t rank : ranks) {
+        items.push_back({rank, static_cast<std::uint32_t>(items.size() + 1)});
+    }
+    return items;
+}
+
+bool lessRank(const SortItem& a, const SortItem& b) { return a.rank < b.rank; }
+
+std::vector<std::uint32_t> rowsOf(const std::vector<SortItem>& items) {
+    std::vector<std::uint32_t> rows;
+    for (const SortItem& item : items) rows.push_back(item.Row);
+    return rows;
+}
+
+std::vector<std::uint32_t> sortedRows(std::vector<SortItem> items) {
+    pvQuickSort(items);
+    EXPECT_TRUE(std::is_sorted(items.begin(), items.end(), lessRank));
+    return rowsOf(items);
+}
+
+std::vector<std::uint32_t> plainlySortedRows(std::vector<SortItem> items) {
+    const PlainSort sort(items, lessRank);
+    return rowsOf(items);
+}
+
+// Input whose middle is the greatest of each part in turn, so that every partition takes off one
+// item only; `equal` neighbours in the order are the same.
+std::vector<std::uint32_t> slowInput(std::uint32_t count, std::uint32_t equal) {
+    std::vector<std::uint32_t> ranks = {0};
+    for (std::uint32_t i = 2; i <= count; ++i) {
+        const auto middle = static_cast<std::size_t>(middleRow(1, static_cast<std::int32_t>(i)));
+        ranks.push_back(middle == i ? i / equal : ranks[middle - 1]);
+        ranks[middle - 1] = i / equal;
+    }
+    return ranks;
+}
+
+TEST(valueSort, LeavesEqualValuesInTheOrderThatTheDescribedStepsLeave) {
+    std::mt19937 random(7);
+    for (const std::uint32_t count : {0, 1, 2, 20, 21, 22, 50, 300, 1000, 5000}) {
+        for (const std::uint32_t different : {1U, 2U, 5U, 100U, 100000U}) {
+            std::vector<std::uint32_t> ranks(count);
+            for (std::uint32_t& rank : ranks) rank = random() % different;
+            EXPECT_EQ(sortedRows(itemsOf(ranks)), plainlySortedRows(itemsOf(ranks)));
+            std::sort(ranks.begin(), ranks.end());
+            EXPECT_EQ(sortedRows(itemsOf(ranks)), plainlySortedRows(itemsOf(ranks)));
+            std::reverse(ranks.begin(), ranks.end());
+            EXPECT_EQ(sortedRows(itemsOf(ranks)), plainlySortedRows(itemsOf(ranks)));
+        }
+    }
+}
+
+TEST(valueSort, LeavesThemSoOnSlowInputTooAndDoesNotTakeForEver) {
+    for (const std::uint32_t equal : {1U, 2U, 3U, 50U}) {
+        const std::vector<SortItem> slow = itemsOf(slowInput(4000, equal));
+        EXPECT_EQ(sortedRows(slow), plainlySortedRows(slow));
+        std::vector<SortItem> mirrored = slow;  // now the middle is the least
+        for (SortItem& item : mirrored) item.rank = 4000 - item.rank;
+        EXPECT_EQ(sortedRows(mirrored), plainlySortedRows(mirrored));
+    }
+    // Step by step this would be 125 thousand million comparisons.
+    (void)sortedRows(itemsOf(slowInput(500000, 2)));
+}
+
+TEST(valueSort, HalvesToEven) {
+    const std::int32_t kCases[][3] = {{1, 4, 2}, {3, 4, 4}, {2, 2, 2}, {1, 21, 11}, {5, 8, 6}};
+    for (const auto& c : kCases) EXPECT_EQ(middleRow(c[0], c[1]), c[2]);
+    EXPECT_EQ(middleRow(INT32_MAX - 1, INT32_MAX), INT32_MAX - 1);
+}
+
+std::string sorted(std::int32_t iType, const std::vector<GridValue>& values, bool bSortAsc) {
+    GridData grid;
+    grid.AddColumn({.iType = iType});
+    grid.AddColumn({});
+    for (const GridValue& value : values) {
+        grid.AddRow();
+        grid.CellValue(grid.Rows(), 1, value);
+        grid.CellValue(grid.Rows(), 2, grid.Rows());
+    }
+    grid.SortByColum(1, bSortAsc);
+    std::string s;
+    for (std::int32_t i = 1; i <= grid.Rows(); ++i) {
+        s += toUtf8(grid.CellValue(i, 1).toText()) + "/" + toUtf8(grid.CellText(i, 2)) + " ";
+    }
+    return s;
+}
+
+TEST(valueSort, OrdersRowsByTheColumnsType) {
+    const platform::test::HookScope hooks;
+    platform::test::setLocale("en_US.UTF-8");
+    const struct {
+        std::int32_t iType;
+        std::vector<GridValue> values;
+        std::string ascending, descending;
+    } kCases[] = {
+        {0, {u"b", u"A", u"a"}, "A/2 a/3 b/1 ", "b/1 a/3 A/2 "},
+        {0,
+         {u"z", u"\x00E9t\x00E9", u"Eta", u"zebra", u"", u"\x0416"},
+         "/5 Eta/3 \xC3\xA9t\xC3\xA9/2 z/1 zebra/4 \xD0\x96/6 ",
+         "\xD0\x96/6 zebra/4 z/1 \xC3\xA9t\xC3\xA9/2 Eta/3 /5 "},
+        {0, {u"10", u"9"}, "10/1 9/2 ", "9/2 10/1 "},
+        {1, {10, u"", 9, -1.5, u""}, "-1.5/4 9/3 10/1 /2 /5 ", "/5 /2 10/1 9/3 -1.5/4 "},
+        {2, {false, true, false}, "True/2 False/1 False/3 ", "False/3 False/1 True/2 "},
+    };
+    for (const auto& c : kCases) {
+        EXPECT_EQ(sorted(c.iType, c.values, true), c.ascending);
+        EXPECT_EQ(sorted(c.iType, c.values, false), c.descending);
+    }
+}
+
+// The owner's comparison, as it is described, on a list instead of rows.
+class PlainCustomSort {
+public:
+    explicit PlainCustomSort(std::vector<std::int32_t> values) : m_values(std::move(values)) {
+        quickSort(1, static_cast<std::int32_t>(m_values.size()));
+    }
+    std::vector<std::int32_t> m_values;
+    std::string m_asked;
+
+private:
+    std::int32_t& at(std::int32_t i) { return m_values[static_cast<std::size_t>(i) - 1]; }
+    bool ordersAfter(std::int32_t iRow1, std::int32_t iRow2) {
+        m_asked += std::to_string(iRow1) + ">" + std::to_string(iRow2) + " ";
+        return at(iRow1) > at(iRow2);
+    }
+    void quickSort(std::int32_t lo, std::int32_t hi) {
+        std::int32_t i = lo;
+        std::int32_t j = hi;
+        std::int32_t p = (lo + hi) / 2;
+        if ((lo + hi) % 2 == 1 && p % 2 == 1) ++p;
+        while (i <= j) {
+            for (bool b = true; i < hi && b;) {
+                b = ordersAfter(p, i);
+                if (i < hi && b) ++i;
+            }
+            for (bool b = true; j > lo && b;) {
+                b = ordersAfter(j, p);
+                if (b) --j;
+            }
+            if (i <= j) {
+                if (p == i) {
+                    p = j;
+                } else if (p == j) {
+                    p = i;
+                }
+                std::swap(at(i++), at(j--));
+            }
+        }
+        if (lo < j) quickSort(lo, j);
+        if (i < hi) quickSort(i, hi);
+    }
+};
+
+TEST(SortByColum, AsksTheOwnerInTheDescribedOrder) {
+    std::mt19937 random(3);
+    for (const std::size_t count : {2U, 3U, 7U, 40U, 200U}) {
+        std::vector<std::int32_t> values(count);
+        for (std::int32_t& value : values) value = static_cast<std::int32_t>(random() % count);
+        const PlainCustomSort plain(values);
+
+        GridData grid;
+        grid.AddColumn({.vKey = u"Size", .bSortWithCustomEvent = true, .iType = 1});
+        grid.Rows(static_cast<std::int32_t>(count));
+        for (std::size_t i = 0; i < count; ++i) {
+            grid.CellValue(static_cast<std::int32_t>(i + 1), 1, values[i]);
+        }
+        std::string asked;
+        grid.SortCompareRows = [&](const GridValue& vColKey, std::int32_t iRow1, std::int32_t iRow2,
+                                   bool bSortAscending, bool& bMajor) {
+            EXPECT_EQ(dump(vColKey), "text Size");
+            EXPECT_FALSE(bSortAscending);
+            EXPECT_TRUE(bMajor);
+            asked += std::to_string(iRow1) + ">" + std::to_string(iRow2) + " ";
+            bMajor = grid.CellValue(iRow1, 1).toDouble() > grid.CellValue(iRow2, 1).toDouble();
+        };
+        grid.SortByColum(1, false);
+        EXPECT_EQ(asked, plain.m_asked);
+        for (std::size_t i = 0; i < count; ++i) {
+            EXPECT_EQ(grid.CellValue(static_cast<std::int32_t>(count - i), 1).toDouble(),
+                      plain.m_values[i]);
+        }
+    }
+}
+
+TEST(SortByColum, SurvivesOwnersThatAnswerBadlyRaiseOrChangeTheGrid) {
+    GridData grid;
+    const auto fill = [&grid] {
+        grid.Clear();
+        grid.AddColumn({.bSortWithCustomEvent = true});
+        grid.Rows(100);
+    };
+    using Compare = decltype(grid.SortCompareRows);
+    const Compare kOwners[] = {
+        nullptr,
+        [](auto&&, auto, auto, auto, bool& b) { b = true; },
+        [](auto&&, auto, auto, auto, bool& b) { b = false; },
+        [n = 0](auto&&, auto, auto, auto, bool& b) mutable { b = ++n % 3 != 0; },
+        [](auto&&, auto, auto, auto, bool&) { throw Failure(1, u"", u"owner"); },
+        [&grid](auto&&, auto, auto, auto, bool&) { grid.RemoveRow(); },
+        [&grid](auto&&, auto, auto, auto, bool&) { grid.Clear(); },
+        [&grid](auto&&, auto, auto, auto, bool&) { grid.AddColumn({}); },
+        [&grid, n = 0](auto&&, auto, auto, auto, bool&) mutable {
+            if (++n < 5) grid.SortByColum(1, false);
+        },
+    };
+    for (const Compare& owner : kOwners) {
+        fill();
+        grid.SortCompareRows = owner;
+        EXPECT_EQ(dumpOf([&] { grid.SortByColum(1, false); }), "done");
+    }
+}
+
+}  // namespace
