@@ -47,7 +47,8 @@ public:
     GridData(const GridData&) = delete;
     GridData& operator=(const GridData&) = delete;
 
-    // Events, raised to the owner when set. The owner may call back into the grid.
+    // Events, raised to the owner when set. The owner may call back into the grid, but must not
+    // put another function in place of one that is running.
     std::function<void()> SelectionChange;  // the current row was set or moved, or set to the same
     // The owner sets bRetFirstIsMajor to whether row iRow1 orders after row iRow2, in ascending
     // order; bSortAscending is for information. It arrives true.

@@ -216,19 +216,21 @@ void clsCtlUniGrid_Column::storeNumber(Cell& cell, GridValueType type, double nu
 
 // sValue may lie in m_texts, even in the cell itself.
 void clsCtlUniGrid_Column::storeText(Cell& cell, TextView sValue) {
-    const std::uint32_t room = typeOf(cell) == GridValueType::kText ? cell.text.length : 0;
+    if (typeOf(cell) != GridValueType::kText) {
+        cell.type = static_cast<std::uint32_t>(GridValueType::kText);
+        cell.text = {0, 0};
+    }
+    const std::uint32_t room = cell.text.length;
     const auto length = static_cast<std::uint32_t>(sValue.size());
-    if (sValue.size() <= room) {
+    if (sValue.size() > room) {
+        cell.text = {m_texts.append(sValue), length};
+        m_garbage += room;
+    } else {
         if (length > 0) {
             std::memmove(m_texts.at(cell.text.offset), sValue.data(), length * sizeof(char16_t));
         }
         m_garbage += room - length;
         cell.text.length = length;
-    } else {
-        const std::uint32_t offset = sValue.empty() ? 0 : m_texts.append(sValue);
-        m_garbage += room;
-        cell.type = static_cast<std::uint32_t>(GridValueType::kText);
-        cell.text = {offset, length};
     }
     compactTextsWhenDue();
 }
@@ -400,8 +402,9 @@ void clsCtlUniGrid_Column::z_SetRowsOrder(TextView sOrder, TextView cSep) {
     order.reserve(static_cast<std::size_t>(m_iRows));
     std::vector<bool> named(static_cast<std::size_t>(m_iRows));
     bool permutes = true;
+    bool more = !sOrder.empty();  // an empty text has no entries
     for (std::int32_t i = 0; i < m_iRows; ++i) {
-        if (sOrder.data() == nullptr) raiseOutOfRange();  // the list is too short
+        if (!more) raiseOutOfRange();
         const std::size_t end = cSep.empty() ? TextView::npos : sOrder.find(cSep);
         const double row = std::nearbyint(GridValue(sOrder.substr(0, end)).toDouble());
         if (!(row >= 1 && row <= m_iCapacity)) raiseOutOfRange();
@@ -411,7 +414,8 @@ void clsCtlUniGrid_Column::z_SetRowsOrder(TextView sOrder, TextView cSep) {
         } else {
             named[order.back() - 1] = true;
         }
-        sOrder = end == TextView::npos ? TextView() : sOrder.substr(end + cSep.size());
+        more = end != TextView::npos;
+        if (more) sOrder.remove_prefix(end + cSep.size());
     }
     if (permutes) return setRowsOrder(order);
 
