@@ -5,6 +5,7 @@
 #include <memory>
 #include <stdexcept>
 #include <unicode/ucol.h>
+#include <unicode/uloc.h>
 
 namespace platform {
 namespace {
@@ -18,11 +19,9 @@ Collator openCollator(const char* locale) {
     return collator;
 }
 
-// The locale of programs stands for no language; neither does a name that ICU cannot read.
+// A name that ICU cannot read stands for no language.
 Collator openUsersCollator() {
-    const std::string locale = internal::userLocale("LC_COLLATE");
-    const bool ofPrograms = locale == "C" || locale == "POSIX" || locale.starts_with("C.");
-    Collator collator = openCollator(ofPrograms ? "root" : locale.c_str());
+    Collator collator = openCollator(internal::icuLocale("LC_COLLATE").c_str());
     if (collator == nullptr) collator = openCollator("root");
     if (collator == nullptr) throw std::runtime_error("ICU has no collation data");
     return collator;
@@ -39,6 +38,16 @@ const UCollator* collator() {
 }
 
 }  // namespace
+
+std::string internal::icuLocale(const char* category) {
+    const std::string locale = userLocale(category);
+    // The locale of programs stands for no language.
+    if (locale == "C" || locale == "POSIX" || locale.starts_with("C.")) return "root";
+    char name[ULOC_FULLNAME_CAPACITY];
+    UErrorCode status = U_ZERO_ERROR;
+    const std::int32_t length = uloc_canonicalize(locale.c_str(), name, sizeof name, &status);
+    return U_SUCCESS(status) ? std::string(name, static_cast<std::size_t>(length)) : "root";
+}
 
 void internal::forgetCollator() { slot().reset(); }
 

@@ -133,6 +133,8 @@ std::uint32_t attributesOf(const FileFacts& facts, std::string_view name);
 
 // The name of the user's locale for a category such as "LC_CTYPE"; "C" when there is none.
 std::string userLocale(const char* category);  // codepages.cpp
+// The same in ICU's spelling ("zh_TW" for "zh_TW.UTF-8"); "root" for "C".
+std::string icuLocale(const char* category);  // collation.cpp
 
 // The locale has changed: what was derived from it is worked out anew.
 void forgetCodePage();  // codepages.cpp

@@ -10,8 +10,7 @@ namespace {
 char16_t g_separator = 0;  // 0: not asked yet
 
 char16_t separatorOfLocale() {
-    const std::string locale = internal::userLocale("LC_NUMERIC");
-    if (locale == "C" || locale == "POSIX" || locale.starts_with("C.")) return u'.';
+    const std::string locale = internal::icuLocale("LC_NUMERIC");
     UErrorCode status = U_ZERO_ERROR;
     UNumberFormat* const format =
         unum_open(UNUM_DECIMAL, nullptr, 0, locale.c_str(), nullptr, &status);
