@@ -1,0 +1,72 @@
+#include "langfile/clsFileIniEx.h"
+
+#include "langfile/clsFileIniEx_entries.h"
+#include "langfile/foldedText.h"
+#include "platform/base/failure.h"
+
+TextView clsFileIniEx::pvTrim(TextView s) {
+    const auto isBlank = [](char16_t unit) { return unit == u' ' || unit == u'\t'; };
+    while (!s.empty() && isBlank(s.front())) s.remove_prefix(1);
+    while (!s.empty() && isBlank(s.back())) s.remove_suffix(1);
+    return s;
+}
+
+void clsFileIniEx::pvCheckLoaded() const {
+    if (!m_bLoaded) throw Failure(kOwnError, u"clsFileIniEx", u"Please load the file first!");
+}
+
+void clsFileIniEx::forget() {
+    m_bLoaded = false;
+    m_records.clear();
+    m_heads.clear();
+    m_sections.clear();
+    m_sectionTable.clear();
+    m_keyTable.clear();
+    m_edited.clear();
+    m_text.clear();
+}
+
+// The state of a document without rows: the root is there, as a section without a name.
+void clsFileIniEx::startRows() {
+    forget();
+    m_heads.push_back({TextView(), hashFolded({}), kRoot});
+    m_sections.push_back({TextView(), hashFolded({}), kRoot});
+    m_bLoaded = true;
+}
+
+void clsFileIniEx::append(std::uint32_t section, std::uint32_t record) {
+    Section& list = m_sections[section];
+    m_records[record].next = kNone;
+    (list.last == kNone ? list.first : m_records[list.last].next) = record;
+    list.last = record;
+}
+
+// A head whose name has brackets around it in memory.
+void clsFileIniEx::addHead(TextView sName) {
+    m_heads.push_back({sName, hashFolded(pvTrim(sName)), kNone});
+}
+
+std::uint32_t clsFileIniEx::sectionOf(std::uint32_t head) {
+    Head& spelling = m_heads[head];
+    if (spelling.section != kNone) return spelling.section;
+    const auto number = static_cast<std::uint32_t>(m_sections.size());
+    spelling.section =
+        m_sectionTable.insert(spelling.hash, number, isSectionNamed(pvTrim(spelling.name)));
+    if (spelling.section == kNone) {
+        spelling.section = number;
+        m_sections.push_back({spelling.name, spelling.hash, head});
+    }
+    return spelling.section;
+}
+
+std::uint32_t clsFileIniEx::pvFindSection(TextView sSection) const {
+    const TextView name = pvTrim(sSection);
+    return m_sectionTable.find(hashFolded(name), isSectionNamed(name));
+}
+
+std::uint32_t clsFileIniEx::pvFindRow(TextView sSection, TextView sKey) const {
+    const std::uint32_t section = pvTrim(sSection).empty() ? kRoot : pvFindSection(sSection);
+    if (section == kNone) return kNone;
+    const TextView key = pvTrim(sKey);
+    return m_keyTable.find(hashOf(section, key), isKeyOf(section, key));
+}

@@ -1,0 +1,113 @@
+#include "langfile/clsFileIniEx.h"
+#include "langfile/clsFileIniEx_entries.h"
+
+#include <cstring>
+
+void clsFileIniEx::AddString(TextView sAppName, TextView sKeyName, TextView sKeyVal) {
+    if (!m_bLoaded) startRows();
+    const TextView key = cleaned(sKeyName);
+    pvAddKeyRow(cleaned(sAppName), key, lineOf(key, cleaned(sKeyVal)));
+}
+
+void clsFileIniEx::AddBool(TextView sAppName, TextView sKeyName, bool bKeyVal) {
+    AddString(sAppName, sKeyName, bKeyVal ? u"1" : u"0");
+}
+
+TextView clsFileIniEx::lineOf(TextView sKey, TextView sValue) {
+    char16_t* const line = m_edited.allocate(sKey.size() + 1 + sValue.size());
+    std::memcpy(line, sKey.data(), sKey.size() * sizeof(char16_t));
+    line[sKey.size()] = m_cSeparator;
+    std::memcpy(line + sKey.size() + 1, sValue.data(), sValue.size() * sizeof(char16_t));
+    return {line, sKey.size() + 1 + sValue.size()};
+}
+
+// The head to file a row of this section under: a spelling that is there already, else a new one.
+std::uint32_t clsFileIniEx::headNamed(TextView sSection) {
+    if (pvTrim(sSection).empty()) return kRoot;
+    const std::uint32_t section = pvFindSection(sSection);
+    if (section != kNone && m_sections[section].name == sSection) return m_sections[section].head;
+    const auto last = static_cast<std::uint32_t>(m_heads.size() - 1);
+    if (m_heads[last].name == sSection && m_heads[last].section == section) return last;
+
+    char16_t* const bracketed = m_edited.allocate(sSection.size() + 2);
+    bracketed[0] = u'[';
+    std::memcpy(bracketed + 1, sSection.data(), sSection.size() * sizeof(char16_t));
+    bracketed[sSection.size() + 1] = u']';
+    addHead({bracketed + 1, sSection.size()});
+    return last + 1;
+}
+
+// sLine lives in the document and begins with sKey and the separator.
+void clsFileIniEx::pvAddKeyRow(TextView sSection, TextView sKey, TextView sLine) {
+    const std::uint32_t head = headNamed(sSection);
+    const std::uint32_t section = sectionOf(head);
+    const auto number = static_cast<std::uint32_t>(m_records.size());
+    const TextView key = pvTrim(sKey);
+    const std::uint32_t there =
+        m_keyTable.insert(hashOf(section, key), number, isKeyOf(section, key));
+    Record row{sLine.data(), static_cast<std::uint32_t>(sLine.size()),
+               static_cast<std::uint32_t>(sKey.size()), head, kNone};
+    if (sLine.find(ROW_SEP) != TextView::npos) m_bPackedSplits = true;
+    if (there != kNone) {
+        row.next = m_records[there].next;
+        m_records[there] = row;
+    } else {
+        m_records.push_back(row);
+        append(section, number);
+    }
+}
+
+bool clsFileIniEx::RemoveSection(TextView sSection) {
+    if (!m_bLoaded || pvTrim(sSection).empty()) return false;
+    const std::uint32_t section = pvFindSection(sSection);
+    if (section == kNone) return false;
+    dropSection(section);
+    return true;
+}
+
+void clsFileIniEx::dropSection(std::uint32_t section) {
+    Section& gone = m_sections[section];
+    while (gone.first != kNone) removeRecord(section, kNone, gone.first);
+    const TextView name = pvTrim(gone.name);
+    m_sectionTable.remove(gone.hash, isSectionNamed(name));
+    gone.removed = true;
+    // A later row of that name makes a new section, under a head of its own.
+    for (Head& head : m_heads) {
+        if (head.section == section) head.name = TextView();
+    }
+}
+
+// `before` is the row in front of it in the section, or kNone.
+void clsFileIniEx::removeRecord(std::uint32_t section, std::uint32_t before, std::uint32_t record) {
+    const Record& gone = m_records[record];
+    if (gone.keyLength != kNoKey) {
+        const TextView key = pvTrim(keyOf(gone));
+        m_keyTable.remove(hashOf(section, key), isKeyOf(section, key));
+    }
+    Section& list = m_sections[section];
+    (before == kNone ? list.first : m_records[before].next) = gone.next;
+    if (list.last == record) list.last = before;
+}
+
+bool clsFileIniEx::RemoveRowKeyVal(TextView sAppName, TextView sKeyName) {
+    if (!m_bLoaded) return false;
+    const std::uint32_t section = pvTrim(sAppName).empty() ? kRoot : pvFindSection(sAppName);
+    if (section == kNone) return false;
+    const TextView key = pvTrim(sKeyName);
+    std::uint32_t before = kNone;
+    for (std::uint32_t r = m_sections[section].first; r != kNone; r = m_records[r].next) {
+        if (equalFolded(pvTrim(keyOf(m_records[r])), key)) {
+            removeRecord(section, before, r);
+            return true;
+        }
+        before = r;
+    }
+    // At the top level the section rows are rows without a key, too.
+    if (section != kRoot || !key.empty()) return false;
+    for (std::uint32_t s = kRoot + 1; s < m_sections.size(); ++s) {
+        if (m_sections[s].removed) continue;
+        dropSection(s);
+        return true;
+    }
+    return false;
+}

@@ -1,0 +1,89 @@
+#include "file/clsUniFile.h"
+#include "file/ufu_files.h"
+#include "file/ufu_text.h"
+#include "langfile/clsFileIniEx.h"
+#include "langfile/clsFileIniEx_entries.h"
+#include "platform/base/failure.h"
+
+#include <cstring>
+
+namespace {
+
+// The bytes of a file as they stand, to be put back when a write over them fails half-way.
+class FileBytes {
+public:
+    explicit FileBytes(TextView sFile) : m_sFile(sFile) {
+        clsUniFile file;
+        if (!file.OpenFileRead(sFile, true)) return;
+        m_bytes.resize(static_cast<std::size_t>(file.LOF()));
+        m_read = m_bytes.empty() || file.ReadBytes(m_bytes);
+    }
+    void putBack() {
+        if (!m_read) return;
+        clsUniFile file;
+        if (file.OpenFileWrite(m_sFile, true) && !m_bytes.empty()) {
+            (void)file.WriteBytes(
+                m_bytes);  // the save has failed already, and that is what is told
+        }
+    }
+
+private:
+    Text m_sFile;
+    Bytes m_bytes;
+    bool m_read = false;
+};
+
+}  // namespace
+
+bool clsFileIniEx::Save(TextView sFile, TextView sLineSep, bool bUpdate, bool bSaveEmptyKeyVal) {
+    if (const TextView name = trimBlanks(sFile); !name.empty()) m_sFile = name;
+    if (m_sFile.empty()) throw Failure(kOwnError, u"clsFileIniEx.Save", u"I need a file!");
+    if (!ufu_FileExist(m_sFile)) return pvSave(sLineSep, bSaveEmptyKeyVal);
+
+    FileBytes before(m_sFile);
+    bool saved = false;
+    if (bUpdate) {
+        clsFileIniEx onDisk;
+        onDisk.AllowTabs(m_bAllowTabs);
+        onDisk.CommentChar(m_sCommentChar);
+        onDisk.KeyValueSepChar(m_cSeparator);
+        // Going on without the file's rows would replace them by nothing.
+        if (!onDisk.Load(m_sFile)) return false;
+        mergeInto(onDisk);
+        saved = onDisk.pvSave(sLineSep, bSaveEmptyKeyVal);
+    } else {
+        saved = pvSave(sLineSep, bSaveEmptyKeyVal);
+    }
+    if (!saved) before.putBack();
+    return saved;
+}
+
+void clsFileIniEx::mergeInto(clsFileIniEx& oTarget) const {
+    for (const Section& section : m_sections) {
+        for (std::uint32_t r = section.first; r != kNone; r = m_records[r].next) {
+            const Record& row = m_records[r];
+            if (isKeyRow(row)) oTarget.AddString(m_heads[row.head].name, keyOf(row), valueOf(row));
+        }
+    }
+}
+
+Text clsFileIniEx::toText(TextView sLineSep, bool bSaveEmptyKeyVal) const {
+    const auto eachLine = [&](auto put) {
+        forEachRow([&](const clsFileIniEx_Row& row) {
+            if (bSaveEmptyKeyVal || row.sKey.empty() || !row.sValue.empty()) put(row.sLine);
+        });
+    };
+    std::size_t length = 0;
+    eachLine([&](TextView line) { length += line.size() + sLineSep.size(); });
+    Text text;
+    text.reserve(length);
+    eachLine([&](TextView line) { text.append(line).append(sLineSep); });
+    if (!sLineSep.empty() && text.ends_with(sLineSep)) text.resize(text.size() - sLineSep.size());
+    return text;
+}
+
+bool clsFileIniEx::pvSave(TextView sLineSep, bool bSaveEmptyKeyVal) const {
+    if (!m_bLoaded) return ufu_StringToTextFile(m_sFile, {}, ufeAnsi);
+    const Text text = toText(sLineSep, bSaveEmptyKeyVal);
+    return ufu_StringToTextFile(m_sFile, text, IsAnsiText(text) ? ufeAnsi : ufeUnicode);
+}
