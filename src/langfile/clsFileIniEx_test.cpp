@@ -1,0 +1,304 @@
+#include "langfile/clsFileIniEx.h"
+
+#include "langfile/documentDump_test.h"
+#include "langfile/simpleDocument_test.h"
+#include "platform/base/failure.h"
+#include "support/TempDir.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+namespace {
+
+clsFileIniEx parsed(TextView text) {
+    clsFileIniEx document;
+    EXPECT_TRUE(document.LoadFromString(text));
+    return document;
+}
+
+std::string joined(const std::vector<TextView>& parts) {
+    std::string all;
+    for (const TextView part : parts) all += "<" + toUtf8(part) + ">";
+    return all;
+}
+
+std::string failureOf(const std::function<void()>& operation) {
+    try {
+        operation();
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.number, kOwnError);
+        return toUtf8(failure.message);
+    }
+    return "no failure";
+}
+
+const struct {
+    Text text;
+    std::string rows;
+} kParse[] = {
+    {u"", "plain[] plain[]"},
+    {u"\r\n", "plain[] plain[]"},
+    {u"Title = My program", "key[Title ]=[ My program] plain[]"},
+    {u"Path=c:\\a=b\n", "key[Path]=[c:\\a=b] plain[]"},
+    {u"; note\r\n; note=x\r\n=x\r\n#x", "plain[; note] key[; note]=[x] plain[=x] plain[#x]"},
+    {u"=a=b\n", "plain[=a=b] plain[]"},
+    {u"  [Main]  ; text\r\nA=1", "sec[Main]{key[A]=[1]}"},
+    {u"[a=b]\r\n[a]=b\r\n[]\r\n[name\r\nx[A]\r\n[]]",
+     "key[[a]=[b]] key[[a]]=[b] plain[[]] plain[[name] plain[x[A]] plain[[]]]"},
+    {u"[A]\nk=1\n[B]\nk=2\n[a]\nk=3", "sec[A]{key[k]=[3]} sec[B]{key[k]=[2]}"},
+    {u"Key=1\n KEY = 2\nq=", "key[ KEY ]=[ 2] key[q]=[]"},
+    {u"a=1\n\n[A]\n\n[B]\nx", "key[a]=[1] plain[] sec[A]{plain[]} sec[B]{plain[x]}"},
+    // A head without any row leaves no trace; one whose name is blank is a row like any other.
+    {u"[A]", "sec[A]{plain[]}"},
+    {u"[A]\r\n[B]", ""},
+    {u"[A]\nx=1\n[ \t ]\ny=2", "sec[A]{key[x]=[1] plain[[ \t ]] key[y]=[2]}"},
+    {u"[ A\t]\nx=1\n[a]\ny=2", "sec[ A\t]{key[x]=[1] key[y]=[2]}"},
+    // With CR LF in the file a lone CR or LF is an ordinary character, as is CR in a file of LF.
+    {u"a=1\rb\r\nc=2\nd", "key[a]=[1\rb] key[c]=[2\nd]"},
+    {u"\r\n\nx=1", "plain[] key[\nx]=[1]"},
+    {u"a=1\r\rb=2\r", "key[a]=[1] plain[] key[b]=[2] plain[]"},
+    {u"a=1\nb\r", "key[a]=[1] plain[b\r]"},
+    // Keys of blanks only are keys; they meet each other.
+    {u" =1\n\t=2", "key[\t]=[2]"},
+    {u"\u0130=1\ni=2\n\u00C4=3\n\u00E4=4\n\u03A3=5\n\u03C2=6",
+     "key[i]=[2] key[\u00E4]=[4] key[\u03A3]=[5] key[\u03C2]=[6]"},
+};
+
+TEST(clsFileIniEx, ClassifiesLines) {
+    for (const auto& c : kParse) EXPECT_EQ(dump(parsed(c.text)), c.rows) << toUtf8(c.text);
+}
+
+TEST(clsFileIniEx, RecognisesCommentsOnlyWithAPrefix) {
+    clsFileIniEx document;
+    document.CommentChar(u"//");
+    ASSERT_TRUE(document.LoadFromString(u" // a=1\nb=2\n//[C]"));
+    EXPECT_EQ(dump(document), "plain[ // a=1] key[b]=[2] plain[//[C]]");
+}
+
+TEST(clsFileIniEx, SplitsAtTheSeparatorThatIsSet) {
+    clsFileIniEx document;
+    document.KeyValueSepChar(u':');
+    ASSERT_TRUE(document.LoadFromString(u"a:1=2\nb=3"));
+    document.AddString(u"", u"c", u" 4 ");
+    EXPECT_EQ(dump(document), "key[a]=[1=2] plain[b=3] key[c]=[4]");
+    EXPECT_EQ(document.toText(u"\n", true), u"a:1=2\nb=3\nc:4");
+}
+
+TEST(clsFileIniEx, FindsValuesWithoutRegardToCaseAndEndBlanks) {
+    clsFileIniEx document = parsed(u"Root = r \n[ Menu ]\nOpen=\t\u00D6ffnen \nFlag= 1 \nTwo=2");
+    EXPECT_EQ(document.GetString(u"", u" root"), u"r");
+    EXPECT_EQ(document.GetString(u"mENU", u"OPEN\t"), u"\u00D6ffnen");
+    EXPECT_EQ(document.GetString(u"Menu", u"Close", u" d "), u" d ");
+    EXPECT_EQ(document.GetString(u"None", u"Open", u"d"), u"d");
+    EXPECT_TRUE(document.GetBool(u"Menu", u"flag"));
+    EXPECT_FALSE(document.GetBool(u"Menu", u"two", true));
+    EXPECT_TRUE(document.GetBool(u"Menu", u"three", true));
+    document.AllowTabs(true);
+    EXPECT_EQ(document.GetString(u"Menu", u"Open"), u"\t\u00D6ffnen ");
+    EXPECT_TRUE(document.GetBool(u"Menu", u"flag"));
+}
+
+TEST(clsFileIniEx, ListsSectionsAndTheLinesOfTheirKeys) {
+    const clsFileIniEx document = parsed(u"r = 1\n; c\n[B]\nx\n k = v=w \n[A]\ny=2\n");
+    std::vector<TextView> rows;
+    document.GetSectionNames(rows);
+    EXPECT_EQ(joined(rows), "<><B><A>");
+    document.GetSectionRows(u" ", rows);
+    EXPECT_EQ(joined(rows), "<r = 1>");
+    document.GetSectionRows(u"b", rows);
+    EXPECT_EQ(joined(rows), "< k = v=w >");
+    EXPECT_EQ(document.GetSectionRowKey(rows, 0), u"k");
+    EXPECT_EQ(document.GetSectionRowValue(rows, 0), u"v=w");
+    document.GetSectionRows(u"unknown", rows);
+    EXPECT_TRUE(rows.empty());
+    rows = {u" no separator ", u"=x", u""};
+    EXPECT_EQ(document.GetSectionRowKey(rows, 0), u"no separator");
+    EXPECT_EQ(document.GetSectionRowValue(rows, 0), u"no separator");
+    EXPECT_EQ(document.GetSectionRowKey(rows, 1), u"=x");
+    EXPECT_EQ(document.GetSectionRowValue(rows, 2), u"");
+}
+
+TEST(clsFileIniEx, SplitsALineThatHoldsThePackingSeparator) {
+    const clsFileIniEx document = parsed(u"a=1\nb=2\t1234\t5-6*7-8\t4321\tc=3\n");
+    std::vector<TextView> rows;
+    document.GetSectionRows(u"", rows);
+    EXPECT_EQ(joined(rows), "<a=1><b=2><c=3>");
+}
+
+TEST(clsFileIniEx, NeedsALoadedDocumentForReading) {
+    const clsFileIniEx empty;
+    std::vector<TextView> rows;
+    const std::string kWords = "Please load the file first!";
+    EXPECT_EQ(failureOf([&] { (void)empty.GetString(u"", u"a"); }), kWords);
+    EXPECT_EQ(failureOf([&] { (void)empty.GetBool(u"", u"a"); }), kWords);
+    EXPECT_EQ(failureOf([&] { empty.GetSectionNames(rows); }), kWords);
+    EXPECT_EQ(failureOf([&] { empty.GetSectionRows(u"", rows); }), kWords);
+    clsFileIniEx document;
+    EXPECT_FALSE(document.RemoveSection(u"A"));
+    EXPECT_FALSE(document.RemoveRowKeyVal(u"", u"a"));
+    document.AddString(u"", u"a", u"1");
+    EXPECT_EQ(document.GetString(u"", u"a"), u"1");
+}
+
+const struct {
+    Text text;
+    Text section, key, value;
+    std::string rows;
+} kAdd[] = {
+    {u"a = 1\nb=2", u"", u" A ", u" 1\t", "key[A]=[1] key[b]=[2]"},
+    {u"a=1\n[S]\nb=2", u"", u"c", u"3", "key[a]=[1] key[c]=[3] sec[S]{key[b]=[2]}"},
+    {u"a=1\n[S]\nb=2\n\n[T]\nx", u"s", u"c", u"3",
+     "key[a]=[1] sec[S]{key[b]=[2] plain[] key[c]=[3]} sec[T]{plain[x]}"},
+    {u"[S]\nb=2", u" New ", u"c", u"", "sec[S]{key[b]=[2]} sec[New]{key[c]=[]}"},
+    {u"[S]\nb=2", u"s", u"B", u"x=y", "sec[S]{key[B]=[x=y]}"},
+    // The separator within a key is the key's own affair until the file is read again.
+    {u"x", u"", u"a=b", u"c", "plain[x] plain[] key[a=b]=[c]"},
+    {u"x", u"", u"", u"c", "plain[x] plain[] plain[=c]"},
+};
+
+TEST(clsFileIniEx, AddsAndReplacesKeys) {
+    for (const auto& c : kAdd) {
+        clsFileIniEx document = parsed(c.text);
+        document.AddString(c.section, c.key, c.value);
+        EXPECT_EQ(dump(document), c.rows);
+        EXPECT_EQ(document.GetString(c.section, c.key), simple::trimmed(c.value));
+    }
+    clsFileIniEx fresh;
+    fresh.AddBool(u"S", u"yes", true);
+    fresh.AddBool(u"S", u"no", false);
+    EXPECT_EQ(dump(fresh), "sec[S]{key[yes]=[1] key[no]=[0]}");
+}
+
+TEST(clsFileIniEx, RemovesKeysAndSections) {
+    const Text text = u"r=1\n[A]\n; c\nx=1\ny=2\n[B]\nx=3";
+    clsFileIniEx document = parsed(text);
+    EXPECT_TRUE(document.RemoveRowKeyVal(u"a", u" X"));
+    EXPECT_FALSE(document.RemoveRowKeyVal(u"a", u"x"));
+    EXPECT_FALSE(document.RemoveRowKeyVal(u"C", u"x"));
+    EXPECT_TRUE(document.RemoveRowKeyVal(u"", u"R"));
+    EXPECT_EQ(dump(document), "sec[A]{plain[; c] key[y]=[2]} sec[B]{key[x]=[3]}");
+    EXPECT_TRUE(document.RemoveRowKeyVal(u"B", u"x"));
+    EXPECT_EQ(document.toText(u"|", true), u"[A]|; c|y=2|[B]");
+    EXPECT_FALSE(document.RemoveSection(u" "));
+    EXPECT_TRUE(document.RemoveSection(u" a"));
+    EXPECT_FALSE(document.RemoveSection(u"A"));
+    document.AddString(u"a", u"z", u"9");
+    document.AddString(u"B", u"x", u"4");
+    EXPECT_EQ(dump(document), "sec[B]{key[x]=[4]} sec[a]{key[z]=[9]}");
+
+    // No key at all means the first row without one; at the top level a whole section can be that.
+    clsFileIniEx plain = parsed(text);
+    EXPECT_TRUE(plain.RemoveRowKeyVal(u"A", u""));
+    EXPECT_TRUE(plain.RemoveRowKeyVal(u"", u" "));
+    EXPECT_EQ(dump(plain), "key[r]=[1] sec[B]{key[x]=[3]}");
+}
+
+TEST(clsFileIniEx, GivesBackATextWithoutRepetitions) {
+    for (const Text text :
+         {u"", u"a=1", u"a = 1\r\n\r\n[B]\r\n; c\r\nx= y \r\n\r\n", u"[A]\r\nk=\r\n"}) {
+        const Text written = parsed(text).toText(u"\r\n", true);
+        EXPECT_EQ(written, text.find(u"\r\n") == Text::npos ? text : text) << toUtf8(text);
+    }
+    EXPECT_EQ(parsed(u"a=\nb= \nc=1\n").toText(u"\r\n", false), u"b= \r\nc=1\r\n");
+}
+
+class Saving : public ::testing::Test {
+protected:
+    bool save(clsFileIniEx& document, bool keepEmpty = false) {
+        return document.Save(dir.inside("t.lng"), u"\r\n", true, keepEmpty);
+    }
+    test::TempDir dir;
+};
+
+TEST_F(Saving, MergesIntoTheFileOnDisk) {
+    dir.write("t.lng",
+              "; Dutch\r\n[Menu] ; tail\r\nOpen = Openen\r\nExtra=Iets\r\nGone=\r\n[Alone]\r\n");
+    clsFileIniEx document;
+    document.AddString(u"menu", u"open", u"Openen");
+    document.AddString(u"menu", u"Close", u"Sluiten");
+    document.AddString(u"", u"root", u"r");
+    document.AddString(u"New", u"n", u"");
+    ASSERT_TRUE(save(document));
+    EXPECT_EQ(dir.read("t.lng"), "; Dutch\r\nroot=r\r\n[Menu]\r\nopen=Openen\r\nExtra=Iets\r\n"
+                                 "Close=Sluiten\r\n[Alone]\r\n\r\n[New]");
+    ASSERT_TRUE(save(document, true));
+    EXPECT_EQ(dir.read("t.lng"), "; Dutch\r\nroot=r\r\n[Menu]\r\nopen=Openen\r\nExtra=Iets\r\n"
+                                 "Close=Sluiten\r\n[Alone]\r\n\r\n[New]\r\nn=");
+}
+
+TEST_F(Saving, WritesTheDocumentAloneWithoutAFileOrWithoutUpdate) {
+    clsFileIniEx document;
+    document.AddString(u"S", u"a", u"\u00E9");
+    ASSERT_TRUE(save(document));
+    EXPECT_EQ(dir.read("t.lng"), "[S]\r\na=\xE9");
+    document.AddString(u"S", u"b", u"\u0416");
+    ASSERT_TRUE(document.Save(u"", u"\n", false));
+    EXPECT_EQ(dir.read("t.lng"),
+              std::string("\xFF\xFE[\0S\0]\0\n\0a\0=\0\xE9\0\n\0b\0=\0\x16\x04", 26));
+    EXPECT_EQ(document.IniFile(), dir.inside("t.lng"));
+    clsFileIniEx nothing;
+    ASSERT_TRUE(nothing.Save(dir.inside("n.lng")));
+    EXPECT_EQ(dir.read("n.lng"), "");
+    EXPECT_EQ(failureOf([] { (void)clsFileIniEx().Save(u"  "); }), "I need a file!");
+}
+
+TEST_F(Saving, LeavesAFileAloneThatItCannotRead) {
+    const std::string tooLong(clsFileIniEx::kLargestFile + 1, 'x');
+    dir.write("t.lng", tooLong);
+    clsFileIniEx document;
+    document.AddString(u"", u"a", u"1");
+    EXPECT_FALSE(save(document));
+    EXPECT_EQ(dir.read("t.lng"), tooLong);
+    dir.write("t.lng", "\xFF");
+    EXPECT_FALSE(save(document));
+    EXPECT_EQ(dir.read("t.lng"), "\xFF");
+}
+
+TEST_F(Saving, LoadsUpToTheLimitAndNotBeyond) {
+    clsFileIniEx document;
+    dir.write("t.lng", std::string(clsFileIniEx::kLargestFile, 'x'));
+    EXPECT_TRUE(document.Load(dir.inside("t.lng")));
+    EXPECT_FALSE(document.Load(dir.inside("missing.lng")));
+    EXPECT_EQ(failureOf([&] { (void)document.GetString(u"", u"x"); }),
+              "Please load the file first!");
+    EXPECT_EQ(document.IniFile(), dir.inside("missing.lng"));
+}
+
+// Small alphabets make everything meet: heads, repeated keys, separators, every kind of line end.
+Text randomText(std::mt19937& random, bool many = true) {
+    static const Text kPieces[] = {u"a",    u"A",   u"b",   u"=",      u"=",      u"[",     u"]",
+                                   u"[s]",  u"[S]", u"[t]", u"[ ]",    u" ",      u"\t",    u";",
+                                   u"\r\n", u"\n",  u"\r",  u"\u00C4", u"\u00E4", u"\xD83D"};
+    const Text end = kPieces[14 + random() % 3];
+    Text text;
+    for (std::size_t count = random() % (many ? 60 : 12); count > 0; --count) {
+        const std::size_t piece = random() % std::size(kPieces);
+        text += piece >= 14 && piece <= 16 && random() % 4 != 0 ? end : kPieces[piece];
+    }
+    return text;
+}
+
+TEST(clsFileIniEx, AgreesWithTheSimpleDocumentOnRandomTexts) {
+    std::mt19937 random(20261122);
+    for (int round = 0; round < 20000; ++round) {
+        const Text text = randomText(random);
+        const Text edits = randomText(random);
+        clsFileIniEx document = parsed(text);
+        simple::Document second;
+        second.parse(text);
+        for (int edit = 0; edit < 4; ++edit) {
+            const Text section = randomText(random, false);
+            const Text key = randomText(random, false);
+            const Text value = randomText(random, false);
+            document.AddString(section, key, value);
+            second.addString(section, key, value);
+            const simple::Row* found = second.find(section, key);
+            ASSERT_EQ(Text(document.GetString(section, key)), simple::trimmed(found->value));
+        }
+        const bool keepEmpty = random() % 2 == 0;
+        ASSERT_EQ(document.toText(u"\r\n", keepEmpty), second.written(u"\r\n", keepEmpty))
+            << toUtf8(text) << "\nround " << round;
+    }
+}
+
+}  // namespace
