@@ -4,13 +4,6 @@
 #include "langfile/foldedText.h"
 #include "platform/base/failure.h"
 
-TextView clsFileIniEx::pvTrim(TextView s) {
-    const auto isBlank = [](char16_t unit) { return unit == u' ' || unit == u'\t'; };
-    while (!s.empty() && isBlank(s.front())) s.remove_prefix(1);
-    while (!s.empty() && isBlank(s.back())) s.remove_suffix(1);
-    return s;
-}
-
 void clsFileIniEx::pvCheckLoaded() const {
     if (!m_bLoaded) throw Failure(kOwnError, u"clsFileIniEx", u"Please load the file first!");
 }

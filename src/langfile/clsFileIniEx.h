@@ -41,6 +41,13 @@ public:
     // until the document changes. Raises "Please load the file first!" with nothing loaded.
     [[nodiscard]] TextView GetString(TextView sAppName, TextView sKeyName,
                                      TextView sDefault = {}) const;
+    // The same for many keys of one section, in two steps: between them the memory that the second
+    // one needs is on its way. The key's view must live until then. With nothing loaded, or for an
+    // unknown section, the second step gives sDefault or raises as GetString does.
+    class Lookup;
+    [[nodiscard]] std::uint32_t SectionNumber(TextView sAppName) const;
+    [[nodiscard]] Lookup Prepare(std::uint32_t section, TextView sKeyName) const;
+    [[nodiscard]] TextView GetString(const Lookup& lookup, TextView sDefault = {}) const;
     // True exactly when the value, trimmed, is "1". Raises as GetString.
     [[nodiscard]] bool GetBool(TextView sAppName, TextView sKeyName, bool bDefault = false) const;
 
@@ -114,7 +121,12 @@ private:
     void pvAddKeyRow(TextView sSection, TextView sKey, TextView sLine);
     [[nodiscard]] std::uint32_t pvFindSection(TextView sSection) const;
     [[nodiscard]] std::uint32_t pvFindRow(TextView sSection, TextView sKey) const;
-    [[nodiscard]] static TextView pvTrim(TextView s);
+    [[nodiscard]] static TextView pvTrim(TextView s) {
+        const auto isBlank = [](char16_t unit) { return unit == u' ' || unit == u'\t'; };
+        while (!s.empty() && isBlank(s.front())) s.remove_prefix(1);
+        while (!s.empty() && isBlank(s.back())) s.remove_suffix(1);
+        return s;
+    }
     void pvCheckLoaded() const;
     [[nodiscard]] bool pvSave(TextView sLineSep, bool bSaveEmptyKeyVal) const;
 
@@ -166,6 +178,13 @@ private:
     std::vector<Section> m_sections;  // section kRoot holds the root rows
     KeyTable m_sectionTable;          // by lower-cased trimmed name
     KeyTable m_keyTable;              // by section and lower-cased trimmed key
+};
+
+class clsFileIniEx::Lookup {
+    friend clsFileIniEx;
+    TextView key;  // trimmed
+    std::uint32_t section = kNone;
+    std::uint64_t hash = 0;
 };
 
 template <class Visit> void clsFileIniEx::forEachRow(Visit visit) const {

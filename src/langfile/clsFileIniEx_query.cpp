@@ -21,6 +21,28 @@ TextView clsFileIniEx::GetString(TextView sAppName, TextView sKeyName, TextView 
     return row == kNone ? sDefault : cleaned(valueOf(m_records[row]));
 }
 
+std::uint32_t clsFileIniEx::SectionNumber(TextView sAppName) const {
+    if (!m_bLoaded) return kNone;
+    return pvTrim(sAppName).empty() ? kRoot : pvFindSection(sAppName);
+}
+
+clsFileIniEx::Lookup clsFileIniEx::Prepare(std::uint32_t section, TextView sKeyName) const {
+    Lookup lookup;
+    if (section == kNone) return lookup;
+    lookup.key = pvTrim(sKeyName);
+    lookup.section = section;
+    lookup.hash = hashOf(section, lookup.key);
+    m_keyTable.prefetch(lookup.hash);
+    return lookup;
+}
+
+TextView clsFileIniEx::GetString(const Lookup& lookup, TextView sDefault) const {
+    pvCheckLoaded();
+    if (lookup.section == kNone) return sDefault;
+    const std::uint32_t row = m_keyTable.find(lookup.hash, isKeyOf(lookup.section, lookup.key));
+    return row == kNone ? sDefault : cleaned(valueOf(m_records[row]));
+}
+
 bool clsFileIniEx::GetBool(TextView sAppName, TextView sKeyName, bool bDefault) const {
     return pvTrim(GetString(sAppName, sKeyName, bDefault ? u"1" : u"0")) == u"1";
 }

@@ -17,35 +17,58 @@ struct Block {
     friend bool operator==(const Block&, const Block&) = default;
 };
 
-Block foldUnits(const char16_t* units, std::size_t count) {
-    char16_t folded[kBlock] = {};
-    for (std::size_t i = 0; i < count; ++i) folded[i] = platform::lowerUnit(units[i]);
-    Block block;
-    std::memcpy(&block.low, folded, 8);
-    std::memcpy(&block.high, folded + 4, 8);
-    return block;
+template <class Integer> Integer load(const char16_t* units) {
+    Integer value;
+    std::memcpy(&value, units, sizeof value);
+    return value;
+}
+
+inline Block loadBlock(const char16_t* units) {
+    return {load<std::uint64_t>(units), load<std::uint64_t>(units + 4)};
+}
+
+// Fewer than eight units, some of them twice where that saves a loop: the same for every text of
+// that length, which is all that comparing and hashing ask for.
+inline Block loadShort(const char16_t* units, std::size_t count) {
+    if (count >= 4) return {load<std::uint64_t>(units), load<std::uint64_t>(units + count - 4)};
+    if (count >= 2) return {load<std::uint32_t>(units), load<std::uint32_t>(units + count - 2)};
+    return {count == 1 ? units[0] : std::uint64_t{0}, 0};
+}
+
+std::uint64_t foldUnits(std::uint64_t fourUnits) {
+    std::uint64_t folded = 0;
+    for (int shift = 0; shift < 64; shift += 16) {
+        folded |= static_cast<std::uint64_t>(
+                      platform::lowerUnit(static_cast<char16_t>(fourUnits >> shift)))
+                  << shift;
+    }
+    return folded;
 }
 
 // Eight units in lower case.
-Block foldBlock(const char16_t* units) {
+inline Block fold(Block block) {
 #if defined(__SSE2__)
-    const __m128i raw = _mm_loadu_si128(reinterpret_cast<const __m128i*>(units));
-    const __m128i beyondAscii = _mm_and_si128(raw, _mm_set1_epi16(static_cast<short>(0xFF80)));
-    if (_mm_movemask_epi8(_mm_cmpeq_epi16(beyondAscii, _mm_setzero_si128())) == 0xFFFF) {
+    constexpr std::uint64_t kBeyondAscii = 0xFF80FF80FF80FF80ULL;
+    if (((block.low | block.high) & kBeyondAscii) == 0) {
+        const __m128i raw =
+            _mm_set_epi64x(static_cast<long long>(block.high), static_cast<long long>(block.low));
         const __m128i upper = _mm_and_si128(_mm_cmpgt_epi16(raw, _mm_set1_epi16('A' - 1)),
                                             _mm_cmplt_epi16(raw, _mm_set1_epi16('Z' + 1)));
         const __m128i folded = _mm_or_si128(raw, _mm_and_si128(upper, _mm_set1_epi16(0x20)));
-        Block block;
-        _mm_storel_epi64(reinterpret_cast<__m128i*>(&block.low), folded);
-        _mm_storel_epi64(reinterpret_cast<__m128i*>(&block.high),
-                         _mm_unpackhi_epi64(folded, folded));
-        return block;
+        return {static_cast<std::uint64_t>(_mm_cvtsi128_si64(folded)),
+                static_cast<std::uint64_t>(_mm_cvtsi128_si64(_mm_unpackhi_epi64(folded, folded)))};
     }
 #endif
-    return foldUnits(units, kBlock);
+    return {foldUnits(block.low), foldUnits(block.high)};
 }
 
-std::uint64_t mix(std::uint64_t a, std::uint64_t b) {
+// What is left of a text behind its whole blocks; a long text's last block reaches back into the
+// one before.
+inline Block foldRest(const char16_t* units, std::size_t left, bool isLong) {
+    return fold(isLong ? loadBlock(units + left - kBlock) : loadShort(units, left));
+}
+
+inline std::uint64_t mix(std::uint64_t a, std::uint64_t b) {
     __extension__ using Wide = unsigned __int128;
     const Wide product = static_cast<Wide>(a) * b;
     return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
@@ -54,7 +77,7 @@ std::uint64_t mix(std::uint64_t a, std::uint64_t b) {
 constexpr std::uint64_t kMixA = 0xA0761D6478BD642FULL;
 constexpr std::uint64_t kMixB = 0xE7037ED1A0B428DBULL;
 
-std::uint64_t mixBlock(std::uint64_t hash, const Block& block) {
+inline std::uint64_t mixBlock(std::uint64_t hash, const Block& block) {
     return mix(block.low ^ hash, block.high ^ kMixA ^ hash);
 }
 
@@ -66,26 +89,21 @@ bool equalFolded(TextView a, TextView b) {
     const char16_t* q = b.data();
     std::size_t left = a.size();
     for (; left >= kBlock; left -= kBlock, p += kBlock, q += kBlock) {
-        if (std::memcmp(p, q, kBlock * sizeof(char16_t)) != 0 && foldBlock(p) != foldBlock(q)) {
+        if (std::memcmp(p, q, kBlock * sizeof(char16_t)) != 0 &&
+            fold(loadBlock(p)) != fold(loadBlock(q))) {
             return false;
         }
     }
-    for (; left > 0; --left, ++p, ++q) {
-        if (*p != *q && platform::lowerUnit(*p) != platform::lowerUnit(*q)) return false;
-    }
-    return true;
+    const bool isLong = a.size() >= kBlock;
+    return left == 0 || foldRest(p, left, isLong) == foldRest(q, left, isLong);
 }
 
 std::uint64_t hashFolded(TextView s) {
     const char16_t* p = s.data();
     std::size_t left = s.size();
     std::uint64_t hash = platform::processSeed() ^ (left * kMixB);
-    for (; left >= kBlock; left -= kBlock, p += kBlock) hash = mixBlock(hash, foldBlock(p));
-    if (left > 0) {
-        // The last block of a long text overlaps the one before; a short text is padded with zeros.
-        const Block last = s.size() >= kBlock ? foldBlock(p + left - kBlock) : foldUnits(p, left);
-        hash = mixBlock(hash, last);
-    }
+    for (; left >= kBlock; left -= kBlock, p += kBlock) hash = mixBlock(hash, fold(loadBlock(p)));
+    if (left > 0) hash = mixBlock(hash, foldRest(p, left, s.size() >= kBlock));
     return mix(hash ^ kMixB, kMixA);
 }
 
