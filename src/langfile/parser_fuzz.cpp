@@ -15,6 +15,17 @@ void hold(bool law, const char* words) {
     std::abort();
 }
 
+bool hasLoneLineEnd(const Text& text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool pair = text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n';
+        if (pair)
+            ++i;
+        else if (text[i] == u'\r' || text[i] == u'\n')
+            return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -51,14 +62,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     hold(listed >= valued, "every key is listed");
 
-    // Line ends other than the one written stay inside lines, where a second reading can take them
-    // for the file's own; from then on nothing moves.
+    // A lone CR or LF inside a line can be taken for the file's line end at the next reading.
+    // Without any, writing settles: a text of one line gains a line end once, and from then on
+    // nothing moves.
+    if (hasLoneLineEnd(text)) return 0;
     clsFileIniEx again;
     hold(again.LoadFromString(document.toText(u"\r\n", true)), "written text can be loaded");
     clsFileIniEx third;
     hold(third.LoadFromString(again.toText(u"\r\n", true)), "and once more");
-    clsFileIniEx fourth;
-    hold(fourth.LoadFromString(third.toText(u"\r\n", true)), "and once more");
-    hold(third.toText(u"\r\n", true) == fourth.toText(u"\r\n", true), "writing settles");
+    hold(again.toText(u"\r\n", true) == third.toText(u"\r\n", true), "writing settles");
     return 0;
 }
