@@ -18,13 +18,14 @@ void hold(bool law, const char* words) {
     std::abort();
 }
 
-// Text with CR LF at the line ends and no other CR or LF.
+// Text with CR LF at the line ends and no other CR or LF, and without the control units from 80 on,
+// which count as narrow and which code page 1252 yet cannot hold.
 Text lines(const std::uint8_t* data, std::size_t size) {
     Text text;
     for (std::size_t i = 0; i < size; ++i) {
         if (data[i] == '\n') {
             text += u"\r\n";
-        } else if (data[i] != '\r') {
+        } else if (data[i] != '\r' && (data[i] < 0x80 || data[i] >= 0xA0)) {
             // The last bytes stand for units beyond 8 bits, so that both encodings are written.
             text += data[i] >= 0xF0 ? static_cast<char16_t>(0x0410 + data[i]) : data[i];
         }
@@ -60,7 +61,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::size_t cutB = cutA + (size - cutA) * data[2] / 256;
     const Text mainText = lines(data + 4, cutA - 4);
     const Text diskText = lines(data + cutA, cutB - cutA);
-    const Text translation = simple::trimmed(Text(data + cutB, data + size));
+    Text translation = lines(data + cutB, size - cutB);
+    std::erase_if(translation, [](char16_t c) { return c == u'\r' || c == u'\n'; });
 
     // The list: the main file's keys with a translation for some of them.
     clsFileIniEx main;
