@@ -1,0 +1,37 @@
+// workbench/logic/PendingRows.h: the rows that still have no translation at all, found by their
+// default text.
+#pragma once
+#include "grid/store/GridData.h"
+#include "langfile/KeyTable.h"
+
+// Pending is a row whose Translation cell is exactly the empty string. A row that has got a
+// translation since it was noted is passed over when its turn comes; a row that has lost it must be
+// added. Rows must not move or go while they are noted here.
+class PendingRows {
+public:
+    // Notes all pending rows of the list, in place of what was noted before.
+    void collect(const GridData& fxGrid);
+    void add(const GridData& fxGrid, std::int32_t iRow);
+    // Sets the translation of all pending rows of exactly that default text, in row order, and
+    // forgets them. Returns how many were set. The texts may be views of cells.
+    std::int32_t fill(GridData& fxGrid, TextView sDefault, TextView sTrans);
+
+private:
+    static constexpr std::uint32_t kNone = KeyTable::kNone;
+
+    // The pending rows of one default text, chained; of it, which stands for all of them in
+    // comparisons.
+    struct Group {
+        std::int32_t row;
+        std::uint32_t first = kNone, last = kNone;  // into m_notes
+    };
+    struct Note {
+        std::int32_t row;
+        std::uint32_t next;
+    };
+
+    std::vector<Group> m_groups;
+    std::vector<Note> m_notes;
+    KeyTable m_table;                  // groups by default text
+    std::vector<std::int32_t> m_rows;  // those of the group being filled
+};

@@ -1,0 +1,143 @@
+#include "workbench/logic/comparePair.h"
+
+#include "langfile/clsFileIniEx.h"
+#include "langfile/foldedText.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+// The decimal digits of a number above 0, at the end of `room`.
+TextView decimal(std::int32_t number, std::array<char16_t, 10>& room) {
+    std::size_t first = room.size();
+    for (; number > 0; number /= 10) room[--first] = static_cast<char16_t>(u'0' + number % 10);
+    return TextView(room.data(), room.size()).substr(first);
+}
+
+RowState stateOf(TextView sDefault, TextView sTranslation) {
+    // Lower case neither makes nor takes away a blank, so the texts can be trimmed first.
+    const TextView trimmed = trimBlanks(sTranslation);
+    if (trimmed.empty()) return RowState::Empty;
+    return equalFolded(trimBlanks(sDefault), trimmed) ? RowState::SameAsDefault
+                                                      : RowState::Translated;
+}
+
+// False for nearly every text, after a look at its bytes.
+bool mayHoldTab(TextView s) {
+    return !s.empty() && std::memchr(s.data(), '\t', s.size() * sizeof(char16_t)) != nullptr;
+}
+
+// What `ask` gives; a failure of it is one of that document's file.
+template <class Ask> auto asked(const clsFileIniEx& document, Ask ask) {
+    try {
+        return ask();
+    } catch (const Failure& failure) {
+        throw FileFailure(failure, document.IniFile());
+    }
+}
+
+// Gives the rows of one section, a batch at a time: while the keys of a batch are read, what their
+// translations need is on its way from memory.
+class SectionWalk {
+public:
+    SectionWalk(const clsFileIniEx& oMain, const clsFileIniEx& oTrans, bool bOnlyUntranslated,
+                PairSink& sink)
+        : m_oMain(oMain), m_oTrans(oTrans), m_bOnlyUntranslated(bOnlyUntranslated), m_sink(sink) {}
+
+    void give(TextView section, const std::vector<TextView>& rows) {
+        m_row.section = section;
+        const std::uint32_t inTrans = m_oTrans.SectionNumber(section);
+        for (std::size_t j = 0; j < rows.size(); ++j) {
+            const TextView key = m_oMain.GetSectionRowKey(rows, j);
+            if (trimBlanks(key).empty()) continue;
+            m_batch[m_used++] = {key, m_oMain.GetSectionRowValue(rows, j),
+                                 m_oTrans.Prepare(inTrans, key)};
+            if (m_used == m_batch.size()) giveBatch();
+        }
+        giveBatch();
+    }
+
+private:
+    struct Prepared {
+        TextView key;
+        TextView defaultText;
+        clsFileIniEx::Lookup translation;
+    };
+
+    void giveBatch() {
+        for (std::size_t i = 0; i < m_used; ++i) {
+            m_row.key = m_batch[i].key;
+            m_row.defaultText = m_batch[i].defaultText;
+            m_row.translation =
+                asked(m_oTrans, [&] { return m_oTrans.GetString(m_batch[i].translation); });
+            m_row.state = stateOf(m_row.defaultText, m_row.translation);
+            ++m_row.number;
+            if (!m_bOnlyUntranslated || m_row.state != RowState::Translated) m_sink.row(m_row);
+        }
+        m_used = 0;
+    }
+
+    const clsFileIniEx& m_oMain;
+    const clsFileIniEx& m_oTrans;
+    bool m_bOnlyUntranslated;
+    PairSink& m_sink;
+    PairRow m_row;
+    std::array<Prepared, 32> m_batch;
+    std::size_t m_used = 0;
+};
+
+}  // namespace
+
+Text PairRow::rowText() const {
+    std::array<char16_t, 10> room;
+    Text text;
+    text.reserve(room.size() + section.size() + key.size() + defaultText.size() +
+                 translation.size() + 4);
+    text += decimal(number, room);
+    for (const TextView value : {section, key, defaultText, translation}) {
+        text += u'\t';
+        text += value;
+    }
+    return text;
+}
+
+RowCells::RowCells(const PairRow& row)
+    : m_cells{decimal(row.number, m_number), row.section, row.key, row.defaultText,
+              row.translation} {
+    if (std::any_of(m_cells.begin(), m_cells.end(), mayHoldTab)) splitAtTabs();
+}
+
+void RowCells::splitAtTabs() {
+    const std::array<TextView, 5> values = m_cells;
+    std::size_t cell = 0;
+    for (TextView value : values) {
+        for (bool more = true; more;) {
+            if (cell == m_cells.size()) return;
+            const std::size_t tab = value.find(u'\t');
+            m_cells[cell++] = value.substr(0, tab);
+            more = tab != TextView::npos;
+            if (more) value.remove_prefix(tab + 1);
+        }
+    }
+}
+
+PairFiles pvComparePair(TextView sMainFile, TextView sTransFile, bool bOnlyUntranslated,
+                        PairSink& sink, JobListener& listener) {
+    clsFileIniEx oMain;
+    clsFileIniEx oTrans;
+    (void)oMain.Load(sMainFile);    // a failed load shows when the section names are asked for
+    (void)oTrans.Load(sTransFile);  // and here with the first key
+    sink.filesRead();
+
+    std::vector<TextView> sections;
+    std::vector<TextView> rows;
+    asked(oMain, [&] { oMain.GetSectionNames(sections); });
+    SectionWalk walk(oMain, oTrans, bOnlyUntranslated, sink);
+    for (std::size_t i = 0; i < sections.size(); ++i) {
+        oMain.GetSectionRows(sections[i], rows);
+        listener.pvSetProgress(percentOf(i, sections.size()));
+        walk.give(sections[i], rows);
+    }
+    return {oMain.IniFile(), oTrans.IniFile()};
+}

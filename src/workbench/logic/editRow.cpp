@@ -1,0 +1,43 @@
+#include "workbench/logic/editRow.h"
+
+#include "langfile/foldedText.h"
+#include "workbench/logic/UpdateBracket.h"
+#include "workbench/logic/columns.h"
+#include "workbench/logic/fillDuplicates.h"
+
+TextView startingText(TextView sDefault, TextView sTrans) {
+    return trimBlanks(sTrans).empty() ? sDefault : sTrans;
+}
+
+Text onOneLine(TextView s) {
+    Text text;
+    text.reserve(s.size());
+    bool inBreak = false;
+    for (const char16_t unit : s) {
+        const bool isBreak = unit == u'\r' || unit == u'\n';
+        if (!isBreak) {
+            text += unit;
+        } else if (!inBreak) {
+            text += u' ';
+        }
+        inBreak = isBreak;
+    }
+    return text;
+}
+
+void confirmEdit(PairList& list, std::int32_t iRow, TextView sResult, JobListener& listener) {
+    GridData& fxGrid = list.fxGrid;
+    const Text s = onOneLine(sResult);
+    const bool changed = s != fxGrid.CellText(iRow, kTranslationColumn);
+    if (changed) list.m_bDirty = true;
+    {
+        const UpdateBracket update(fxGrid);
+        fxGrid.CellText(iRow, kTranslationColumn, s);
+        if (changed && s.empty()) {
+            if (list.pending) list.pending->add(fxGrid, iRow);
+        } else if (changed) {
+            (void)pvFillDuplicates(list, fxGrid.CellText(iRow, kDefaultColumn), s);
+        }
+    }
+    listener.enableSave(list.m_bDirty);
+}

@@ -1,0 +1,53 @@
+#include "workbench/logic/fillDuplicates.h"
+
+#include "workbench/logic/UpdateBracket.h"
+#include "workbench/logic/columns.h"
+
+namespace {
+
+PendingRows& pendingOf(PairList& list) {
+    if (!list.pending) list.pending.emplace().collect(list.fxGrid);
+    return *list.pending;
+}
+
+}  // namespace
+
+std::int32_t pvFillPendingDuplicates(GridData& fxGrid, TextView sDefault, TextView sTrans,
+                                     PendingRows& cPending) {
+    return cPending.fill(fxGrid, sDefault, sTrans);
+}
+
+std::int32_t pvFillDuplicates(PairList& list, TextView sDefault, TextView sTrans) {
+    return pvFillPendingDuplicates(list.fxGrid, sDefault, sTrans, pendingOf(list));
+}
+
+std::int32_t pvFillAllDuplicates(PairList& list, JobListener& listener) {
+    GridData& fxGrid = list.fxGrid;
+    std::int32_t filled = 0;
+    {
+        const WaitWords wait(listener, u"Searching for untranslated duplicates...\r\n"
+                                       u"Press SHIFT to cancel...");
+        list.pending.reset();
+        PendingRows& cPending = pendingOf(list);
+        {
+            const UpdateBracket update(fxGrid);
+            const std::int32_t rows = fxGrid.Rows();
+            for (std::int32_t i = 1; i <= rows; ++i) {
+                listener.pvSetProgress(
+                    percentOf(static_cast<std::uint64_t>(i), static_cast<std::uint64_t>(rows) + 1));
+                if (const TextView sTrans = fxGrid.CellText(i, kTranslationColumn);
+                    !sTrans.empty()) {
+                    filled += pvFillPendingDuplicates(fxGrid, fxGrid.CellText(i, kDefaultColumn),
+                                                      sTrans, cPending);
+                }
+                if (listener.cancelled()) break;
+            }
+        }
+        listener.pvSetProgress(0);
+    }
+    if (filled > 0) {
+        list.m_bDirty = true;
+        listener.enableSave(true);
+    }
+    return filled;
+}

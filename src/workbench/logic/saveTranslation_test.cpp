@@ -1,0 +1,145 @@
+#include "workbench/logic/saveTranslation.h"
+
+#include "langfile/simpleDocument_test.h"
+#include "platform/base/codepages.h"
+#include "support/TempDir.h"
+#include "support/raised.h"
+#include "workbench/logic/columns.h"
+#include "workbench/logic/loadPair.h"
+#include "workbench/logic/recording_test.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+namespace {
+
+void save(const GridData& grid, const test::TempDir& dir, bool bKeepEmpty = false) {
+    JobListener silent;
+    saveTranslation(grid, dir.inside("trans.lng"), bKeepEmpty, silent);
+}
+
+TEST(saveTranslation, TellsItsStepsInOrder) {
+    const test::TempDir dir;
+    ListGrid grid{u"1\tS\ta\tOpen\tOpenen", u"2\t\tb\tClose\t", u"3\tS\tc\tCut\tKnippen"};
+    RecordingListener listener;
+    saveTranslation(grid, dir.inside("trans.lng"), true, listener);
+    EXPECT_EQ(listener.heard, "wait[Saving file...] 25 50 75 0 close");
+    EXPECT_EQ(dir.read("trans.lng"), "b=\r\n[S]\r\na=Openen\r\nc=Knippen");
+
+    listener.heard.clear();
+    const test::TempDir folder;
+    EXPECT_EQ(test::raised([&] {
+                  saveTranslation(grid, folder.inside("no such directory/x"), true, listener);
+              }),
+              ": Cannot Save File!");
+    EXPECT_EQ(listener.heard, "wait[Saving file...] 25 50 75 close");
+}
+
+TEST(saveTranslation, NamesTheFileThatCannotBeSavedAndLeavesIt) {
+    const test::TempDir dir;
+    const ListGrid grid{u"1\tS\ta\tOpen\tOpenen"};
+    const auto raisedBy = [&](const Text& sFile) {
+        JobListener silent;
+        return test::raised([&] { saveTranslation(grid, sFile, false, silent); });
+    };
+    std::filesystem::create_directory(dir.path() / "folder");
+    dir.write("half a mark", "\xFF");
+    dir.write("too long", std::string(5 * 1024 * 1024 + 1, 'x'));
+    EXPECT_EQ(raisedBy(dir.inside("folder")), ": Cannot Save File!");
+    EXPECT_EQ(raisedBy(dir.inside("half a mark")), ": Cannot Save File!");
+    EXPECT_EQ(dir.read("half a mark"), "\xFF");
+    EXPECT_EQ(raisedBy(dir.inside("too long")), ": Cannot Save File!");
+    EXPECT_EQ(dir.read("too long").size(), 5U * 1024 * 1024 + 1);
+    EXPECT_EQ(raisedBy(u" "), "clsFileIniEx.Save: I need a file!");
+}
+
+// The document takes blanks off the name that it saves to.
+TEST(saveTranslation, NeverWritesAnotherFileThanTheOneNamed) {
+    const test::TempDir dir;
+    dir.write("trans.lng", "a=other");
+    dir.write("trans.lng ", "a=1");
+    const ListGrid grid{u"1\t\ta\tOpen\tOpenen"};
+    JobListener silent;
+    EXPECT_EQ(
+        test::raised([&] { saveTranslation(grid, dir.inside("trans.lng") + u" ", false, silent); }),
+        ": Cannot Save File!");
+    EXPECT_EQ(dir.read("trans.lng"), "a=other");
+    EXPECT_EQ(dir.read("trans.lng "), "a=1");
+}
+
+TEST(saveTranslation, WritesTheWholeListWhenTheFileIsGone) {
+    const test::TempDir dir;
+    dir.write("main.lng", "r=0\n[S]\na=1\n[T]\nb=2\n");
+    dir.write("trans.lng", "; note\n[T]\nb=x\nextra=y\n");
+    ListGrid grid;
+    PairList list(grid);
+    JobListener silent;
+    loadPair(list, {dir.inside("main.lng"), dir.inside("trans.lng")}, silent);
+    std::filesystem::remove(dir.path() / "trans.lng");
+    save(grid, dir, true);
+    EXPECT_EQ(dir.read("trans.lng"), "r=\r\n[S]\r\na=\r\n[T]\r\nb=x");
+}
+
+TEST(saveTranslation, MergesWhatTheCellsHold) {
+    const test::TempDir dir;
+    dir.write("trans.lng", "k=old");
+    ListGrid grid;
+    // A key with a tab is spread over two cells: its row saves the cells' key and translation.
+    grid.AddRow(u"1\t\tk\tk\tdefault\ttranslation");
+    save(grid, dir);
+    EXPECT_EQ(dir.read("trans.lng"), "k=default\r\n");
+}
+
+Text anyFile(std::mt19937& random) {
+    Text text;
+    for (std::size_t lines = random() % 30; lines > 0; --lines) {
+        switch (random() % 4) {
+        case 0:
+            text += anyOf(random, {u"[A]", u"[ a ]", u"[B] tail", u"[C]"});
+            break;
+        case 1:
+            text += anyOf(random, {u"", u"; note", u"=x", u"[", u"  "});
+            break;
+        default:
+            text += Text(anyOf(random, {u"k", u" K ", u"l", u"m", u"n"})) + u'=' +
+                    Text(anyOf(random, {u"", u" ", u"x", u" Y", u"default"}));
+        }
+        text += u"\r\n";
+    }
+    return text;
+}
+
+TEST(saveTranslation, AgreesWithAPlainMergeAndSavesTheSameTwice) {
+    std::mt19937 random(4);
+    const test::TempDir dir;
+    for (int round = 0; round < 100; ++round) {
+        const Text mainText = anyFile(random);
+        const Text transText = anyFile(random);
+        const bool keepEmpty = round % 2 == 1;
+        dir.write("main.lng", toUtf8(mainText));
+        dir.write("trans.lng", toUtf8(transText));
+        ListGrid grid;
+        PairList list(grid);
+        JobListener silent;
+        loadPair(list, {dir.inside("main.lng"), dir.inside("trans.lng"), round % 5 == 0}, silent);
+
+        simple::Document onDisk;
+        onDisk.parse(transText);
+        for (std::int32_t i = 1; i <= grid.Rows(); ++i) {
+            onDisk.addString(Text(grid.CellText(i, kSectionColumn)),
+                             Text(grid.CellText(i, kKeyColumn)),
+                             Text(grid.CellText(i, kTranslationColumn)));
+        }
+        save(grid, dir, keepEmpty);
+        const std::string saved = dir.read("trans.lng");
+        ASSERT_EQ(saved, toUtf8(onDisk.written(u"\r\n", keepEmpty))) << toUtf8(transText);
+
+        loadPair(list, {dir.inside("main.lng"), dir.inside("trans.lng"), false, false}, silent);
+        save(grid, dir, keepEmpty);
+        const std::string again = dir.read("trans.lng");
+        save(grid, dir, keepEmpty);
+        ASSERT_EQ(dir.read("trans.lng"), again) << toUtf8(transText);
+    }
+}
+
+}  // namespace
