@@ -4,12 +4,13 @@
 #   x.cpp         goes into the library quillmere_NAME
 #   x_test.cpp    goes into the test program NAME_test, run by ctest
 #   x_fuzz.cpp    becomes the fuzz target x_fuzz (only with QUILLMERE_FUZZ)
+#   main.cpp      stays out: the folder's program takes it
 # DEPS name the only modules whose headers the folder may include.
 function(quillmere_module name)
     cmake_parse_arguments(ARG "" "" "DEPS;TEST_DEPS" ${ARGN})
     file(GLOB all CONFIGURE_DEPENDS RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}" "*.cpp")
     set(sources ${all})
-    list(FILTER sources EXCLUDE REGEX "_(test|fuzz|bench)\\.cpp$")
+    list(FILTER sources EXCLUDE REGEX "(_(test|fuzz|bench)|^main)\\.cpp$")
     set(tests ${all})
     list(FILTER tests INCLUDE REGEX "_test\\.cpp$")
     set(fuzzers ${all})
