@@ -20,6 +20,7 @@ void PendingRows::collect(const GridData& fxGrid) {
     m_groups.clear();
     m_notes.clear();
     m_table.clear();
+    m_guess.clear();
     for (std::int32_t i = 1; i <= fxGrid.Rows(); ++i) {
         if (fxGrid.CellText(i, kTranslationColumn).empty()) add(fxGrid, i);
     }
@@ -35,6 +36,7 @@ void PendingRows::add(const GridData& fxGrid, std::int32_t iRow) {
     if (there == kNone) {
         there = number;
         m_groups.push_back({iRow});
+        m_guess.insert(hashEnds(sDefault));
     }
     Group& group = m_groups[there];
     const auto note = static_cast<std::uint32_t>(m_notes.size());
@@ -44,6 +46,7 @@ void PendingRows::add(const GridData& fxGrid, std::int32_t iRow) {
 }
 
 std::int32_t PendingRows::fill(GridData& fxGrid, TextView sDefault, TextView sTrans) {
+    if (!m_guess.mayHold(hashEnds(sDefault))) return 0;
     const auto same = hasDefault(fxGrid, sDefault);
     const std::uint32_t number =
         m_table.find(hashText(sDefault), [&](std::uint32_t n) { return same(m_groups[n].row); });

@@ -17,6 +17,22 @@ public:
     std::int32_t fill(GridData& fxGrid, TextView sDefault, TextView sTrans);
 
 private:
+    // A set that now and then says yes wrongly: most default texts of a list have no pending row,
+    // and their rows need no look into the table then.
+    class Guess {
+    public:
+        void clear() { m_bits.assign(kBits / 64, 0); }
+        void insert(std::uint64_t hash) { word(hash) |= std::uint64_t{1} << (hash % 64); }
+        [[nodiscard]] bool mayHold(std::uint64_t hash) {
+            return (word(hash) >> (hash % 64) & 1) != 0;
+        }
+
+    private:
+        static constexpr std::size_t kBits = std::size_t{1} << 18;
+        std::uint64_t& word(std::uint64_t hash) { return m_bits[hash / 64 % m_bits.size()]; }
+        std::vector<std::uint64_t> m_bits = std::vector<std::uint64_t>(kBits / 64);
+    };
+
     static constexpr std::uint32_t kNone = KeyTable::kNone;
 
     // The pending rows of one default text, chained; of it, which stands for all of them in
@@ -33,5 +49,6 @@ private:
     std::vector<Group> m_groups;
     std::vector<Note> m_notes;
     KeyTable m_table;                  // groups by default text
+    Guess m_guess;                     // the default texts of all groups
     std::vector<std::int32_t> m_rows;  // those of the group being filled
 };

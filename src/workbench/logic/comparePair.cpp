@@ -105,7 +105,7 @@ Text PairRow::rowText() const {
 RowCells::RowCells(const PairRow& row)
     : m_cells{decimal(row.number, m_number), row.section, row.key, row.defaultText,
               row.translation} {
-    if (std::any_of(m_cells.begin(), m_cells.end(), mayHoldTab)) splitAtTabs();
+    if (std::any_of(m_cells.begin() + 1, m_cells.end(), mayHoldTab)) splitAtTabs();
 }
 
 void RowCells::splitAtTabs() {
@@ -136,7 +136,8 @@ PairFiles pvComparePair(TextView sMainFile, TextView sTransFile, bool bOnlyUntra
     SectionWalk walk(oMain, oTrans, bOnlyUntranslated, sink);
     for (std::size_t i = 0; i < sections.size(); ++i) {
         oMain.GetSectionRows(sections[i], rows);
-        listener.pvSetProgress(percentOf(i, sections.size()));
+        listener.pvSetProgress(
+            percentOf(static_cast<std::int64_t>(i), static_cast<std::int64_t>(sections.size())));
         walk.give(sections[i], rows);
     }
     return {oMain.IniFile(), oTrans.IniFile()};

@@ -33,8 +33,7 @@ std::int32_t pvFillAllDuplicates(PairList& list, JobListener& listener) {
             const UpdateBracket update(fxGrid);
             const std::int32_t rows = fxGrid.Rows();
             for (std::int32_t i = 1; i <= rows; ++i) {
-                listener.pvSetProgress(
-                    percentOf(static_cast<std::uint64_t>(i), static_cast<std::uint64_t>(rows) + 1));
+                listener.pvSetProgress(percentOf(i, std::int64_t{rows} + 1));
                 if (const TextView sTrans = fxGrid.CellText(i, kTranslationColumn);
                     !sTrans.empty()) {
                     filled += pvFillPendingDuplicates(fxGrid, fxGrid.CellText(i, kDefaultColumn),

@@ -3,6 +3,8 @@
 #pragma once
 #include "platform/base/failure.h"
 
+#include <cmath>
+
 // The window shows these, the command line hardly any of them. The defaults do nothing. Calls come
 // in the order of the work, on the caller's thread.
 class JobListener {
@@ -35,11 +37,10 @@ private:
 };
 
 // done / whole * 100, rounded to the nearest integer, halves to even. whole is not 0.
-[[nodiscard]] constexpr int percentOf(std::uint64_t done, std::uint64_t whole) {
-    const std::uint64_t floor = done * 100 / whole;
-    const std::uint64_t twiceRest = (done * 100 - floor * whole) * 2;
-    const bool up = twiceRest > whole || (twiceRest == whole && floor % 2 == 1);
-    return static_cast<int>(floor + (up ? 1 : 0));
+[[nodiscard]] inline int percentOf(std::int64_t done, std::int64_t whole) {
+    // Exact: a double tells every half of these numbers from what is beside it.
+    return static_cast<int>(
+        std::lrint(static_cast<double>(done) * 100.0 / static_cast<double>(whole)));
 }
 
 // What was asked for cannot be meant; nothing has been read or written yet.

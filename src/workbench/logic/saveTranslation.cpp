@@ -17,8 +17,7 @@ void saveTranslation(const GridData& fxGrid, TextView sTransFile, bool bSaveEmpt
     for (std::int32_t i = 1; i <= rows; ++i) {
         document.AddString(fxGrid.CellText(i, kSectionColumn), fxGrid.CellText(i, kKeyColumn),
                            fxGrid.CellText(i, kTranslationColumn));
-        listener.pvSetProgress(
-            percentOf(static_cast<std::uint64_t>(i), static_cast<std::uint64_t>(rows) + 1));
+        listener.pvSetProgress(percentOf(i, std::int64_t{rows} + 1));
     }
     if (!document.Save(sTransFile, u"\r\n", true, bSaveEmptyKeyVal)) throw cannotSave;
     listener.pvSetProgress(0);
