@@ -20,7 +20,7 @@ std::uint32_t CellTexts::appendToNewBlock(TextView s) {
     // A long text gets a block of its own size, so that at most an eighth of a block is lost to it.
     if (s.size() > kSlice / 8) {
         const std::uint32_t offset = addSlices(s.size());
-        std::memcpy(at(offset), s.data(), s.size() * sizeof(char16_t));
+        std::copy_n(s.data(), s.size(), at(offset));
         m_used += s.size();
         return offset;
     }

@@ -2,7 +2,7 @@
 #pragma once
 #include "platform/base/text.h"
 
-#include <cstring>
+#include <algorithm>
 #include <memory>
 
 // A text is found again by the offset that append gave and its own length. Blocks are not touched
@@ -17,7 +17,7 @@ public:
     // stay. Raises 7 "Out of memory" when 2^32 units are full.
     std::uint32_t append(TextView s) {
         if (s.size() > m_left) return appendToNewBlock(s);
-        std::memcpy(m_end, s.data(), s.size() * sizeof(char16_t));
+        std::copy_n(s.data(), s.size(), m_end);
         m_end += s.size();
         m_left -= static_cast<std::uint32_t>(s.size());
         m_used += s.size();

@@ -5,14 +5,13 @@
 
 void GridData::SortByColum(const GridValue& vKey, bool bSortAsc) {
     if (Rows() < 2) return;
-    const GridValue vSortKey = vKey;  // vKey may be m_vSortCol itself, or something of the owner's
     m_bSortAsc = bSortAsc;
-    m_vSortCol = vSortKey;
+    m_vSortCol = vKey;
     try {
-        if (column(vSortKey).bSortWithCustomEvent) {
-            pvSortCustom(vSortKey, bSortAsc);
+        if (column(vKey).bSortWithCustomEvent) {
+            pvSortCustom(vKey, bSortAsc);
         } else {
-            pvSortValues(vSortKey, bSortAsc);
+            pvSortValues(vKey, bSortAsc);
         }
         draw(m_bAllowMultiLineText, false);  // row offsets follow the rows
     } catch (const std::exception&) {

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 void clsCtlUniGrid_Column::raiseOutOfRange() { raiseSubscriptOutOfRange(); }
 void clsCtlUniGrid_Column::raiseNoText() { raiseTypeMismatch(); }
@@ -97,6 +98,7 @@ void clsCtlUniGrid_Column::reserveRows(std::int32_t count) {
 void clsCtlUniGrid_Column::growTo(std::uint32_t rows) {
     const std::size_t wanted =
         std::max({std::size_t{rows}, std::size_t{m_allocated} * 2, std::size_t{32}});
+    // NOLINTNEXTLINE(cppcoreguidelines-no-malloc)
     void* const grown = std::realloc(m_aRows.get(), wanted * sizeof(Cell));
     if (grown == nullptr) raiseOutOfMemory();
     (void)m_aRows.release();  // realloc has taken it over

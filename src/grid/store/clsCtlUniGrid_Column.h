@@ -153,7 +153,8 @@ private:
     struct Heights {
         std::int32_t text = 0, cell = 0, offset = 0;
     };
-    struct Free {
+    struct Free {  // the array is grown by realloc
+        // NOLINTNEXTLINE(cppcoreguidelines-no-malloc)
         void operator()(Cell* cells) const { std::free(cells); }
     };
 

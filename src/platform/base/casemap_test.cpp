@@ -47,6 +47,8 @@ const struct {
     {"sv_SE.UTF-8", u"\u00E4", ">", u"z"},
     {"C.UTF-8", u"e\u0301", "=", u"\u00E9"},
     {"no such locale", u"a", "<", u"B"},
+    {"zh_CN.UTF-8", u"\x554A", "<", u"\x4E2D"},  // by sound, and by strokes
+    {"zh_TW.UTF-8", u"\x554A", ">", u"\x4E2D"},
     {"C", u"a\xD800", ">", u"a"},  // lone surrogates count
     {"C", u"a\0b"s, "=", u"ab"},   // control characters do not
     {"C", Text(5000, u'a'), "<", Text(5000, u'a') + u"b"},
