@@ -235,9 +235,9 @@ TEST(clsUniFile, AnObjectHoldsOneFileAtATime) {
         EXPECT_FALSE(file.IsFileOpen());
         EXPECT_TRUE(file.OpenFileRead(dir.inside("f")));
         EXPECT_EQ(file.OpenedFileName(), dir.inside("f"));
-        for (const auto& open : {+[](clsUniFile&f, Text p) { return f.OpenFileRead(p); },
-                                 +[](clsUniFile&f, Text p) { return f.OpenFileWrite(p); },
-                                 +[](clsUniFile&f, Text p) { return f.OpenFileAppend(p); }}) {
+        for (const auto& open : {+[](clsUniFile&f, const Text&p) { return f.OpenFileRead(p); },
+                                 +[](clsUniFile&f, const Text&p) { return f.OpenFileWrite(p); },
+                                 +[](clsUniFile&f, const Text&p) { return f.OpenFileAppend(p); }}) {
             EXPECT_EQ(test::raised([&] { (void)open(file, dir.inside("g")); }),
                       "clsUniFile.OpenFile: A file is already open!");
         }

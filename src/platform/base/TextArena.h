@@ -8,8 +8,8 @@
 
 namespace platform {
 
-// Hands out room for texts in large chunks. What it gave stays valid and in place until clear() or the
-// arena's end; moving the arena moves no text.
+// Hands out room for texts in large chunks. What it gave stays valid and in place until clear() or
+// the arena's end; moving the arena moves no text.
 class TextArena {
 public:
     // Room for `length` units, not filled.
