@@ -1,9 +1,9 @@
 // reference MAIN TRANSLATED            counts rows as `quillmere-cli status --json` does
 // reference --merge TRANSLATED OUT     reads, indexes and writes a file back
 //
-// The same jobs with nothing that they do not force: each file in one request, one pass for lines
-// and separators, one hash look-up a key, no case folding, no duplicate keys, no messages. What
-// whole processes are measured against (whole_process.cpp).
+// The same jobs written plainly, without what makes them a product: each file in one request, one
+// pass for lines and separators, one hash look-up a key; no case folding, no repeated keys or
+// heads, no messages. What whole processes are measured against (whole_process.cpp).
 #include <algorithm>
 #include <bit>
 #include <cstdint>
