@@ -131,6 +131,7 @@ TEST_F(ufu_files, RemovingATreeDoesNotFollowLinks) {
     makeSource();
     fs::create_directory(dir.path() / "kept");
     dir.write("kept/k", "K");
+    protect(dir.path() / "kept/k");
     fs::create_directory_symlink(dir.path() / "kept", dir.path() / "source/link");
     fs::create_symlink(dir.path() / "kept/k", dir.path() / "source/d/linked");
     fs::create_symlink(dir.path() / "nowhere", dir.path() / "source/broken");
@@ -138,6 +139,7 @@ TEST_F(ufu_files, RemovingATreeDoesNotFollowLinks) {
     EXPECT_TRUE(ufu_RmDirRic(dir.inside("source")));
     EXPECT_TRUE(ufu_RmDirRic(dir.inside("direct")));
     EXPECT_EQ(tree(dir.path()), "kept/ kept/k=K");
+    EXPECT_TRUE(ufu_FileHasAttribute(dir.inside("kept/k"), platform::FILE_ATTRIBUTE_READONLY));
 }
 
 TEST_F(ufu_files, RemovingATreeGoesOnAfterAFailure) {

@@ -194,7 +194,8 @@ bool queryFile(const std::string& systemPath, FileFacts& facts) {
 
 std::uint32_t attributesOf(const FileFacts& facts, std::string_view name) {
     std::uint32_t attributes = 0;
-    if ((facts.info.stx_mode & kAnyWrite) == 0) attributes |= FILE_ATTRIBUTE_READONLY;
+    const bool writable = facts.isLink || (facts.info.stx_mode & kAnyWrite) != 0;
+    if (!writable) attributes |= FILE_ATTRIBUTE_READONLY;
     if (name.starts_with('.') && name != "." && name != "..") attributes |= FILE_ATTRIBUTE_HIDDEN;
     if (S_ISDIR(facts.info.stx_mode)) attributes |= FILE_ATTRIBUTE_DIRECTORY;
     if (facts.isLink) attributes |= FILE_ATTRIBUTE_REPARSE_POINT;
@@ -376,9 +377,8 @@ bool SetFileAttributesW(TextView path, std::uint32_t attributes) {
     const std::string systemPath = pathToSystem(path);
     if (systemPath.empty() || mustFail(FileOp::SetAttributes)) return false;
     struct stat info {};
-    if (::stat(systemPath.c_str(), &info) != 0) {
-        return ::lstat(systemPath.c_str(), &info) == 0;  // a link that leads nowhere has none
-    }
+    if (::lstat(systemPath.c_str(), &info) != 0) return false;
+    if (S_ISLNK(info.st_mode)) return true;
     const bool readOnly = (attributes & FILE_ATTRIBUTE_READONLY) != 0;
     if (readOnly == ((info.st_mode & kAnyWrite) == 0)) return true;
     const mode_t mode = readOnly ? info.st_mode & ~kAnyWrite : info.st_mode | S_IWUSR;

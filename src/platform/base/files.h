@@ -92,13 +92,13 @@ bool FlushFileBuffers(FileHandle file);  // waits until the data is on the disk
 // Only an empty one; of a link to a directory the link alone, whatever the directory holds.
 [[nodiscard]] bool RemoveDirectoryW(TextView path);
 
-// Read-only: no write permission for anyone. Hidden: a leading dot. Directory: a directory, or a
-// link to one. FILE_ATTRIBUTE_REPARSE_POINT: a link; the other bits are then its target's, or its
-// own when that leads nowhere. FILE_ATTRIBUTE_NORMAL when no other bit applies.
-// INVALID_FILE_ATTRIBUTES on failure.
+// Read-only: no write permission for anyone; a link never is, whatever its target. Hidden: a
+// leading dot. Directory: a directory, or a link to one. FILE_ATTRIBUTE_REPARSE_POINT: a link.
+// FILE_ATTRIBUTE_NORMAL when no other bit applies. INVALID_FILE_ATTRIBUTES on failure.
 [[nodiscard]] std::uint32_t GetFileAttributesW(TextView path);
 // Only FILE_ATTRIBUTE_READONLY can be set (nobody may write any more) and cleared (the owner may
-// again, if nobody could); other bits are taken without effect. Of a link, the target's.
+// again, if nobody could); other bits are taken without effect, and so is every bit for a link: its
+// target stays as it is.
 bool SetFileAttributesW(TextView path, std::uint32_t attributes);
 
 // Both fill a buffer of `size` units, end it with a NUL and return the length without it; when the

@@ -310,10 +310,13 @@ TEST_F(files, DeletingTakesFilesAndLinksNeverWhatALinkLeadsTo) {
     fs::create_symlink("dir/file", dir.path() / "filelink");
     fs::create_directory_symlink("dir", dir.path() / "dirlink");
     fs::create_symlink("nowhere", dir.path() / "broken");
+    chmod("dir/file", 0444);
     EXPECT_FALSE(DeleteFileW(dir.inside("dir")));
     EXPECT_FALSE(DeleteFileW(dir.inside("dirlink")));
     EXPECT_FALSE(DeleteFileW(dir.inside("missing")));
-    EXPECT_TRUE(DeleteFileW(dir.inside("filelink")));
+    EXPECT_TRUE(DeleteFileW(dir.inside("filelink")));  // although its target is read-only
+    EXPECT_EQ(mode("dir/file"), 0444u);
+    chmod("dir/file", 0644);
     EXPECT_TRUE(DeleteFileW(dir.inside("broken")));
     EXPECT_FALSE(RemoveDirectoryW(dir.inside("dir")));  // not empty
     EXPECT_FALSE(RemoveDirectoryW(dir.inside("dir/file")));
@@ -326,12 +329,14 @@ TEST_F(files, DeletingTakesFilesAndLinksNeverWhatALinkLeadsTo) {
     EXPECT_FALSE(CreateDirectoryW(dir.inside("missing/dir")));
 }
 
-TEST_F(files, AttributesTellOfTheTargetOfALinkAndThatItIsOne) {
+TEST_F(files, AttributesTellOfDirectoriesBehindLinksAndOfLinks) {
     dir.write("file", "");
     dir.write(".hidden", "");
     fs::create_directories(dir.path() / ".dir");
     fs::create_directory_symlink(".dir", dir.path() / "dirlink");
     fs::create_symlink("nowhere", dir.path() / "broken");
+    fs::create_symlink(".hidden", dir.path() / "toReadOnly");
+    chmod("file", 0644);
     chmod(".hidden", 0555);
     const struct {
         const char* name;
@@ -345,6 +350,7 @@ TEST_F(files, AttributesTellOfTheTargetOfALinkAndThatItIsOne) {
         {".dir/..", FILE_ATTRIBUTE_DIRECTORY},
         {"dirlink", FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT},
         {"broken", FILE_ATTRIBUTE_REPARSE_POINT},
+        {"toReadOnly", FILE_ATTRIBUTE_REPARSE_POINT},
         {"missing", INVALID_FILE_ATTRIBUTES},
         {"file/", INVALID_FILE_ATTRIBUTES},
     };
@@ -357,6 +363,8 @@ TEST_F(files, AttributesTellOfTheTargetOfALinkAndThatItIsOne) {
         SetFileAttributesW(dir.inside("file"), FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN));
     EXPECT_EQ(mode("file"), 0444u);
     EXPECT_TRUE(SetFileAttributesW(dir.inside("broken"), FILE_ATTRIBUTE_READONLY));
+    EXPECT_TRUE(SetFileAttributesW(dir.inside("toReadOnly"), 0));
+    EXPECT_EQ(mode(".hidden"), 0555u);
     EXPECT_FALSE(SetFileAttributesW(dir.inside("missing"), 0));
     chmod("file", 0464);  // somebody may write: nothing to clear
     EXPECT_TRUE(SetFileAttributesW(dir.inside("file"), FILE_ATTRIBUTE_NORMAL));
