@@ -2,7 +2,10 @@
 
 #include "langfile/documentDump_test.h"
 #include "langfile/simpleDocument_test.h"
+#include "platform/base/codepages.h"
 #include "platform/base/failure.h"
+#include "platform/base/files.h"
+#include "platform/base/testhooks.h"
 #include "support/TempDir.h"
 
 #include <gtest/gtest.h>
@@ -205,9 +208,11 @@ TEST(clsFileIniEx, GivesBackATextWithoutRepetitions) {
 
 class Saving : public ::testing::Test {
 protected:
+    Saving() { (void)platform::setAnsiCodePage(1252); }
     bool save(clsFileIniEx& document, bool keepEmpty = false) {
         return document.Save(dir.inside("t.lng"), u"\r\n", true, keepEmpty);
     }
+    platform::test::HookScope hooks;
     test::TempDir dir;
 };
 
@@ -241,6 +246,14 @@ TEST_F(Saving, WritesTheDocumentAloneWithoutAFileOrWithoutUpdate) {
     ASSERT_TRUE(nothing.Save(dir.inside("n.lng")));
     EXPECT_EQ(dir.read("n.lng"), "");
     EXPECT_EQ(failureOf([] { (void)clsFileIniEx().Save(u"  "); }), "I need a file!");
+
+    clsFileIniEx known;
+    known.IniFile(dir.inside("t.lng"));
+    known.AddString(u"s", u"B", u"2");
+    ASSERT_TRUE(known.Save());
+    EXPECT_EQ(dir.read("t.lng"), "[S]\r\na=\xE9\r\nB=2");
+    ASSERT_TRUE(nothing.Save(u" " + dir.inside("t.lng") + u" "));
+    EXPECT_EQ(dir.read("t.lng"), "[S]\r\na=\xE9\r\nB=2");
 }
 
 TEST_F(Saving, LeavesAFileAloneThatItCannotRead) {
@@ -253,6 +266,55 @@ TEST_F(Saving, LeavesAFileAloneThatItCannotRead) {
     dir.write("t.lng", "\xFF");
     EXPECT_FALSE(save(document));
     EXPECT_EQ(dir.read("t.lng"), "\xFF");
+    std::filesystem::resize_file(dir.path() / "t.lng", std::uintmax_t{1} << 40);
+    EXPECT_FALSE(save(document));
+    EXPECT_EQ(std::filesystem::file_size(dir.path() / "t.lng"), std::uintmax_t{1} << 40);
+}
+
+TEST_F(Saving, LeavesAFileAloneThatItCannotWrite) {
+    dir.write("t.lng", "a = 1");
+    (void)platform::SetFileAttributesW(dir.inside("t.lng"), platform::FILE_ATTRIBUTE_READONLY);
+    std::filesystem::create_directory(dir.path() / "folder");
+    clsFileIniEx document;
+    document.AddString(u"", u"a", u"2");
+    // A pattern that one file matches is there for all that ask, and is yet no file to read.
+    for (const char* const name : {"t.lng", "folder", "missing/t.lng", "?.lng", "t.lng/"}) {
+        for (const bool update : {true, false}) {
+            if (!update && name[0] == '?') continue;  // a name as any other
+            EXPECT_FALSE(document.Save(dir.inside(name), u"\r\n", update)) << name;
+            EXPECT_EQ(dir.read("t.lng"), "a = 1");
+        }
+    }
+}
+
+const struct {
+    std::string old;
+    Text value;
+    int writesBefore;  // the one that fails
+} kFailedWrites[] = {
+    {"a = 1\r\n", u"\u00E9", 0},
+    {"a = 1\r\n", u"\u0416", 1},  // the text behind the mark
+    {"\xFF\xFE=\x04", u"\u0416", 1},
+    {"", u"x", 0},
+};
+
+TEST_F(Saving, PutsTheOldBytesBackWhenWritingFails) {
+    for (const auto& c : kFailedWrites) {
+        for (const bool update : {true, false}) {
+            dir.write("t.lng", c.old);
+            clsFileIniEx document;
+            document.AddString(u"", u"a", c.value);
+            platform::test::failNext(platform::test::FileOp::Write, 1, c.writesBefore);
+            EXPECT_FALSE(document.Save(dir.inside("t.lng"), u"\r\n", update));
+            EXPECT_EQ(dir.read("t.lng"), c.old);
+        }
+    }
+    // Bytes that could not be read beforehand do not keep anything from being saved.
+    clsFileIniEx document;
+    document.AddString(u"", u"a", u"2");
+    platform::test::failNext(platform::test::FileOp::Size);
+    EXPECT_TRUE(save(document));
+    EXPECT_EQ(dir.read("t.lng"), "\r\n\r\na=2");
 }
 
 TEST_F(Saving, LoadsUpToTheLimitAndNotBeyond) {

@@ -15,7 +15,9 @@ public:
     explicit FileBytes(TextView sFile) : m_sFile(sFile) {
         clsUniFile file;
         if (!file.OpenFileRead(sFile, true)) return;
-        m_bytes.resize(static_cast<std::size_t>(file.LOF()));
+        const std::int64_t length = file.LOF();  // -1 when it is not to be had
+        if (length < 0 || length > clsFileIniEx::kLargestFile) return;
+        m_bytes.resize(static_cast<std::size_t>(length));
         m_read = m_bytes.empty() || file.ReadBytes(m_bytes);
     }
     void putBack() {
