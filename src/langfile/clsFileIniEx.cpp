@@ -58,7 +58,7 @@ std::uint32_t clsFileIniEx::pvFindSection(TextView sSection) const {
 }
 
 std::uint32_t clsFileIniEx::pvFindRow(TextView sSection, TextView sKey) const {
-    const std::uint32_t section = pvTrim(sSection).empty() ? kRoot : pvFindSection(sSection);
+    const std::uint32_t section = sSection.empty() ? kRoot : pvFindSection(sSection);
     if (section == kNone) return kNone;
     const TextView key = pvTrim(sKey);
     return m_keyTable.find(hashOf(section, key), isKeyOf(section, key));

@@ -37,8 +37,9 @@ public:
     void KeyValueSepChar(char16_t cSeparator) { m_cSeparator = cSeparator; }
 
     // The value of a key, cleaned (without blanks and tabs at its ends, unless AllowTabs), or
-    // sDefault. The empty section name addresses the rows before the first section. The view holds
-    // until the document changes. Raises "Please load the file first!" with nothing loaded.
+    // sDefault. The empty section name addresses the rows before the first section; one of blanks
+    // finds nothing. The view holds until the document changes. Raises "Please load the file
+    // first!" with nothing loaded.
     [[nodiscard]] TextView GetString(TextView sAppName, TextView sKeyName,
                                      TextView sDefault = {}) const;
     // The same for many keys of one section, in two steps: between them the memory that the second
@@ -54,8 +55,9 @@ public:
     // The empty name, which stands for the rows before any section, then the sections in file
     // order, spelled as first seen. Raises as GetString. The views hold until the document changes.
     void GetSectionNames(std::vector<TextView>& vRows) const;
-    // The whole lines of the section's key rows, in order; none for an unknown section. A line that
-    // holds the separator of packed lists is split there. Raises as GetString.
+    // The whole lines of the section's key rows, in order; none for an unknown section, and those
+    // before the first section for a name of blanks, too. A line that holds the separator of packed
+    // lists is split there. Raises as GetString.
     void GetSectionRows(TextView sSecName, std::vector<TextView>& vRows) const;
     // Key and value of element idx, counted from 0, cleaned. A line without separator gives the
     // whole line for both.

@@ -91,7 +91,7 @@ void clsFileIniEx::removeRecord(std::uint32_t section, std::uint32_t before, std
 
 bool clsFileIniEx::RemoveRowKeyVal(TextView sAppName, TextView sKeyName) {
     if (!m_bLoaded) return false;
-    const std::uint32_t section = pvTrim(sAppName).empty() ? kRoot : pvFindSection(sAppName);
+    const std::uint32_t section = sAppName.empty() ? kRoot : pvFindSection(sAppName);
     if (section == kNone) return false;
     const TextView key = pvTrim(sKeyName);
     std::uint32_t before = kNone;

@@ -23,7 +23,7 @@ TextView clsFileIniEx::GetString(TextView sAppName, TextView sKeyName, TextView 
 
 std::uint32_t clsFileIniEx::SectionNumber(TextView sAppName) const {
     if (!m_bLoaded) return kNone;
-    return pvTrim(sAppName).empty() ? kRoot : pvFindSection(sAppName);
+    return sAppName.empty() ? kRoot : pvFindSection(sAppName);
 }
 
 clsFileIniEx::Lookup clsFileIniEx::Prepare(std::uint32_t section, TextView sKeyName) const {

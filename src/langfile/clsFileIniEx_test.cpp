@@ -93,6 +93,8 @@ TEST(clsFileIniEx, FindsValuesWithoutRegardToCaseAndEndBlanks) {
     EXPECT_EQ(document.GetString(u"mENU", u"OPEN\t"), u"\u00D6ffnen");
     EXPECT_EQ(document.GetString(u"Menu", u"Close", u" d "), u" d ");
     EXPECT_EQ(document.GetString(u"None", u"Open", u"d"), u"d");
+    EXPECT_EQ(document.GetString(u" ", u"root", u"d"), u"d");  // a name that no section has
+    EXPECT_EQ(document.GetString(document.Prepare(document.SectionNumber(u" "), u"root")), u"");
     EXPECT_TRUE(document.GetBool(u"Menu", u"flag"));
     EXPECT_FALSE(document.GetBool(u"Menu", u"two", true));
     EXPECT_TRUE(document.GetBool(u"Menu", u"three", true));
@@ -178,6 +180,7 @@ TEST(clsFileIniEx, RemovesKeysAndSections) {
     EXPECT_TRUE(document.RemoveRowKeyVal(u"a", u" X"));
     EXPECT_FALSE(document.RemoveRowKeyVal(u"a", u"x"));
     EXPECT_FALSE(document.RemoveRowKeyVal(u"C", u"x"));
+    EXPECT_FALSE(document.RemoveRowKeyVal(u" ", u"r"));
     EXPECT_TRUE(document.RemoveRowKeyVal(u"", u"R"));
     EXPECT_EQ(dump(document), "sec[A]{plain[; c] key[y]=[2]} sec[B]{key[x]=[3]}");
     EXPECT_TRUE(document.RemoveRowKeyVal(u"B", u"x"));
@@ -356,7 +359,8 @@ TEST(clsFileIniEx, AgreesWithTheSimpleDocumentOnRandomTexts) {
             document.AddString(section, key, value);
             second.addString(section, key, value);
             const simple::Row* found = second.find(section, key);
-            ASSERT_EQ(Text(document.GetString(section, key)), simple::trimmed(found->value));
+            ASSERT_EQ(Text(document.GetString(simple::trimmed(section), key)),
+                      simple::trimmed(found->value));
         }
         const bool keepEmpty = random() % 2 == 0;
         ASSERT_EQ(document.toText(u"\r\n", keepEmpty), second.written(u"\r\n", keepEmpty))
