@@ -14,7 +14,10 @@ constexpr Member kMembers[] = {
 
 // What is wrong with the line, or nothing.
 std::optional<Text> readLine(std::string_view bytes, Edit& edit) {
-    const nlohmann::json value = nlohmann::json::parse(bytes, nullptr, false);
+    // The parser would take a NUL for the end of its text.
+    const nlohmann::json value = bytes.find('\0') == std::string_view::npos
+                                     ? nlohmann::json::parse(bytes, nullptr, false)
+                                     : nlohmann::json();
     if (!value.is_object()) return u"this is no JSON object in UTF-8";
     for (const Member& member : kMembers) {
         const auto found = value.find(member.name);
@@ -32,6 +35,8 @@ std::optional<Text> readLine(std::string_view bytes, Edit& edit) {
 }  // namespace
 
 Edits parseEdits(std::string_view bytes) {
+    constexpr std::string_view kMark = "\xEF\xBB\xBF";
+    if (bytes.starts_with(kMark)) bytes.remove_prefix(kMark.size());
     Edits result;
     for (std::size_t line = 1; !bytes.empty(); ++line) {
         const std::size_t end = std::min(bytes.find('\n'), bytes.size());

@@ -23,7 +23,8 @@ struct Edits {
     std::optional<EditError> error;  // about that line
 };
 
-// Lines end in LF or CR LF; blank lines are skipped. Further members of an object are ignored. No
+// Lines end in LF or CR LF; blank lines are skipped, and so is a byte order mark at the start.
+// Further members of an object are ignored; of a member that is there twice the last one counts. No
 // edit is a line that is not one object of JSON in UTF-8, lacks a member, has one that is no
 // string, or a translation with a line break.
 [[nodiscard]] Edits parseEdits(std::string_view bytes);
