@@ -9,6 +9,7 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 #include <charconv>
+#include <cstdlib>
 #include <unistd.h>
 
 namespace cli {
@@ -29,12 +30,24 @@ struct Arguments {
     }
 };
 
-void setCodePage(const std::string& page) {
+void setCodePage(const std::string& source, const std::string& page) {
     std::uint32_t number = 0;
     const char* const end = page.data() + page.size();
     const auto [stop, error] = std::from_chars(page.data(), end, number);
     if (error != std::errc() || stop != end || !platform::setAnsiCodePage(number)) {
-        throw WrongUsage{"--code-page: '" + page + "' is no known code page"};
+        throw WrongUsage{source + ": '" + page + "' is no known code page"};
+    }
+}
+
+// A page that was asked for and is not known would garble what is read and saved, so it is refused
+// from wherever it comes. The option overrides the environment.
+void chooseCodePage(const std::optional<std::string>& option) {
+    constexpr const char* kVariable = "QUILLMERE_CODE_PAGE";
+    const char* const variable = std::getenv(kVariable);
+    if (option) {
+        setCodePage("--code-page", *option);
+    } else if (variable != nullptr && *variable != '\0') {
+        setCodePage(kVariable, variable);
     }
 }
 
@@ -149,7 +162,7 @@ ExitCode runChosen(int argc, const char* const* argv, Output& out) {
         }
         throw WrongUsage{error.what()};
     }
-    if (arguments.codePage) setCodePage(*arguments.codePage);
+    chooseCodePage(arguments.codePage);
     return chosen(out);
 }
 
