@@ -1,6 +1,9 @@
 #include "cli/commands.h"
 #include "workbench/logic/comparePair.h"
+#include "workbench/logic/editRow.h"
 #include "workbench/logic/loadPair.h"
+
+#include <cstring>
 
 namespace cli {
 namespace {
@@ -17,7 +20,16 @@ std::string_view nameOf(RowState state) {
     return {};
 }
 
-// The cells joined by tabs: no cell holds one.
+// False for nearly every text, after a look at its bytes.
+bool mayHoldBreak(TextView s) {
+    const auto mayHold = [s](char byte) {
+        return !s.empty() && std::memchr(s.data(), byte, s.size() * sizeof(char16_t)) != nullptr;
+    };
+    return mayHold('\n') || mayHold('\r');
+}
+
+// The cells joined by tabs: no cell holds one. Where a file's lines end in CR LF, a cell can hold a
+// lone CR or LF; it shows as a blank, so that a row is a line.
 class PlainRows : public PairSink {
 public:
     explicit PlainRows(Output& out) : m_out(out) {}
@@ -26,7 +38,11 @@ public:
         std::string_view before;
         for (const TextView cell : cells.cells()) {
             m_out.bytes(before);
-            m_out.plain(cell);
+            if (mayHoldBreak(cell)) {
+                m_out.plain(onOneLine(cell));
+            } else {
+                m_out.plain(cell);
+            }
             before = "\t";
         }
         m_out.bytes("\n");
