@@ -27,8 +27,10 @@ Text onOneLine(TextView s) {
 
 void confirmEdit(PairList& list, std::int32_t iRow, TextView sResult, JobListener& listener) {
     GridData& fxGrid = list.fxGrid;
-    const Text s = onOneLine(sResult);
-    const bool changed = s != fxGrid.CellText(iRow, kTranslationColumn);
+    const TextView sTrans = fxGrid.CellText(iRow, kTranslationColumn);
+    // What the file held already, a lone CR or LF in its line included, may stay.
+    const Text s = sResult == sTrans ? Text(sResult) : onOneLine(sResult);
+    const bool changed = s != sTrans;
     if (changed) list.m_bDirty = true;
     {
         const UpdateBracket update(fxGrid);

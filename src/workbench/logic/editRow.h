@@ -9,7 +9,7 @@
 // A line of a file can hold no line break: each run of CR and LF becomes one blank.
 [[nodiscard]] Text onOneLine(TextView s);
 
-// The confirmed text becomes the translation of a row of the list, line breaks made blanks; an
-// empty text clears it. A text that differs makes the list dirty and, unless it is empty, goes to
-// the duplicates that have none. Saving is enabled as far as the list is dirty.
+// The confirmed text becomes the translation of a row of the list, the line breaks of a new text
+// made blanks; an empty text clears it. A text that differs makes the list dirty and, unless it is
+// empty, goes to the duplicates that have none. Saving is enabled as far as the list is dirty.
 void confirmEdit(PairList& list, std::int32_t iRow, TextView sResult, JobListener& listener);

@@ -148,6 +148,8 @@ TEST(confirmEdit, ChangesTheCellAndTheDirtyMark) {
          "measure save"},
         {"line breaks become blanks", false, u"", u"a\r\nb\n\nc\r",
          "1|S|a|Open|a b c \n2|S|b|Open|a b c \n3|S|c|Open| \n", "measure save"},
+        {"a line break that was there already is no change", false, u"a\nb", u"a\nb",
+         "1|S|a|Open|a\nb\n2|S|b|Open|\n3|S|c|Open| \n", "measure no-save"},
         {"line breaks that become the text as it was", false, u"a b", u"a\r\nb",
          "1|S|a|Open|a b\n2|S|b|Open|\n3|S|c|Open| \n", "measure no-save"},
     };
