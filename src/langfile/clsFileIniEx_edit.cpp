@@ -1,6 +1,7 @@
 #include "langfile/clsFileIniEx.h"
 #include "langfile/clsFileIniEx_entries.h"
 
+#include <algorithm>
 #include <cstring>
 
 void clsFileIniEx::AddString(TextView sAppName, TextView sKeyName, TextView sKeyVal) {
@@ -15,10 +16,10 @@ void clsFileIniEx::AddBool(TextView sAppName, TextView sKeyName, bool bKeyVal) {
 
 TextView clsFileIniEx::lineOf(TextView sKey, TextView sValue) {
     char16_t* const line = m_edited.allocate(sKey.size() + 1 + sValue.size());
-    std::memcpy(line, sKey.data(), sKey.size() * sizeof(char16_t));
-    line[sKey.size()] = m_cSeparator;
-    std::memcpy(line + sKey.size() + 1, sValue.data(), sValue.size() * sizeof(char16_t));
-    return {line, sKey.size() + 1 + sValue.size()};
+    char16_t* end = std::copy(sKey.begin(), sKey.end(), line);
+    *end++ = m_cSeparator;
+    end = std::copy(sValue.begin(), sValue.end(), end);
+    return {line, static_cast<std::size_t>(end - line)};
 }
 
 // The head to file a row of this section under: a spelling that is there already, else a new one.
