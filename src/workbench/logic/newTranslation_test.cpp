@@ -60,7 +60,7 @@ TEST(requireMainFile, RefusesWhatIsNoFile) {
 
 TEST(newTranslation, ReplacesAFileOfThatName) {
     const test::TempDir dir;
-    const std::string bytes("\xEF\xBB\xBFk=\x80\0\r\n", 10);
+    const std::string bytes("\xEF\xBB\xBFk=\x80\0\r\n", 9);
     dir.write("english.lng", bytes);
     dir.write("dutch.lng", "a much longer file than the other one");
     createCopiedTranslation(dir.inside("english.lng"), dir.inside("dutch.lng"));
