@@ -13,6 +13,7 @@ namespace {
 
 std::vector<SortItem> itemsOf(const std::vector<std::uint32_t>& ranks) {
     std::vector<SortItem> items;
+    items.reserve(ranks.size());
     for (const std::uint32_t rank : ranks) {
         items.push_back({rank, static_cast<std::uint32_t>(items.size() + 1)});
     }
@@ -23,6 +24,7 @@ bool lessRank(const SortItem& a, const SortItem& b) { return a.rank < b.rank; }
 
 std::vector<std::uint32_t> rowsOf(const std::vector<SortItem>& items) {
     std::vector<std::uint32_t> rows;
+    rows.reserve(items.size());
     for (const SortItem& item : items) rows.push_back(item.Row);
     return rows;
 }
