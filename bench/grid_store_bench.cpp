@@ -129,5 +129,3 @@ void editOneCell(benchmark::State& state) {
 BENCHMARK(editOneCell);
 
 }  // namespace
-
-BENCHMARK_MAIN();

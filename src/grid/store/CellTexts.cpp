@@ -1,7 +1,7 @@
 #include "grid/store/CellTexts.h"
 
 #include "grid/store/gridFailures.h"
-#include "platform/base/pages.h"
+#include "platform/base/memory.h"
 
 // The slice numbers of `units` units, added to the table, as the offset of the first.
 std::uint32_t CellTexts::addSlices(std::size_t units) {

@@ -1,7 +1,7 @@
 #include "grid/store/clsCtlUniGrid_Column.h"
 
 #include "grid/store/gridFailures.h"
-#include "platform/base/pages.h"
+#include "platform/base/memory.h"
 
 #include <algorithm>
 #include <cmath>

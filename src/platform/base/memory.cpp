@@ -22,4 +22,16 @@ void adviseLargePages(void* buffer, std::size_t bytes) {
 #endif
 }
 
+void aboutToWrite(void* buffer, std::size_t bytes) {
+#if defined(MADV_POPULATE_WRITE)
+    const auto page = static_cast<std::uintptr_t>(::sysconf(_SC_PAGESIZE));
+    const auto first = reinterpret_cast<std::uintptr_t>(buffer);
+    const std::uintptr_t before = first % page;  // the first page in whole: it is written too
+    (void)::madvise(static_cast<char*>(buffer) - before, bytes + before, MADV_POPULATE_WRITE);
+#else
+    (void)buffer;
+    (void)bytes;
+#endif
+}
+
 }  // namespace platform
