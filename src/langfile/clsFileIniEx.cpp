@@ -16,7 +16,7 @@ void clsFileIniEx::forget() {
     m_sectionTable.clear();
     m_keyTable.clear();
     m_edited.clear();
-    m_text.clear();
+    m_text.reset();
 }
 
 // The state of a document without rows: the root is there, as a section without a name.

@@ -8,6 +8,7 @@
 #include "langfile/clsFileIniEx_Row.h"
 #include "platform/base/TextArena.h"
 
+#include <memory>
 #include <vector>
 
 class clsFileIniEx {
@@ -88,6 +89,10 @@ public:
 
     // The text that Save without bUpdate writes.
     [[nodiscard]] Text toText(TextView sLineSep, bool bSaveEmptyKeyVal) const;
+
+    // The text of the file as it was read. Views of lines that were not edited lie in it and stay
+    // good for who keeps it. Null with nothing loaded.
+    [[nodiscard]] const std::shared_ptr<const Text>& fileText() const { return m_text; }
 
     // Every stored row in order: root rows, then each section row followed by its rows.
     template <class Visit> void forEachRow(Visit visit) const;
@@ -173,14 +178,14 @@ private:
     char16_t m_cSeparator = u'=';
 
     bool m_bLoaded = false;
-    bool m_bPackedSplits = false;     // some line holds the separator of packed lists
-    Text m_text;                      // the file's text, which the records of its lines point into
-    platform::TextArena m_edited;     // lines and names that came later
-    std::vector<Record> m_records;    // in the order in which they came
-    std::vector<Head> m_heads;        // head kRoot is that of the root rows
-    std::vector<Section> m_sections;  // section kRoot holds the root rows
-    KeyTable m_sectionTable;          // by lower-cased trimmed name
-    KeyTable m_keyTable;              // by section and lower-cased trimmed key
+    bool m_bPackedSplits = false;        // some line holds the separator of packed lists
+    std::shared_ptr<const Text> m_text;  // of the file; the records of its lines point into it
+    platform::TextArena m_edited;        // lines and names that came later
+    std::vector<Record> m_records;       // in the order in which they came
+    std::vector<Head> m_heads;           // head kRoot is that of the root rows
+    std::vector<Section> m_sections;     // section kRoot holds the root rows
+    KeyTable m_sectionTable;             // by lower-cased trimmed name
+    KeyTable m_keyTable;                 // by section and lower-cased trimmed key
 };
 
 class clsFileIniEx::Lookup {

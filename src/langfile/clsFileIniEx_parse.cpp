@@ -87,15 +87,15 @@ bool clsFileIniEx::LoadFromString(TextView s) {
 
 void clsFileIniEx::pvParseText(Text sText) {
     startRows();
-    m_text = std::move(sText);
-    const LineEnd end = lineEndOf(m_text);
-    if (!end.found) m_text += end.separator;
-    m_bPackedSplits = containsText(m_text, ROW_SEP);
+    const LineEnd end = lineEndOf(sText);
+    if (!end.found) sText += end.separator;
+    m_text = std::make_shared<const Text>(std::move(sText));
+    const TextView text = *m_text;
+    m_bPackedSplits = containsText(text, ROW_SEP);
 
     // Address space only: a page is paid for when the first record comes to it.
-    m_records.reserve(m_text.size() / 4 + 2);
+    m_records.reserve(text.size() / 4 + 2);
 
-    const TextView text = m_text;
     const char16_t lastOfEnd = end.separator.back();
     const bool twoUnits = end.separator.size() == 2;
     LineReader reader(*this);

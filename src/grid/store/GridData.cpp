@@ -285,6 +285,10 @@ void GridData::reserveRows(std::int32_t count) {
     for (const auto& each : m_oColumns) each->reserveRows(count);
 }
 
+void GridData::lendText(const std::shared_ptr<const Text>& text) {
+    for (const auto& each : m_oColumns) each->lendText(text);
+}
+
 void GridData::Row(std::int32_t l) {
     if (l >= 1 && l <= Rows()) {
         m_iRow = l;

@@ -110,6 +110,9 @@ public:
     void Rows(std::int32_t l);  // removes from the end, or appends default rows; raises as those
     // A hint that about this many rows will come: takes address space, touches no memory.
     void reserveRows(std::int32_t count);
+    // The texts of a file that rows are about to come from: fields that lie in it are not copied,
+    // the grid keeps it instead, until Clear. It must not change any more.
+    void lendText(const std::shared_ptr<const Text>& text);
 
     [[nodiscard]] std::int32_t Row() const { return m_iRow; }
     void Row(std::int32_t l);  // outside 1 to Rows: -1. Raises SelectionChange in any case

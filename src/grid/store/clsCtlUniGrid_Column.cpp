@@ -224,15 +224,15 @@ void clsCtlUniGrid_Column::storeText(Cell& cell, TextView sValue) {
     }
     const std::uint32_t room = cell.text.length;
     const auto length = static_cast<std::uint32_t>(sValue.size());
-    if (sValue.size() > room) {
-        cell.text = {m_texts.append(sValue), length};
-        m_garbage += room;
-    } else {
-        if (length > 0) {
-            std::memmove(m_texts.at(cell.text.offset), sValue.data(), length * sizeof(char16_t));
-        }
+    char16_t* const place =
+        room >= sValue.size() && length > 0 ? m_texts.writable(cell.text.offset) : nullptr;
+    if (place != nullptr) {
+        std::memmove(place, sValue.data(), length * sizeof(char16_t));
         m_garbage += room - length;
         cell.text.length = length;
+    } else {
+        cell.text = {length > 0 ? m_texts.append(sValue) : 0, length};
+        m_garbage += room;
     }
     compactTextsWhenDue();
 }

@@ -124,6 +124,9 @@ public:
 
     // A hint: takes address space for that many rows, touches no memory.
     void reserveRows(std::int32_t count);
+    // Texts that lie in `text` are from now on shown from there instead of copied; the column keeps
+    // text until it is cleared or has copied what is left in use. It must not change any more.
+    void lendText(std::shared_ptr<const Text> text) { m_texts.lend(std::move(text)); }
     // Bytes held for rows and texts, and units of text that no cell refers to any more.
     [[nodiscard]] std::size_t memoryHeld() const;
 

@@ -225,6 +225,32 @@ TEST(clsCtlUniGrid_Column, GivesAndTakesViewsOfItsOwnTexts) {
               "13 Type mismatch");
 }
 
+TEST(clsCtlUniGrid_Column, ShowsLentTextsWithoutCopyOrChange) {
+    const Text words = u"open close save";
+    const auto text = std::make_shared<const Text>(Text(100000, u'-') + words);
+    const TextView view = TextView(*text).substr(100000);
+    Column column;
+    column.lendText(nullptr);
+    column.lendText(std::make_shared<const Text>());
+    column.lendText(text);
+    addTexts(column, {view.substr(0, 4), u"own", view.substr(5, 5)});
+    EXPECT_EQ(column.CellText(1).data(), view.data());
+    column.CellText(2, column.CellText(3));
+    column.CellText(1, u"shut");  // fits, but not there
+    column.CellText(3, column.CellText(3).substr(1));
+    column.CellText(3, u"x");
+    EXPECT_EQ(dumpRows(column), "text shut, text close, text x");
+    EXPECT_EQ(text->substr(100000), words);
+    EXPECT_EQ(text.use_count(), 2);
+
+    for (int i = 0; i < 20000; ++i) column.CellText(1, i % 2 == 0 ? u"short" : u"longer");
+    EXPECT_EQ(text.use_count(), 1);  // what was left in use has been copied
+    EXPECT_EQ(dumpRows(column), "text longer, text close, text x");
+    column.lendText(text);
+    column.ClearRows();
+    EXPECT_EQ(text.use_count(), 1);
+}
+
 TEST(clsCtlUniGrid_Column, TextsThatWereReplacedDoNotAddUp) {
     Column column;
     const Text longText(300000, u'x');  // longer than a block of the arena

@@ -128,7 +128,7 @@ PairFiles pvComparePair(TextView sMainFile, TextView sTransFile, bool bOnlyUntra
     clsFileIniEx oTrans;
     (void)oMain.Load(sMainFile);    // a failed load shows when the section names are asked for
     (void)oTrans.Load(sTransFile);  // and here with the first key
-    sink.filesRead();
+    sink.filesRead(oMain.fileText(), oTrans.fileText());
 
     std::vector<TextView> sections;
     std::vector<TextView> rows;

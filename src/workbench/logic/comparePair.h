@@ -3,6 +3,7 @@
 #include "workbench/logic/job.h"
 
 #include <array>
+#include <memory>
 
 enum class RowState : std::uint8_t {
     Empty,          // no translation, or only blanks
@@ -43,7 +44,10 @@ private:
 class PairSink {
 public:
     virtual ~PairSink() = default;
-    virtual void filesRead() {}  // once, between the reading of the files and the first row
+    // Once, between the reading of the files and the first row. The texts of rows lie in those of
+    // the two files (null for one that could not be read), but for section names.
+    virtual void filesRead([[maybe_unused]] const std::shared_ptr<const Text>& mainText,
+                           [[maybe_unused]] const std::shared_ptr<const Text>& transText) {}
     virtual void row(const PairRow& row) = 0;
 };
 

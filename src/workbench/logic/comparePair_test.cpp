@@ -9,7 +9,10 @@
 namespace {
 
 struct Rows : PairSink {
-    void filesRead() override { all += "read\n"; }
+    void filesRead(const std::shared_ptr<const Text>&,
+                   const std::shared_ptr<const Text>&) override {
+        all += "read\n";
+    }
     void row(const PairRow& row) override {
         static constexpr const char* kStates[] = {" empty", " same", ""};
         all += toUtf8(row.rowText()) + kStates[static_cast<int>(row.state)] + "\n";

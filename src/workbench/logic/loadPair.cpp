@@ -10,9 +10,16 @@ namespace {
 // Puts the rows into the grid, inside one update bracket.
 class GridRows : public PairSink {
 public:
-    explicit GridRows(GridData& fxGrid) : m_fxGrid(fxGrid) {}
+    // A few rows of a list are not worth keeping the files' texts for.
+    GridRows(GridData& fxGrid, bool keepTexts) : m_fxGrid(fxGrid), m_keepTexts(keepTexts) {}
 
-    void filesRead() override { m_update.emplace(m_fxGrid); }
+    void filesRead(const std::shared_ptr<const Text>& mainText,
+                   const std::shared_ptr<const Text>& transText) override {
+        m_update.emplace(m_fxGrid);
+        if (!m_keepTexts) return;
+        m_fxGrid.lendText(mainText);
+        m_fxGrid.lendText(transText);
+    }
     void row(const PairRow& row) override {
         const RowCells cells(row);
         m_fxGrid.AddRow(cells.cells());
@@ -24,6 +31,7 @@ public:
 
 private:
     GridData& m_fxGrid;
+    bool m_keepTexts;
     std::optional<UpdateBracket> m_update;
 };
 
@@ -36,7 +44,7 @@ void addColumns(const PairList& list) {
 }
 
 PairFiles fillGrid(GridData& fxGrid, const PairToLoad& pair, JobListener& listener) {
-    GridRows rows(fxGrid);
+    GridRows rows(fxGrid, !pair.bOnlyUntranslated);
     const WaitWords wait(listener, u"Loading file...");
     PairFiles files =
         pvComparePair(pair.sMainFile, pair.sTransFile, pair.bOnlyUntranslated, rows, listener);
