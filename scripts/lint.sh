@@ -23,13 +23,15 @@ changed() {
     find src tests bench -type f 2>/dev/null || true
 }
 
-# What clang-tidy is to be started on: sources by themselves, headers by the file that builds each alone.
+# What clang-tidy is to be started on: sources by themselves, changed headers by the file that builds
+# each alone.
 units=()
 while IFS= read -r file; do
     case $file in
         *.cpp)
             grep -qF "/$file\"" build/release/compile_commands.json && units+=("$file") ;;
         *.h)
+            [[ $scope != --all ]] || continue  # the sources show them
             unit=$(find build/release -path "*_verify_interface_header_sets/${file#*/}.cxx" | head -n 1)
             [[ -z $unit ]] || units+=("$unit") ;;
     esac
