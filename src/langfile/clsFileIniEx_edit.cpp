@@ -71,11 +71,7 @@ void clsFileIniEx::dropSection(std::uint32_t section) {
     while (gone.first != kNone) removeRecord(section, kNone, gone.first);
     const TextView name = pvTrim(gone.name);
     m_sectionTable.remove(gone.hash, isSectionNamed(name));
-    gone.removed = true;
-    // A later row of that name makes a new section, under a head of its own.
-    for (Head& head : m_heads) {
-        if (head.section == section) head.name = TextView();
-    }
+    gone.removed = true;  // its heads stay with it: a later row of that name comes under a new one
 }
 
 // `before` is the row in front of it in the section, or kNone.

@@ -191,6 +191,9 @@ TEST(clsFileIniEx, RemovesKeysAndSections) {
     document.AddString(u"a", u"z", u"9");
     document.AddString(u"B", u"x", u"4");
     EXPECT_EQ(dump(document), "sec[B]{key[x]=[4]} sec[a]{key[z]=[9]}");
+    EXPECT_TRUE(document.RemoveSection(u"a"));  // the last head's section, twice
+    document.AddString(u"a", u"z", u"8");
+    EXPECT_EQ(dump(document), "sec[B]{key[x]=[4]} sec[a]{key[z]=[8]}");
 
     // No key at all means the first row without one; at the top level a whole section can be that.
     clsFileIniEx plain = parsed(text);
@@ -365,6 +368,40 @@ TEST(clsFileIniEx, AgreesWithTheSimpleDocumentOnRandomTexts) {
         const bool keepEmpty = random() % 2 == 0;
         ASSERT_EQ(document.toText(u"\r\n", keepEmpty), second.written(u"\r\n", keepEmpty))
             << toUtf8(text) << "\nround " << round;
+    }
+}
+
+TEST(clsFileIniEx, AgreesWithTheSimpleDocumentWhileRowsComeAndGo) {
+    const Text sections[] = {u"", u"s", u" S", u"t", u"u", u" "};
+    std::mt19937 random(20261123);
+    for (int round = 0; round < 300; ++round) {
+        const Text text = randomText(random);
+        clsFileIniEx document = parsed(text);
+        simple::Document second;
+        second.parse(text);
+        for (int edit = 0; edit < 100; ++edit) {
+            const Text section = sections[random() % std::size(sections)];
+            const Text key(random() % 3, static_cast<char16_t>(u"aAbBcCdD "[random() % 9]));
+            switch (random() % 16) {
+            case 0:
+                ASSERT_EQ(document.RemoveSection(section), second.removeSection(section));
+                break;
+            case 1:
+            case 2:
+            case 3:
+            case 4:
+                ASSERT_EQ(document.RemoveRowKeyVal(section, key), second.removeKey(section, key));
+                break;
+            default:
+                document.AddString(section, key, u"v");
+                second.addString(section, key, u"v");
+            }
+            ASSERT_EQ(document.toText(u"\n", true), second.written(u"\n", true))
+                << toUtf8(text) << "\nround " << round << " edit " << edit;
+            const simple::Row* const found = second.find(simple::trimmed(section), key);
+            ASSERT_EQ(document.GetString(simple::trimmed(section), key, u"?"),
+                      found != nullptr ? simple::trimmed(found->value) : u"?");
+        }
     }
 }
 

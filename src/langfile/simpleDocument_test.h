@@ -96,6 +96,32 @@ public:
         addKey(trimmed(section), k, v, k + m_separator + v);
     }
 
+    bool removeSection(const Text& section) {
+        for (std::size_t s = 1; s < sections.size(); ++s) {
+            if (folded(sections[s].name) != folded(section)) continue;
+            sections.erase(sections.begin() + static_cast<std::ptrdiff_t>(s));
+            return true;
+        }
+        return false;
+    }
+
+    bool removeKey(const Text& section, const Text& key) {
+        for (std::size_t s = section.empty() ? 0 : 1; s < sections.size(); ++s) {
+            if (folded(sections[s].name) != folded(section)) continue;
+            auto& rows = sections[s].rows;
+            for (std::size_t r = 0; r < rows.size(); ++r) {
+                if (folded(rows[r].key.value_or(Text())) != folded(key)) continue;
+                rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(r));
+                return true;
+            }
+            break;
+        }
+        // A section is a row without a key at the top level.
+        const bool takesSection = section.empty() && folded(key).empty() && sections.size() > 1;
+        if (takesSection) sections.erase(sections.begin() + 1);
+        return takesSection;
+    }
+
     void mergeInto(Document& target) const {
         for (const Section& s : sections) {
             for (const Row& r : s.rows) {
