@@ -92,9 +92,13 @@ template <typename Body> SearchResult clsSearchFiles::pvRun(Body body) {
 
 SearchResult clsSearchFiles::SearchInPath(TextView sPath, const SearchOptions& options) {
     return pvRun([&](SearchResult& result) {
-        // The root by a name that survives the loss of its only backslash.
-        const TextView path = sPath == u"\\" ? TextView(u"\\.") : sPath;
-        pvSearch(ufu_OneBackSlash(path) + u"*.*", options, result);
+        Text directory = ufu_OneBackSlash(sPath);
+        if (directory.empty()) {
+            // Backslashes alone keep them, since nothing at all is the current directory; the root
+            // goes by a name that survives the loss of its only one.
+            directory = sPath == u"\\" ? TextView(u"\\.\\") : sPath;
+        }
+        pvSearch(directory + u"*.*", options, result);
     });
 }
 

@@ -80,6 +80,8 @@ TEST_F(ufu_files, ExistingFilesAndDirectoriesAreToldApart) {
         {u"", false, false},
         {u"/tmp", false, false},
         {u"\\", false, true},
+        {u"\\\\", false, false},  // a server without a name, not the current directory
+        {u"\\\\\\", false, false},
         {u"\\\\?\\" + dir.inside("f.txt"), true, false},
     };
     for (const auto& c : cases) {
