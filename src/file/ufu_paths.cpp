@@ -1,5 +1,6 @@
 #include "file/ufu_paths.h"
 
+#include "file/cStringBuilder2.h"
 #include "file/pvWindowsVersion.h"
 #include "platform/base/casemap.h"
 #include "platform/base/failure.h"
@@ -30,12 +31,6 @@ Text withOneTrailing(char16_t mark, TextView s) {
 
 // The position behind the last backslash, 0 without one.
 std::size_t fileNameStart(TextView s) { return s.rfind(u'\\') + 1; }
-
-void replaceAll(Text& s, TextView find, TextView replacement) {
-    for (std::size_t at = 0; (at = s.find(find, at)) != Text::npos; at += replacement.size()) {
-        s.replace(at, find.size(), replacement);
-    }
-}
 
 bool isWebLink(TextView lowered) {
     constexpr TextView kSchemes[] = {u"http://",   u"https://",    u"ftp://",
@@ -117,9 +112,11 @@ Text ufu_LocalizePath(TextView s, bool bRaiseError) {
     Text local(s);
     std::replace(local.begin(), local.end(), u'/', u'\\');
     std::replace(local.begin(), local.end(), u'|', u':');
-    replaceAll(local, u"%20", u" ");
-    replaceAll(local, u"&amp;", u"&");
-    return local;
+    cStringBuilder2 unescaped;
+    unescaped.TheString(std::move(local));
+    unescaped.ReplaceString(u"%20", u" ", cStringBuilder2::Compare::Exact);
+    unescaped.ReplaceString(u"&amp;", u"&", cStringBuilder2::Compare::Exact);
+    return std::move(unescaped).ToString();
 }
 
 Text ufu_ExtendedPath(TextView s) {
