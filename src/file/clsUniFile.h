@@ -52,8 +52,9 @@ public:
 
     // Bytes in the file and pending ones. 0 without a file; -1 when the platform does not tell.
     [[nodiscard]] std::int64_t LOF() const;
-    // iFrom as in FilePosFrom; fpfCurrent counts from the real position. Without a file, or for a
-    // place before the start, the position stays.
+    // iFrom as in FilePosFrom; fpfCurrent counts from the real position. Without a file nothing
+    // happens; for a place before the start the real position stays, and what was read ahead of the
+    // caller is given up all the same.
     void SetFilePos(std::int64_t cPos, std::int32_t iFrom = fpfStart);
     [[nodiscard]] std::int64_t RealFilePos() const;  // -1 without a file
     [[nodiscard]] std::int64_t GetFilePos() const;   // -1 without a file

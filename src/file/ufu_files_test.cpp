@@ -4,12 +4,13 @@
 #include "file/pvWindowsVersion.h"
 #include "platform/base/files.h"
 #include "platform/base/paths.h"
-#include "platform/base/process.h"
 #include "platform/base/testhooks.h"
 #include "support/TempDir.h"
 #include "support/raised.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <gtest/gtest.h>
 
@@ -248,10 +249,34 @@ TEST_F(ufu_files, TheProcessKnowsItsProgramAndArguments) {
     EXPECT_EQ(platform::pathToSystem(ufu_UniAppPath()),
               fs::read_symlink("/proc/self/exe").parent_path().string());
     EXPECT_TRUE(ufu_GetTempPath().ends_with(u'\\'));
-    // The tests are started with or without arguments; none of them begins with a blank.
-    const Text line = platform::GetCommandLineW();
-    EXPECT_TRUE(line.ends_with(ufu_UniCommandLine()));
-    EXPECT_FALSE(ufu_UniCommandLine().starts_with(u' '));
+    if (std::getenv("QUILLMERE_PRINT_ARGUMENTS") != nullptr)
+        std::printf("arguments: <%s>\n", toUtf8(ufu_UniCommandLine()).c_str());
+}
+
+// Started anew under other names, the test above prints its arguments.
+TEST_F(ufu_files, ArgumentsBeginBehindTheProgramsName) {
+    const struct {
+        const char *program, *arguments, *printed;
+    } cases[] = {
+        {"p", "", "<>"},
+        {"p q", "", "<>"},
+        {"p", "'' a", R"(<"" a>)"},
+        {"p q", "'x y' z", R"(<"x y" z>)"},
+        {"p q", "'  '", R"(<"  ">)"},
+    };
+    for (const auto& c : cases) {
+        const fs::path link = dir.path() / c.program;
+        if (!fs::exists(link)) fs::create_symlink(fs::read_symlink("/proc/self/exe"), link);
+        const std::string command = "QUILLMERE_PRINT_ARGUMENTS=1 GTEST_FILTER='*ItsProgramAnd*' '" +
+                                    link.string() + "' " + c.arguments;
+        FILE* const pipe = ::popen(command.c_str(), "r");
+        ASSERT_NE(pipe, nullptr);
+        std::string output;
+        for (int unit = 0; (unit = std::fgetc(pipe)) != EOF;) output += static_cast<char>(unit);
+        EXPECT_EQ(::pclose(pipe), 0);
+        EXPECT_NE(output.find(std::string("arguments: ") + c.printed + "\n"), std::string::npos)
+            << output;
+    }
 }
 
 TEST_F(ufu_files, TheClassForwardsTheWholeFamily) {
