@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <sys/stat.h>
 #include <unistd.h>
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -115,6 +116,11 @@ template <bool json> char* putUnit(char* to, TextView& s) {
 
 Output::Output(int descriptor)
     : m_descriptor(descriptor), m_buffer(std::make_unique_for_overwrite<char[]>(kSize)) {}
+
+bool Output::toFile() const {
+    struct stat info {};
+    return ::fstat(m_descriptor, &info) == 0 && S_ISREG(info.st_mode);
+}
 
 void Output::bytes(std::string_view s) {
     while (!s.empty()) {

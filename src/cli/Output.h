@@ -12,6 +12,9 @@ class Output {
 public:
     explicit Output(int descriptor);
 
+    // Whether the results go into a file, not to somebody who reads along.
+    [[nodiscard]] bool toFile() const;
+
     void bytes(std::string_view s);
     // A surrogate pair becomes four bytes, a lone surrogate U+FFFD.
     void plain(TextView s);

@@ -89,5 +89,18 @@ TEST(Output, RemembersAWriteThatFailed) {
     ::close(full);
 }
 
+TEST(Output, KnowsAFileFromAnythingThatIsReadAlong) {
+    const test::TempDir dir;
+    const int file = ::open((dir.path() / "out").c_str(), O_WRONLY | O_CREAT, 0600);
+    EXPECT_TRUE(Output(file).toFile());
+    ::close(file);
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    EXPECT_FALSE(Output(ends[1]).toFile());
+    ::close(ends[0]);
+    ::close(ends[1]);
+    EXPECT_FALSE(Output(-1).toFile());
+}
+
 }  // namespace
 }  // namespace cli

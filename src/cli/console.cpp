@@ -24,9 +24,13 @@ void say(TextView sMessage, TextView sFile) {
 ProgressBar::ProgressBar()
     : m_isTerminal(::isatty(STDERR_FILENO) == 1), m_start(platform::GetTickCount()) {}
 
+// Edits may have been waited for in between, from a person or a program.
+void ProgressBar::showWait(TextView) { m_start = platform::GetTickCount(); }
+
 void ProgressBar::advance(int percent) {
     constexpr int kCells = 40;
     m_percent = percent;
+    if (percent == 0) return wipe();  // it is over
     if (!m_shown && platform::GetTickCount() - m_start < kPatience) return;
     m_shown = true;
     const auto full = static_cast<std::size_t>(percent * kCells / 100);

@@ -23,8 +23,8 @@ struct Stop {
     Text sFile;
 };
 
-// Draws a bar on standard error when that is a terminal and the work goes on for longer than a
-// person likes to wait; it is wiped away at the end.
+// Draws a bar on standard error when that is a terminal and a piece of work goes on for longer than
+// a person likes to wait; it is wiped away at the end.
 class ProgressBar : public JobListener {
 public:
     ProgressBar();
@@ -35,6 +35,7 @@ public:
     void pvSetProgress(int iPercent) override {
         if (m_isTerminal && iPercent != m_percent) advance(iPercent);
     }
+    void showWait(TextView sInfo) override;
     void closeWait() override { wipe(); }
 
 private:
@@ -44,7 +45,7 @@ private:
     bool m_isTerminal;
     bool m_shown = false;
     int m_percent = 0;
-    std::uint32_t m_start;  // GetTickCount
+    std::uint32_t m_start;  // of the piece of work, GetTickCount
 };
 
 }  // namespace cli

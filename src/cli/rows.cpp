@@ -80,8 +80,11 @@ ExitCode rows(const RowsOptions& options, Output& out) {
     PlainRows plain(out);
     JsonRows json(out);
     PairSink& sink = options.json ? static_cast<PairSink&>(json) : plain;
+    // On a terminal or in a pager a bar would come between the rows, which show progress enough.
     ProgressBar bar;
-    pvComparePair(sMainFile, sTransFile, options.untranslated, sink, bar);
+    JobListener silent;
+    JobListener& listener = out.toFile() ? static_cast<JobListener&>(bar) : silent;
+    pvComparePair(sMainFile, sTransFile, options.untranslated, sink, listener);
     return kDone;
 }
 
