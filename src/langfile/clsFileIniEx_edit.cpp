@@ -2,7 +2,6 @@
 #include "langfile/clsFileIniEx_entries.h"
 
 #include <algorithm>
-#include <cstring>
 
 void clsFileIniEx::AddString(TextView sAppName, TextView sKeyName, TextView sKeyVal) {
     if (!m_bLoaded) startRows();
@@ -32,8 +31,7 @@ std::uint32_t clsFileIniEx::headNamed(TextView sSection) {
 
     char16_t* const bracketed = m_edited.allocate(sSection.size() + 2);
     bracketed[0] = u'[';
-    std::memcpy(bracketed + 1, sSection.data(), sSection.size() * sizeof(char16_t));
-    bracketed[sSection.size() + 1] = u']';
+    *std::copy(sSection.begin(), sSection.end(), bracketed + 1) = u']';
     addHead({bracketed + 1, sSection.size()});
     return last + 1;
 }

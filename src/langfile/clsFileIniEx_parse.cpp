@@ -74,12 +74,13 @@ bool clsFileIniEx::Load(TextView sFile) {
 }
 
 bool clsFileIniEx::LoadFromString(TextView s) {
-    m_sFile.clear();
-    forget();
     try {
-        pvParseText(Text(s));
+        Text text(s);  // first, since s may be one of the texts that go
+        m_sFile.clear();
+        pvParseText(std::move(text));
         return true;
     } catch (const std::exception&) {
+        m_sFile.clear();
         forget();
         return false;
     }

@@ -174,6 +174,28 @@ TEST(clsFileIniEx, AddsAndReplacesKeys) {
     EXPECT_EQ(dump(fresh), "sec[S]{key[yes]=[1] key[no]=[0]}");
 }
 
+TEST(clsFileIniEx, TakesTextsOfItsOwnAndTextsOfNothing) {
+    clsFileIniEx document;
+    document.AddString(u"S", u"value", TextView());
+    document.AddString(u"S", TextView(), u"key");
+    EXPECT_EQ(document.toText(u"|", true), u"[S]|value=|=key");
+    ASSERT_TRUE(document.LoadFromString(u"[S]\nk=c=2"));
+    document.AddString(u"S", u"l", document.GetString(u"S", u"k"));
+    EXPECT_EQ(document.toText(u"|", true), u"[S]|k=c=2|l=c=2");
+    ASSERT_TRUE(document.LoadFromString(document.GetString(u"S", u"l")));
+    EXPECT_EQ(document.toText(u"|", true), u"c=2|");
+}
+
+TEST(clsFileIniEx, KeepsItsRowsWhenItIsMoved) {
+    clsFileIniEx a = parsed(u"k=1");
+    clsFileIniEx b = parsed(u"k=2");
+    b.AddString(u"", u"l", u"3");
+    std::swap(a, b);
+    EXPECT_EQ(a.toText(u"|", true), u"k=2||l=3");
+    EXPECT_EQ(b.toText(u"|", true), u"k=1|");
+    EXPECT_EQ(a.GetString(u"", u"k"), u"2");
+}
+
 TEST(clsFileIniEx, RemovesKeysAndSections) {
     const Text text = u"r=1\n[A]\n; c\nx=1\ny=2\n[B]\nx=3";
     clsFileIniEx document = parsed(text);
