@@ -184,6 +184,9 @@ TEST_F(Program, PutsBackWhatStoodInAFileThatBecameTooLong) {
     const std::string command = "$Q apply main.lng trans.lng edits.jsonl";
     expect(shell("ulimit -f 4; exec " + command), kFileFailed, "Cannot Save File! (trans.lng)");
     EXPECT_EQ(dir.read("trans.lng"), before);
+    expect(shell("ulimit -f 4; exec $Q new main.lng trans --copy"), kFileFailed,
+           "Error writing file (trans.lng)");
+    EXPECT_EQ(dir.read("trans.lng"), before);
 
     const test::ProcessResult full =
         shell("exec unshare -m sh -c '"

@@ -1,4 +1,4 @@
-#include "file/clsUniFile.h"
+#include "file/FileBytes.h"
 #include "file/ufu_files.h"
 #include "file/ufu_text.h"
 #include "langfile/clsFileIniEx.h"
@@ -7,42 +7,12 @@
 
 #include <cstring>
 
-namespace {
-
-// The bytes of a file as they stand, to be put back when a write over them fails half-way.
-class FileBytes {
-public:
-    explicit FileBytes(TextView sFile) : m_sFile(sFile) {
-        clsUniFile file;
-        if (!file.OpenFileRead(sFile, true)) return;
-        const std::int64_t length = file.LOF();  // -1 when it is not to be had
-        if (length < 0 || length > clsFileIniEx::kLargestFile) return;
-        m_bytes.resize(static_cast<std::size_t>(length));
-        m_read = m_bytes.empty() || file.ReadBytes(m_bytes);
-    }
-    void putBack() {
-        if (!m_read) return;
-        clsUniFile file;
-        if (file.OpenFileWrite(m_sFile, true) && !m_bytes.empty()) {
-            (void)file.WriteBytes(
-                m_bytes);  // the save has failed already, and that is what is told
-        }
-    }
-
-private:
-    Text m_sFile;
-    Bytes m_bytes;
-    bool m_read = false;
-};
-
-}  // namespace
-
 bool clsFileIniEx::Save(TextView sFile, TextView sLineSep, bool bUpdate, bool bSaveEmptyKeyVal) {
     if (const TextView name = trimBlanks(sFile); !name.empty()) m_sFile = name;
     if (m_sFile.empty()) throw Failure(kOwnError, u"clsFileIniEx.Save", u"I need a file!");
     if (!ufu_FileExist(m_sFile)) return pvSave(sLineSep, bSaveEmptyKeyVal);
 
-    FileBytes before(m_sFile);
+    const FileBytes before(m_sFile);
     bool saved = false;
     if (bUpdate) {
         clsFileIniEx onDisk;

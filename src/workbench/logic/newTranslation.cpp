@@ -1,5 +1,6 @@
 #include "workbench/logic/newTranslation.h"
 
+#include "file/FileBytes.h"
 #include "file/ufu_files.h"
 #include "file/ufu_paths.h"
 #include "file/ufu_text.h"
@@ -44,7 +45,9 @@ void createEmptyTranslation(TextView sNewFile) {
 }
 
 void createCopiedTranslation(TextView sMainFile, TextView sNewFile) {
+    const FileBytes before(sNewFile);
     if (!ufu_CopyFile(sMainFile, sNewFile)) {
+        before.putBack();
         throw FileFailure(Failure(kOwnError, u"", u"Error writing file"), sNewFile);
     }
 }

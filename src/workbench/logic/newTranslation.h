@@ -11,7 +11,7 @@ void requireMainFile(TextView sMainFile);
 // different files" when the path is the main file's, in any case of letters or through a link.
 [[nodiscard]] Text newTranslationPath(TextView sMainFile, TextView sEnteredName);
 
-// Both replace a file of that name. They raise FileFailure "Error writing file" when they cannot;
-// a copy that cannot be finished raises it, too.
+// Both replace a file of that name. They raise FileFailure "Error writing file" when they cannot; a
+// copy that cannot be finished raises it, too, and leaves the file that was there.
 void createEmptyTranslation(TextView sNewFile);
 void createCopiedTranslation(TextView sMainFile, TextView sNewFile);

@@ -1,0 +1,19 @@
+#include "file/FileBytes.h"
+
+#include "file/clsUniFile.h"
+
+FileBytes::FileBytes(TextView sFile) : m_sFile(sFile) {
+    clsUniFile file;
+    if (!file.OpenFileRead(sFile, true)) return;
+    const std::int64_t length = file.LOF();  // -1 when it is not to be had
+    if (length < 0 || length > kMost) return;
+    m_bytes.resize(static_cast<std::size_t>(length));
+    m_read = m_bytes.empty() || file.ReadBytes(m_bytes);
+}
+
+void FileBytes::putBack() const {
+    if (!m_read) return;
+    if (const FileBytes now(m_sFile); now.m_read && now.m_bytes == m_bytes) return;
+    clsUniFile file;
+    if (file.OpenFileWrite(m_sFile, true) && !m_bytes.empty()) (void)file.WriteBytes(m_bytes);
+}
