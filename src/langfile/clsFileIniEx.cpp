@@ -10,6 +10,7 @@ void clsFileIniEx::pvCheckLoaded() const {
 
 void clsFileIniEx::forget() {
     m_bLoaded = false;
+    m_recentHead = kRoot;
     m_records.clear();
     m_heads.clear();
     m_sections.clear();

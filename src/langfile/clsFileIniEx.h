@@ -71,6 +71,8 @@ public:
     // is rewritten as key, separator, value; a new one goes to the end of its section, a new
     // section to the end of the document, a root key in front of the first section.
     void AddString(TextView sAppName, TextView sKeyName, TextView sKeyVal);
+    // Makes room for so many more keys at once.
+    void Reserve(std::size_t rows);
     void AddBool(TextView sAppName, TextView sKeyName, bool bKeyVal);
 
     // Both give false when there is nothing to remove, also with nothing loaded.
@@ -124,6 +126,13 @@ private:
         bool removed = false;
     };
 
+    // A key row on its way into the document.
+    struct NewRow {
+        Record record;
+        TextView trimmedKey;
+        std::uint64_t hash;
+    };
+
     void pvParseText(Text sText);
     void pvAddPlainRow(std::uint32_t head, TextView sLine);
     void pvAddKeyRow(TextView sSection, TextView sKey, TextView sLine);
@@ -148,6 +157,8 @@ private:
     void removeRecord(std::uint32_t section, std::uint32_t before, std::uint32_t record);
     void dropSection(std::uint32_t section);
     void mergeInto(clsFileIniEx& oTarget) const;
+    [[nodiscard]] NewRow prepareRow(TextView sSection, TextView sKey, TextView sLine);
+    void putRow(const NewRow& row);
     [[nodiscard]] TextView cleaned(TextView s) const { return m_bAllowTabs ? s : pvTrim(s); }
     [[nodiscard]] std::uint32_t headNamed(TextView sSection);
     [[nodiscard]] std::uint32_t sectionOf(std::uint32_t head);
@@ -177,6 +188,7 @@ private:
     Text m_sCommentChar;
     char16_t m_cSeparator = u'=';
 
+    std::uint32_t m_recentHead = kRoot;  // of the last row that was added by section name
     bool m_bLoaded = false;
     bool m_bPackedSplits = false;        // some line holds the separator of packed lists
     std::shared_ptr<const Text> m_text;  // of the file; the records of its lines point into it

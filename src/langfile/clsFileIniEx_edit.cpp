@@ -1,7 +1,9 @@
 #include "langfile/clsFileIniEx.h"
 #include "langfile/clsFileIniEx_entries.h"
+#include "langfile/scanText.h"
 
 #include <algorithm>
+#include <array>
 
 void clsFileIniEx::AddString(TextView sAppName, TextView sKeyName, TextView sKeyVal) {
     if (!m_bLoaded) startRows();
@@ -24,35 +26,80 @@ TextView clsFileIniEx::lineOf(TextView sKey, TextView sValue) {
 // The head to file a row of this section under: a spelling that is there already, else a new one.
 std::uint32_t clsFileIniEx::headNamed(TextView sSection) {
     if (pvTrim(sSection).empty()) return kRoot;
+    const Head& recent = m_heads[m_recentHead];
+    if (recent.name == sSection && recent.section != kNone && !m_sections[recent.section].removed) {
+        return m_recentHead;
+    }
     const std::uint32_t section = pvFindSection(sSection);
-    if (section != kNone && m_sections[section].name == sSection) return m_sections[section].head;
-    const auto last = static_cast<std::uint32_t>(m_heads.size() - 1);
-    if (m_heads[last].name == sSection && m_heads[last].section == section) return last;
-
+    if (section != kNone && m_sections[section].name == sSection) {
+        m_recentHead = m_sections[section].head;
+        return m_recentHead;
+    }
     char16_t* const bracketed = m_edited.allocate(sSection.size() + 2);
     bracketed[0] = u'[';
     *std::copy(sSection.begin(), sSection.end(), bracketed + 1) = u']';
+    m_recentHead = static_cast<std::uint32_t>(m_heads.size());
     addHead({bracketed + 1, sSection.size()});
-    return last + 1;
+    return m_recentHead;
 }
 
-// sLine lives in the document and begins with sKey and the separator.
-void clsFileIniEx::pvAddKeyRow(TextView sSection, TextView sKey, TextView sLine) {
+// sLine begins with sKey and the separator and lives as long as the document's rows.
+clsFileIniEx::NewRow clsFileIniEx::prepareRow(TextView sSection, TextView sKey, TextView sLine) {
     const std::uint32_t head = headNamed(sSection);
-    const std::uint32_t section = sectionOf(head);
-    const auto number = static_cast<std::uint32_t>(m_records.size());
     const TextView key = pvTrim(sKey);
+    const std::uint64_t hash = hashOf(sectionOf(head), key);
+    m_keyTable.prefetch(hash);
+    if (containsText(sLine, ROW_SEP)) m_bPackedSplits = true;
+    return {Record{sLine.data(), static_cast<std::uint32_t>(sLine.size()),
+                   static_cast<std::uint32_t>(sKey.size()), head, kNone},
+            key, hash};
+}
+
+void clsFileIniEx::putRow(const NewRow& row) {
+    const std::uint32_t section = m_heads[row.record.head].section;
+    const auto number = static_cast<std::uint32_t>(m_records.size());
     const std::uint32_t there =
-        m_keyTable.insert(hashOf(section, key), number, isKeyOf(section, key));
-    Record row{sLine.data(), static_cast<std::uint32_t>(sLine.size()),
-               static_cast<std::uint32_t>(sKey.size()), head, kNone};
-    if (sLine.find(ROW_SEP) != TextView::npos) m_bPackedSplits = true;
+        m_keyTable.insert(row.hash, number, isKeyOf(section, row.trimmedKey));
     if (there != kNone) {
-        row.next = m_records[there].next;
-        m_records[there] = row;
+        const std::uint32_t next = m_records[there].next;
+        m_records[there] = row.record;
+        m_records[there].next = next;
     } else {
-        m_records.push_back(row);
+        m_records.push_back(row.record);
         append(section, number);
+    }
+}
+
+void clsFileIniEx::pvAddKeyRow(TextView sSection, TextView sKey, TextView sLine) {
+    putRow(prepareRow(sSection, sKey, sLine));
+}
+
+void clsFileIniEx::Reserve(std::size_t rows) {
+    if (rows == 0) return;
+    if (!m_bLoaded) startRows();
+    m_records.reserve(m_records.size() + rows);
+    m_keyTable.reserve(m_records.size() + rows);
+}
+
+// The lines that can be taken over as they are stay this document's, which must outlive the target.
+void clsFileIniEx::mergeInto(clsFileIniEx& oTarget) const {
+    constexpr std::size_t kAhead = 16;  // far enough for a row's slot to have come from memory
+    std::array<NewRow, kAhead> ahead;
+    std::size_t prepared = 0;
+    for (const Section& section : m_sections) {
+        for (std::uint32_t r = section.first; r != kNone; r = m_records[r].next) {
+            const Record& row = m_records[r];
+            if (!isKeyRow(row)) continue;
+            const TextView key = oTarget.cleaned(keyOf(row));
+            const TextView value = oTarget.cleaned(valueOf(row));
+            const bool clean = key.size() + 1 + value.size() == row.lineLength;
+            if (prepared >= kAhead) oTarget.putRow(ahead[prepared % kAhead]);
+            ahead[prepared++ % kAhead] = oTarget.prepareRow(
+                m_heads[row.head].name, key, clean ? textOf(row) : oTarget.lineOf(key, value));
+        }
+    }
+    for (std::size_t i = prepared - std::min(prepared, kAhead); i < prepared; ++i) {
+        oTarget.putRow(ahead[i % kAhead]);
     }
 }
 

@@ -4,6 +4,7 @@
 #include "langfile/clsFileIniEx.h"
 #include "langfile/clsFileIniEx_entries.h"
 #include "platform/base/failure.h"
+#include "platform/base/memory.h"
 
 #include <cstring>
 
@@ -30,15 +31,6 @@ bool clsFileIniEx::Save(TextView sFile, TextView sLineSep, bool bUpdate, bool bS
     return saved;
 }
 
-void clsFileIniEx::mergeInto(clsFileIniEx& oTarget) const {
-    for (const Section& section : m_sections) {
-        for (std::uint32_t r = section.first; r != kNone; r = m_records[r].next) {
-            const Record& row = m_records[r];
-            if (isKeyRow(row)) oTarget.AddString(m_heads[row.head].name, keyOf(row), valueOf(row));
-        }
-    }
-}
-
 Text clsFileIniEx::toText(TextView sLineSep, bool bSaveEmptyKeyVal) const {
     const auto eachLine = [&](auto put) {
         forEachRow([&](const clsFileIniEx_Row& row) {
@@ -49,6 +41,7 @@ Text clsFileIniEx::toText(TextView sLineSep, bool bSaveEmptyKeyVal) const {
     eachLine([&](TextView line) { length += line.size() + sLineSep.size(); });
     Text text;
     text.reserve(length);
+    platform::adviseLargePages(text.data(), length * sizeof(char16_t));
     eachLine([&](TextView line) { text.append(line).append(sLineSep); });
     if (!sLineSep.empty() && text.ends_with(sLineSep)) text.resize(text.size() - sLineSep.size());
     return text;

@@ -1,5 +1,6 @@
 // platform/base/TextArena.h: texts that stay where they are until all of them go.
 #pragma once
+#include "platform/base/memory.h"
 #include "platform/base/text.h"
 
 #include <algorithm>
@@ -35,12 +36,13 @@ public:
 
 private:
     static constexpr std::size_t kFirstChunk = 2048;
-    static constexpr std::size_t kLargestChunk = std::size_t{1} << 20;
+    static constexpr std::size_t kLargestChunk = std::size_t{1} << 22;
 
     void grow(std::size_t length) {
         const std::size_t size = std::max(length, m_chunkLength);
         m_chunks.push_back(std::make_unique_for_overwrite<char16_t[]>(size));
         m_next = m_chunks.back().get();
+        adviseLargePages(m_next, size * sizeof(char16_t));
         m_left = size;
         m_chunkLength = std::min(m_chunkLength * 2, kLargestChunk);
     }

@@ -14,6 +14,7 @@ void saveTranslation(const GridData& fxGrid, TextView sTransFile, bool bSaveEmpt
     const WaitWords wait(listener, u"Saving file...");
     clsFileIniEx document;
     const std::int32_t rows = fxGrid.Rows();
+    document.Reserve(static_cast<std::size_t>(rows));
     for (std::int32_t i = 1; i <= rows; ++i) {
         document.AddString(fxGrid.CellText(i, kSectionColumn), fxGrid.CellText(i, kKeyColumn),
                            fxGrid.CellText(i, kTranslationColumn));
