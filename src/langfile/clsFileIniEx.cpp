@@ -24,7 +24,7 @@ void clsFileIniEx::forget() {
 void clsFileIniEx::startRows() {
     forget();
     m_heads.push_back({TextView(), hashFolded({}), kRoot});
-    m_sections.push_back({TextView(), hashFolded({}), kRoot});
+    m_sections.push_back({TextView(), TextView(), hashFolded({}), kRoot});
     m_bLoaded = true;
 }
 
@@ -44,11 +44,11 @@ std::uint32_t clsFileIniEx::sectionOf(std::uint32_t head) {
     Head& spelling = m_heads[head];
     if (spelling.section != kNone) return spelling.section;
     const auto number = static_cast<std::uint32_t>(m_sections.size());
-    spelling.section =
-        m_sectionTable.insert(spelling.hash, number, isSectionNamed(pvTrim(spelling.name)));
+    const TextView trimmed = pvTrim(spelling.name);
+    spelling.section = m_sectionTable.insert(spelling.hash, number, isSectionNamed(trimmed));
     if (spelling.section == kNone) {
         spelling.section = number;
-        m_sections.push_back({spelling.name, spelling.hash, head});
+        m_sections.push_back({spelling.name, trimmed, spelling.hash, head});
     }
     return spelling.section;
 }

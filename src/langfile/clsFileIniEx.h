@@ -120,6 +120,7 @@ private:
     };
     struct Section {
         TextView name;           // as first seen
+        TextView trimmed;        // the same without blanks and tabs at its ends
         std::uint64_t hash = 0;  // of the lower-cased trimmed name
         std::uint32_t head = 0;  // the head that made it
         std::uint32_t first = kNone, last = kNone;

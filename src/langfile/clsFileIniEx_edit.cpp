@@ -114,8 +114,7 @@ bool clsFileIniEx::RemoveSection(TextView sSection) {
 void clsFileIniEx::dropSection(std::uint32_t section) {
     Section& gone = m_sections[section];
     while (gone.first != kNone) removeRecord(section, kNone, gone.first);
-    const TextView name = pvTrim(gone.name);
-    m_sectionTable.remove(gone.hash, isSectionNamed(name));
+    m_sectionTable.remove(gone.hash, isSectionNamed(gone.trimmed));
     gone.removed = true;  // its heads stay with it: a later row of that name comes under a new one
 }
 

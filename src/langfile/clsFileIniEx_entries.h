@@ -22,6 +22,6 @@ inline auto clsFileIniEx::isKeyOf(std::uint32_t section, TextView sTrimmedKey) c
 
 inline auto clsFileIniEx::isSectionNamed(TextView sTrimmedName) const {
     return [this, sTrimmedName](std::uint32_t entry) {
-        return equalFolded(pvTrim(m_sections[entry].name), sTrimmedName);
+        return equalFolded(m_sections[entry].trimmed, sTrimmedName);
     };
 }

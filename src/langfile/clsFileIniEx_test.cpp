@@ -186,6 +186,15 @@ TEST(clsFileIniEx, TakesTextsOfItsOwnAndTextsOfNothing) {
     EXPECT_EQ(document.toText(u"|", true), u"c=2|");
 }
 
+TEST(clsFileIniEx, LooksAtTheBlanksOfANameOnce) {
+    Text text = u"[a" + Text(2'000'000, u' ') + u"]\nx\n";
+    for (int i = 0; i < 400'000; ++i) text += u"[A]\nx\n";
+    const clsFileIniEx document = parsed(text);  // at every head, it would not end
+    std::vector<TextView> names;
+    document.GetSectionNames(names);
+    EXPECT_EQ(names.size(), 2U);
+}
+
 TEST(clsFileIniEx, KeepsItsRowsWhenItIsMoved) {
     clsFileIniEx a = parsed(u"k=1");
     clsFileIniEx b = parsed(u"k=2");
