@@ -84,8 +84,8 @@ public:
     // changed in it; a file that cannot be read makes it false and is left alone. A key with an
     // empty value is left out unless bSaveEmptyKeyVal. The text decides the encoding: ANSI on code
     // page 1252 with every unit below 256, else UTF-16. False when the file could not be written;
-    // what stood in it is then put back, if that could be read and was no longer than kLargestFile.
-    // Raises "I need a file!" with no file known.
+    // what stood in it is then put back, if that could be read (file/FileBytes.h). Raises "I need a
+    // file!" with no file known.
     [[nodiscard]] bool Save(TextView sFile = {}, TextView sLineSep = u"\r\n", bool bUpdate = true,
                             bool bSaveEmptyKeyVal = true);
 

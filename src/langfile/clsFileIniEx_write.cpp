@@ -6,8 +6,6 @@
 #include "platform/base/failure.h"
 #include "platform/base/memory.h"
 
-#include <cstring>
-
 bool clsFileIniEx::Save(TextView sFile, TextView sLineSep, bool bUpdate, bool bSaveEmptyKeyVal) {
     if (const TextView name = trimBlanks(sFile); !name.empty()) m_sFile = name;
     if (m_sFile.empty()) throw Failure(kOwnError, u"clsFileIniEx.Save", u"I need a file!");
