@@ -94,8 +94,9 @@ void clsFileIniEx::mergeInto(clsFileIniEx& oTarget) const {
             const TextView value = oTarget.cleaned(valueOf(row));
             const bool clean = key.size() + 1 + value.size() == row.lineLength;
             if (prepared >= kAhead) oTarget.putRow(ahead[prepared % kAhead]);
-            ahead[prepared++ % kAhead] = oTarget.prepareRow(
-                m_heads[row.head].name, key, clean ? textOf(row) : oTarget.lineOf(key, value));
+            ahead[prepared++ % kAhead] =
+                oTarget.prepareRow(oTarget.cleaned(m_heads[row.head].name), key,
+                                   clean ? textOf(row) : oTarget.lineOf(key, value));
         }
     }
     for (std::size_t i = prepared - std::min(prepared, kAhead); i < prepared; ++i) {

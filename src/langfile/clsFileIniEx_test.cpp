@@ -269,6 +269,13 @@ TEST_F(Saving, MergesIntoTheFileOnDisk) {
                                  "Close=Sluiten\r\n[Alone]\r\n\r\n[New]\r\nn=");
 }
 
+TEST_F(Saving, CleansTheNamesThatItAddsToTheFileOnDisk) {
+    dir.write("t.lng", "[ Old\t]\r\na = 1\r\nb = 1");
+    clsFileIniEx document = parsed(u"[OLD ]\n a =2\n[ New ]\nk = v \nl=w");
+    ASSERT_TRUE(save(document));
+    EXPECT_EQ(dir.read("t.lng"), "[ Old\t]\r\na=2\r\nb = 1\r\n[New]\r\nk=v\r\nl=w");
+}
+
 TEST_F(Saving, WritesTheDocumentAloneWithoutAFileOrWithoutUpdate) {
     clsFileIniEx document;
     document.AddString(u"S", u"a", u"\u00E9");
