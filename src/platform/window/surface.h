@@ -21,9 +21,9 @@ namespace platform {
 
 // ---- Device contexts
 
-// A memory context. It starts with a monochrome bitmap of 1 x 1, a white brush, a solid black pen
-// of width 1, the stock font, black text on white, opaque background, stretch mode 1. hDC: any
-// living context, or 0 for the screen; it has no influence. 0 on failure.
+// A memory context. It starts with a monochrome bitmap of 1 x 1 that takes no drawing, a white
+// brush, a solid black pen of width 1, the stock font, black text on white, opaque background,
+// stretch mode 1. hDC: any living context, or 0 for the screen; it has no influence. 0 on failure.
 [[nodiscard]] HDC CreateCompatibleDC(HDC hDC);
 // Ends a context, also one of GetDC. The objects selected into it live on and are free again. False
 // for an unknown context.
@@ -215,13 +215,13 @@ bool MoveToEx(HDC hDC, int x, int y, POINT* pPrevious = nullptr);
 bool LineTo(HDC hDC, int x, int y);
 // Fills with the brush and draws the outline with the pen, inside the rectangle for a pen of one
 // pixel. Each corner is a quarter of an ellipse of the given width and height, at most those of the
-// rectangle: a pixel belongs to the shape when its row's middle lies in the ellipse at least half
-// the pixel. All four corners are alike. With a null pen the shape is one pixel less wide and high.
+// rectangle: a pixel belongs to the shape when its middle lies in the ellipse. All four corners are
+// alike. With a null pen the shape is one pixel less wide and high.
 bool RoundRect(HDC hDC, int left, int top, int right, int bottom, int ellipseWidth,
                int ellipseHeight);
 
 // The region of a rounded rectangle, with corners as RoundRect, which ends one pixel before right
-// and bottom. 0 on failure.
+// and bottom. 0 on failure: larger than kMaxBitmapExtent in a direction.
 [[nodiscard]] HRGN CreateRoundRectRgn(int left, int top, int right, int bottom, int ellipseWidth,
                                       int ellipseHeight);
 

@@ -6,7 +6,6 @@
 #include "platform/window/surface.h"
 
 #include <cstddef>
-#include <functional>
 
 namespace platform {
 
@@ -107,8 +106,8 @@ struct DcRecord {
     std::int32_t stretchMode = BLACKONWHITE;
     POINT position;              // of MoveToEx and LineTo
     std::uint32_t penPhase = 0;  // pixels of the pen's pattern that are used up
-    // Drawing stays inside: the bitmap's bounds; narrower only by setDcClip. Empty for a window
-    // without a surface.
+    // Drawing stays inside: the bitmap's bounds; narrower only by setDcClip. Empty while the bitmap
+    // is a stock one: a fresh memory context, the desktop, a window without a surface.
     RECT clip;
     HWND window = 0;  // of GetDC
     bool ofGetDC = false;
@@ -151,12 +150,29 @@ constexpr RECT intersection(const RECT& a, const RECT& b) {
 }
 constexpr bool isEmpty(const RECT& r) { return r.right <= r.left || r.bottom <= r.top; }
 
-// Pixels of any bitmap as 0xFFRRGGBB, from (x, y) to the right. The span must lie in the bitmap.
-// Monochrome bits are the context's text colour (0) and background colour (1) in both directions.
-void readPixels(const DcRecord& dc, int x, int y, std::span<std::uint32_t> pixels);
-void writePixels(const DcRecord& dc, int x, int y, std::span<const std::uint32_t> pixels);
+// Pixels of any bitmap as 0xFFRRGGBB, from (x, y) to the right, and back: what a surface of few
+// colours cannot hold becomes the closest it has. Monochrome bits count as black and white. The
+// span must lie in the bitmap.
+void readPixels(const BitmapRecord& bitmap, int x, int y, std::span<std::uint32_t> pixels);
+void writePixels(BitmapRecord& bitmap, int x, int y, std::span<const std::uint32_t> pixels);
 
-// To be called by every operation that has changed pixels of the context: tells the window hook.
+// The same in the bitmap's own values: 0xFFRRGGBB with 24 and 32 bits, else indexes or bits.
+void readValues(const BitmapRecord& bitmap, int x, int y, std::span<std::uint32_t> values);
+void writeValues(BitmapRecord& bitmap, int x, int y, std::span<const std::uint32_t> values);
+// The value that comes closest to a colour.
+[[nodiscard]] std::uint32_t valueOf(const BitmapRecord& bitmap, COLORREF color);
+// Sets all pixels of a rectangle, which must lie in the bitmap, to one value.
+void fillValue(BitmapRecord& bitmap, const RECT& rect, std::uint32_t value);
+
+// A bitmap of its own, black (section: all zero), that is in no table yet. Its top is nullptr when
+// the size is not from 1 to the limits or there is no memory.
+[[nodiscard]] BitmapRecord newBitmap(int width, int height, int bitsPerPixel, bool section);
+
+// A bitmap with the same pixels and colour table that is in no table; its top is nullptr when there
+// is no memory.
+[[nodiscard]] BitmapRecord copyOfBitmap(const BitmapRecord& bitmap);
+
+// To be called by every operation that has changed pixels of the context: tells the window.
 void drawn(const DcRecord& dc);
 
 // ---- Hooks
@@ -165,9 +181,11 @@ void drawn(const DcRecord& dc);
 // meanwhile, or takes it away (hBitmap 0). Contexts of GetDC(hWnd) draw there from now on, those
 // that exist already included. False when the bitmap is unknown or in a memory context.
 bool setWindowSurface(HWND hWnd, HBITMAP hBitmap);
-// Called with the window after each drawing operation on a context of GetDC. One for all windows;
-// nullptr for none.
-void setDrawnHook(void (*hook)(HWND));
+struct WindowHooks {
+    bool (*exists)(HWND) = nullptr;  // asked by GetDC; without it, windows with a surface exist
+    void (*drawn)(HWND) = nullptr;   // called after each drawing on a context of GetDC(hWnd)
+};
+void setWindowHooks(const WindowHooks& hooks);
 // Confines a context's drawing to a part of its surface, until it gets another bitmap.
 bool setDcClip(HDC hDC, const RECT& clip);
 
