@@ -185,6 +185,12 @@ void copy(DcRecord& dc, const RECT& area, const DcRecord& source, int dx, int dy
     const bool same = &to == &from;
     // A section may hold anything in the unused bytes, so its rows are read, not moved.
     const bool move = straight && (same || !from.section);
+    if (move && area.right - area.left == to.width && to.stride == from.stride && !to.section) {
+        // Whole rows touch each other.
+        std::memmove(to.row(area.top), from.row(area.top + dy),
+                     width * 4 * static_cast<std::size_t>(area.bottom - area.top));
+        return;
+    }
     const Values row = straight ? Values() : scratchRow(width);
     const SourcePixels pixels(source, dc, from, false);
     RowWriter writer(dc, rop);

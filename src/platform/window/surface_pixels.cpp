@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#if defined(__x86_64__) && defined(__GNUC__)
+#include <immintrin.h>
+#endif
 
 namespace platform {
 namespace {
@@ -77,6 +80,58 @@ private:
 BlockStore& blockStore() {
     static BlockStore store;
     return store;
+}
+
+// ---- Rows of equal pixels. Only the widest stores keep up with memset, and only the processor's
+// own string store does where a run is long.
+
+struct Rows {
+    std::uint32_t* first;
+    std::ptrdiff_t stride;  // pixels from a row to the next
+    std::size_t width, height;
+};
+
+#if defined(__x86_64__) && defined(__GNUC__)
+// Rows of at least 8 pixels.
+[[gnu::target("avx2")]] void fillWide(const Rows& rows, std::uint32_t value) {
+    const __m256i eight = _mm256_set1_epi32(static_cast<int>(value));
+    std::uint32_t* row = rows.first;
+    for (std::size_t y = 0; y < rows.height; ++y, row += rows.stride) {
+        std::uint32_t* last = row + rows.width - 8;
+        for (std::uint32_t* at = row; at < last; at += 8) {
+            _mm256_storeu_si256(reinterpret_cast<__m256i*>(at), eight);
+        }
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(last), eight);
+    }
+}
+
+const bool kWideStores = __builtin_cpu_supports("avx2") != 0;
+
+bool fillFast(const Rows& rows, std::uint32_t value) {
+    constexpr std::size_t kLong = 512;
+    if (rows.width >= kLong) {
+        std::uint32_t* row = rows.first;
+        for (std::size_t y = 0; y < rows.height; ++y, row += rows.stride) {
+            std::uint32_t* at = row;
+            std::size_t count = rows.width;
+            asm volatile("rep stosl" : "+D"(at), "+c"(count) : "a"(value) : "memory");
+        }
+        return true;
+    }
+    if (rows.width < 8 || !kWideStores) return false;
+    fillWide(rows, value);
+    return true;
+}
+#else
+bool fillFast(const Rows&, std::uint32_t) { return false; }
+#endif
+
+void fillRows(const Rows& rows, std::uint32_t value) {
+    if (fillFast(rows, value)) return;
+    std::uint32_t* row = rows.first;
+    for (std::size_t y = 0; y < rows.height; ++y, row += rows.stride) {
+        std::fill_n(row, rows.width, value);
+    }
 }
 
 constexpr std::uint32_t kOpaque = 0xFF000000U;
@@ -284,8 +339,12 @@ void fillValue(BitmapRecord& bitmap, const RECT& rect, std::uint32_t value) {
     if (isEmpty(rect)) return;
     const auto width = static_cast<std::size_t>(rect.right - rect.left);
     if (bitmap.bitsPerPixel == 32) {
-        for (int y = rect.top; y < rect.bottom; ++y) {
-            std::fill_n(bitmap.row(y) + rect.left, width, value);
+        const auto height = static_cast<std::size_t>(rect.bottom - rect.top);
+        if (rect.right - rect.left == bitmap.width) {  // whole rows touch each other
+            std::uint32_t* lowest = bitmap.row(bitmap.stride > 0 ? rect.top : rect.bottom - 1);
+            fillRows({lowest, 0, width * height, 1}, value);
+        } else {
+            fillRows({bitmap.row(rect.top) + rect.left, bitmap.stride / 4, width, height}, value);
         }
         return;
     }
