@@ -134,7 +134,7 @@ TEST(BitBlt, KnowsAll256RasterOperations) {
                 << code;
         }
     }
-    EXPECT_EQ(*(source.hdc() != 0 ? dcOf(canvas.hdc())->bitmap->row(0) : nullptr) >> 24, 0xFFU);
+    EXPECT_EQ(dcOf(canvas.hdc())->bitmap->row(0)[0] >> 24, 0xFFU);
 }
 
 TEST(BitBlt, OperationsWithoutASourceNeedNone) {

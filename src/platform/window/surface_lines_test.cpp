@@ -57,7 +57,7 @@ TEST(LineTo, ACutLineHasThePixelsOfTheWholeOne) {
     };
     for (int i = 0; i < 600; ++i) {
         const POINT from = anywhere(), to = anywhere();
-        Canvas cut(20, 20), whole(60, 60), part(20, 20), back(60, 60);
+        Canvas cut(20, 20), whole(60, 60), part(20, 20);
         const Selected pen(cut.hdc(), CreatePen(i % 5, i % 7 == 0 ? 4 : 1, 0));
         const HGDIOBJ old = SelectObject(whole.hdc(), pen);
         drawLine(cut, from, to);
