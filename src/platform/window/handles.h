@@ -118,9 +118,8 @@ private:
     Slot& slot(std::uint32_t index) { return m_chunks[index / kChunk][index % kChunk]; }
 
     std::uint32_t place(Record&& record) {
-        std::uint32_t index;
+        std::uint32_t index = m_freeHead;
         if (m_freeCount > kRest || (m_size > kHandleIndexMask && m_freeCount > 0)) {
-            index = m_freeHead;
             m_freeHead = slot(index).next;
             --m_freeCount;
         } else {

@@ -52,15 +52,15 @@ public:
         return *this;
     }
     ~PixelMemory();
-    [[nodiscard]] std::uint8_t* get() const { return m_bytes; }
+    [[nodiscard]] std::uint8_t* get() const { return m_block.get(); }
 
 private:
     void swap(PixelMemory& other) noexcept {
-        std::swap(m_bytes, other.m_bytes);
         std::swap(m_size, other.m_size);
+        std::swap(m_block, other.m_block);
     }
-    std::uint8_t* m_bytes = nullptr;
     std::size_t m_size = 0;
+    std::unique_ptr<std::uint8_t[]> m_block;
 };
 
 // A colour table and the way back from colours to its entries.

@@ -47,8 +47,9 @@ public:
         m_signX = dx < 0 ? -1 : 1;
         m_signY = dy < 0 ? -1 : 1;
         m_steep = std::abs(dy) > std::abs(dx);
-        m_length = m_steep ? std::abs(dy) : std::abs(dx);
-        m_across = m_steep ? std::abs(dx) : std::abs(dy);
+        m_length = std::max(std::abs(dx), std::abs(dy));
+        m_whole = 2 * m_length;
+        m_step = 2 * std::min(std::abs(dx), std::abs(dy));
         // Half way between two pixels the smaller coordinate wins: going up or left, the step
         // comes at the middle already.
         m_round = m_length - ((m_steep ? m_signX : m_signY) > 0 ? 1 : 0);
@@ -56,10 +57,10 @@ public:
 
     [[nodiscard]] std::int64_t length() const { return m_length; }  // without the end point
 
-    // Calls f(x, y) for the visible pixels, in order. Gives how many come before and, through
-    // behind, after them.
+    // Calls before(n) with the number of pixels ahead of the first visible one, then f(x, y) for
+    // the visible ones, in order. Gives how many pixels of the line are done then.
     template <class Before, class F> std::int64_t draw(const RECT& clip, Before before, F f) const {
-        if (isEmpty(clip)) return 0;
+        if (isEmpty(clip) || m_length == 0) return 0;
         const std::int64_t along = m_steep ? m_from.y : m_from.x;
         const std::int64_t other = m_steep ? m_from.x : m_from.y;
         const int alongSign = m_steep ? m_signY : m_signX, otherSign = m_steep ? m_signX : m_signY;
@@ -73,17 +74,15 @@ public:
         const std::int64_t end = firstAcross(second.high, begin, high);
         before(begin);
 
-        const Wide start = product(begin) + static_cast<Wide>(m_round);
-        const auto whole = static_cast<Wide>(2 * m_length);
-        std::int64_t rest = m_length == 0 ? 0 : static_cast<std::int64_t>(start % whole);
-        std::int64_t k = m_length == 0 ? 0 : static_cast<std::int64_t>(start / whole);
+        std::int64_t k = across(begin);
+        auto rest = static_cast<std::int64_t>(scaled(begin) % static_cast<Wide>(m_whole));
         for (std::int64_t i = begin; i < end; ++i) {
             const auto a = static_cast<int>(along + alongSign * i);
             const auto o = static_cast<int>(other + otherSign * k);
             m_steep ? f(o, a) : f(a, o);
-            rest += 2 * m_across;
-            if (rest >= 2 * m_length) {
-                rest -= 2 * m_length;
+            rest += m_step;
+            if (rest >= m_whole) {
+                rest -= m_whole;
                 ++k;
             }
         }
@@ -99,12 +98,12 @@ private:
         return sign > 0 ? Steps{begin - start, end - start}
                         : Steps{start - end + 1, start - begin + 1};
     }
-    [[nodiscard]] Wide product(std::int64_t i) const {
-        return static_cast<Wide>(2 * m_across) * static_cast<Wide>(i);
+    // How far pixel i lies across, times m_whole.
+    [[nodiscard]] Wide scaled(std::int64_t i) const {
+        return static_cast<Wide>(m_step) * static_cast<Wide>(i) + static_cast<Wide>(m_round);
     }
     [[nodiscard]] std::int64_t across(std::int64_t i) const {
-        return static_cast<std::int64_t>((product(i) + static_cast<Wide>(m_round)) /
-                                         static_cast<Wide>(2 * m_length));
+        return static_cast<std::int64_t>(scaled(i) / static_cast<Wide>(m_whole));
     }
     // The first i from low on, high at most, whose pixel is at least so many steps across.
     [[nodiscard]] std::int64_t firstAcross(std::int64_t count, std::int64_t low,
@@ -123,7 +122,7 @@ private:
     POINT m_from;
     int m_signX, m_signY;
     bool m_steep;
-    std::int64_t m_length, m_across, m_round;
+    std::int64_t m_length, m_whole, m_step, m_round;
 };
 
 void drawThin(DcRecord& dc, POINT from, POINT to) {

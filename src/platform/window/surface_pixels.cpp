@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 #if defined(__x86_64__) && defined(__GNUC__)
 #include <immintrin.h>
 #endif
@@ -26,13 +27,10 @@ constexpr bool kKeepBlocks = true;
 // drops surfaces of the same few sizes all the time.
 class BlockStore {
 public:
-    BlockStore() = default;
-    BlockStore(const BlockStore&) = delete;
-    BlockStore& operator=(const BlockStore&) = delete;
-    ~BlockStore() {
-        for (const auto& blocks : m_blocks) {
-            for (std::uint8_t* block : blocks) std::free(block);
-        }
+    using Block = std::unique_ptr<std::uint8_t[]>;
+
+    BlockStore() {
+        for (auto& blocks : m_blocks) blocks.reserve(kMostBlocks);
     }
 
     static std::size_t blockSize(std::size_t size) {
@@ -41,39 +39,43 @@ public:
         while (rounded < size) rounded *= 2;
         return rounded;
     }
-    std::uint8_t* take(std::size_t blockSize) {
+    Block take(std::size_t blockSize) {
         auto* blocks = of(blockSize);
-        if (blocks == nullptr || blocks->empty()) {
-            return static_cast<std::uint8_t*>(std::malloc(blockSize));
+        if (blocks != nullptr && !blocks->empty()) {
+            Block block = std::move(blocks->back());
+            blocks->pop_back();
+            m_kept -= blockSize;
+            return block;
         }
-        std::uint8_t* block = blocks->back();
-        blocks->pop_back();
-        m_kept -= blockSize;
-        return block;
+        try {
+            return std::make_unique_for_overwrite<std::uint8_t[]>(blockSize);
+        } catch (const std::bad_alloc&) {
+            return nullptr;  // the caller has a result for that
+        }
     }
-    void giveBack(std::uint8_t* block, std::size_t blockSize) {
+    void giveBack(Block block, std::size_t blockSize) {
         auto* blocks = of(blockSize);
-        if (blocks == nullptr || m_kept + blockSize > kMostKept) {
-            std::free(block);
+        if (blocks == nullptr || blocks->size() == kMostBlocks || m_kept + blockSize > kMostKept) {
             return;
         }
-        blocks->push_back(block);
+        blocks->push_back(std::move(block));
         m_kept += blockSize;
     }
 
 private:
     static constexpr std::size_t kSmallest = 256;
     static constexpr std::size_t kLargest = std::size_t{16} << 20;
+    static constexpr std::size_t kClasses = 17;     // 256 bytes to 16 MiB
+    static constexpr std::size_t kMostBlocks = 64;  // of a class
     static constexpr std::size_t kMostKept = std::size_t{32} << 20;
-    static constexpr std::size_t kClasses = 17;  // 256 bytes to 16 MiB
 
-    std::vector<std::uint8_t*>* of(std::size_t blockSize) {
+    std::vector<Block>* of(std::size_t blockSize) {
         if (!kKeepBlocks || blockSize > kLargest) return nullptr;
         std::size_t index = 0;
         while (kSmallest << index < blockSize) ++index;
         return &m_blocks[index];
     }
-    std::array<std::vector<std::uint8_t*>, kClasses> m_blocks;
+    std::array<std::vector<Block>, kClasses> m_blocks;
     std::size_t m_kept = 0;  // bytes
 };
 
@@ -154,12 +156,11 @@ std::uint32_t valueOfPixel(const BitmapRecord& bitmap, std::uint32_t xrgb) {
 
 }  // namespace
 
-PixelMemory::PixelMemory(std::size_t size) : m_size(BlockStore::blockSize(size)) {
-    m_bytes = blockStore().take(m_size);
-}
+PixelMemory::PixelMemory(std::size_t size)
+    : m_size(BlockStore::blockSize(size)), m_block(blockStore().take(m_size)) {}
 
 PixelMemory::~PixelMemory() {
-    if (m_bytes != nullptr) blockStore().giveBack(m_bytes, m_size);
+    if (m_block) blockStore().giveBack(std::move(m_block), m_size);
 }
 
 HandleTable<BitmapRecord>& bitmapTable() {

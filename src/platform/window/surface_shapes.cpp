@@ -13,13 +13,6 @@ void fillColor(DcRecord& dc, const RECT& rect, COLORREF color) {
     if (!isEmpty(area)) fillValue(*dc.bitmap, area, valueOf(*dc.bitmap, color));
 }
 
-// Context and brush of a shape call; false when one is unknown.
-bool found(HDC hDC, HBRUSH hBrush, DcRecord*& dc, const BrushRecord*& brush) {
-    dc = dcOf(hDC);
-    brush = brushTable().find(hBrush);
-    return dc != nullptr && brush != nullptr;
-}
-
 std::string recordedBrush(const BrushRecord& brush) {
     return brush.null ? "none" : recordedColor(brush.color);
 }
@@ -155,9 +148,9 @@ void drawPatternedOutline(DcRecord& dc, const RoundShape& shape) {
 // ---- Rectangles and pixels
 
 bool FillRect(HDC hDC, const RECT& rect, HBRUSH hBrush) {
-    DcRecord* dc;
-    const BrushRecord* brush;
-    if (!found(hDC, hBrush, dc, brush)) return false;
+    DcRecord* dc = dcOf(hDC);
+    const BrushRecord* brush = brushTable().find(hBrush);
+    if (dc == nullptr || brush == nullptr) return false;
     if (recording()) {
         record(hDC, "FillRect %s %s", recordedRect(rect).c_str(), recordedBrush(*brush).c_str());
     }
@@ -168,9 +161,9 @@ bool FillRect(HDC hDC, const RECT& rect, HBRUSH hBrush) {
 }
 
 bool FrameRect(HDC hDC, const RECT& rect, HBRUSH hBrush) {
-    DcRecord* dc;
-    const BrushRecord* brush;
-    if (!found(hDC, hBrush, dc, brush)) return false;
+    DcRecord* dc = dcOf(hDC);
+    const BrushRecord* brush = brushTable().find(hBrush);
+    if (dc == nullptr || brush == nullptr) return false;
     if (recording()) {
         record(hDC, "FrameRect %s %s", recordedRect(rect).c_str(), recordedBrush(*brush).c_str());
     }
@@ -196,7 +189,7 @@ bool DrawFocusRect(HDC hDC, const RECT& rect) {
         bitmap.bitsPerPixel >= 24 ? 0xFFFFFFU : (1U << bitmap.bitsPerPixel) - 1;
     const auto invert = [&](int x, int y) {
         if (((x ^ y) & 1) == 0) return;
-        std::uint32_t value;
+        std::uint32_t value = 0;
         readValues(bitmap, x, y, {&value, 1});
         value ^= all;
         writeValues(bitmap, x, y, {&value, 1});
@@ -236,7 +229,7 @@ COLORREF GetPixel(HDC hDC, int x, int y) {
     if (dc == nullptr) return -1;
     const RECT& clip = dc->clip;
     if (x < clip.left || x >= clip.right || y < clip.top || y >= clip.bottom) return -1;
-    std::uint32_t pixel;
+    std::uint32_t pixel = 0;
     readPixels(*dc->bitmap, x, y, {&pixel, 1});
     return colorOf(pixel);
 }

@@ -12,7 +12,6 @@ namespace platform {
 namespace {
 
 using test::Canvas;
-using test::Selected;
 
 HBITMAP section(int width, int height, int bits, void*& pixels,
                 std::span<const RGBQUAD> colors = {}) {
@@ -180,7 +179,7 @@ TEST(Bitmaps, TellTheirMeasures) {
     const struct {
         HBITMAP bitmap;
         int width, height, rowBytes, bits;
-        void* pixels;
+        void* pixels = nullptr;
     } kBitmaps[] = {
         {CreateCompatibleBitmap(screen, 5, 7), 5, 7, 20, 32, nullptr},
         {CreateCompatibleBitmap(memory, 5, 7), 5, 7, 4, 1, nullptr},
@@ -210,7 +209,7 @@ TEST(Bitmaps, ReusedMemoryComesBackBlack) {
             Canvas canvas(9, 9, bits);
             const HDC hDC = CreateCompatibleDC(0);
             const HDC screen = GetDC(0);
-            void* pixels;
+            void* pixels = nullptr;
             const HBITMAP bitmap =
                 bits == 0 ? CreateCompatibleBitmap(screen, 9, 9) : section(9, 9, bits, pixels);
             SelectObject(hDC, bitmap);
@@ -247,7 +246,7 @@ TEST(Bitmaps, TheBytesOfASectionAreItsPixels) {
 
 TEST(Bitmaps, GiveTheirColourTableInParts) {
     const RGBQUAD table[] = {{1, 2, 3, 0}, {4, 5, 6, 0}, {7, 8, 9, 0}};
-    void* pixels;
+    void* pixels = nullptr;
     const HBITMAP bitmap = section(1, 1, 4, pixels, table);
     const HDC hDC = CreateCompatibleDC(0);
     SelectObject(hDC, bitmap);
@@ -367,7 +366,7 @@ TEST(Numbers, SystemColoursAreTheClassicOnesUntilSet) {
 // ---- Icons and pictures
 
 TEST(Icons, GiveCopiesOfTheirBitmaps) {
-    HICON icon;
+    HICON icon = 0;
     {
         Canvas mask("#.\n.#\n", Canvas::kMonochrome), color("rg\nb#\n", 24);
         icon = CreateIconIndirect({false, 1, 2, mask.bitmap(), color.bitmap()});

@@ -45,7 +45,7 @@ Canvas::Canvas(int width, int height, int bits) : m_width(width), m_height(heigh
         info.bmiHeader.biHeight = height;
         info.bmiHeader.biBitCount = static_cast<std::uint16_t>(bits);
         info.bmiColors = table;
-        void* pixels;
+        void* pixels = nullptr;
         m_bitmap = CreateDIBSection(m_hDC, info, DIB_RGB_COLORS, pixels);
         m_bits = static_cast<std::uint8_t*>(pixels);
     }
