@@ -1,13 +1,14 @@
-# quillmere_module(NAME [DEPS target...] [TEST_DEPS target...])
+# quillmere_module(NAME [GUI_TEST] [DEPS target...] [TEST_DEPS target...])
 #
 # One library for the folder that calls it: every *.cpp beside the CMakeLists.txt, told apart by suffix.
 #   x.cpp         goes into the library quillmere_NAME
 #   x_test.cpp    goes into the test program NAME_test, run by ctest
 #   x_fuzz.cpp    becomes the fuzz target x_fuzz (only with QUILLMERE_FUZZ)
 #   main.cpp      stays out: the folder's program takes it
-# DEPS name the only modules whose headers the folder may include.
+# DEPS name the only modules whose headers the folder may include. GUI_TEST: the tests draw text or
+# open windows; see quillmere_gui_test.
 function(quillmere_module name)
-    cmake_parse_arguments(ARG "" "" "DEPS;TEST_DEPS" ${ARGN})
+    cmake_parse_arguments(ARG "GUI_TEST" "" "DEPS;TEST_DEPS" ${ARGN})
     file(GLOB all CONFIGURE_DEPENDS RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}" "*.cpp")
     set(sources ${all})
     list(FILTER sources EXCLUDE REGEX "(_(test|fuzz|bench)|^main)\\.cpp$")
@@ -26,7 +27,11 @@ function(quillmere_module name)
     quillmere_headers(quillmere_${name} "${CMAKE_SOURCE_DIR}/src")
 
     if(QUILLMERE_TESTS AND tests)
-        quillmere_test(${name}_test SOURCES ${tests} DEPS quillmere_${name} ${ARG_TEST_DEPS})
+        set(kind quillmere_test)
+        if(ARG_GUI_TEST)
+            set(kind quillmere_gui_test)
+        endif()
+        cmake_language(CALL ${kind} ${name}_test SOURCES ${tests} DEPS quillmere_${name} ${ARG_TEST_DEPS})
     endif()
     if(QUILLMERE_FUZZ)
         foreach(source ${fuzzers})
@@ -52,4 +57,13 @@ function(quillmere_test name)
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_DEPS} quillmere_test_support GTest::gtest_main)
     gtest_discover_tests(${name} NO_PRETTY_VALUES DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
+endfunction()
+
+# quillmere_gui_test(NAME SOURCES file... DEPS target...): the same with a main that has the toolkit
+# started, off screen, with the fonts of the tree. Each test also ends with the handles it began with.
+function(quillmere_gui_test name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;DEPS" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE ${ARG_DEPS} quillmere_gui_test_support quillmere_window_test_support)
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
 endfunction()
