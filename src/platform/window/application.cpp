@@ -1,0 +1,221 @@
+#include "platform/window/application.h"
+
+#include "platform/base/failure.h"
+#include "platform/window/screen_internal.h"
+#include "platform/window/surface_internal.h"
+#include "platform/window/toolkit.h"
+#include "platform/window/window_internal.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QEvent>
+#include <QLibraryInfo>
+#include <QPointer>
+#include <cstdio>
+#include <cstdlib>
+#include <dlfcn.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace platform {
+namespace {
+
+FailureHandler g_failureHandler;
+
+std::string describe(const std::exception_ptr& failure) {
+    try {
+        std::rethrow_exception(failure);
+    } catch (const Failure& known) {
+        return toUtf8(known.source) + ": " + toUtf8(known.message);
+    } catch (const std::exception& known) {
+        return known.what();
+    } catch (...) {
+        return "a failure of an unknown kind";
+    }
+}
+
+// ---- Is there a display? The library would end the process when there is none.
+
+std::string environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value == nullptr ? std::string() : value;
+}
+
+bool hasPlugin(const std::string& name) {
+    const QDir plugins(QLibraryInfo::path(QLibraryInfo::PluginsPath) +
+                       QStringLiteral("/platforms"));
+    const QString pattern = QStringLiteral("libq%1*.so").arg(QString::fromStdString(name));
+    return !plugins.entryList({pattern}, QDir::Files).isEmpty();
+}
+
+// The X server is asked through the library that the plugin itself uses, so that permission counts
+// as well. It is loaded, not linked: without it there is no plugin that could need it.
+bool canReachX(const std::string& display) {
+    void* const library = dlopen("libxcb.so.1", RTLD_NOW | RTLD_LOCAL);
+    if (library == nullptr) return false;
+    using Connect = void* (*)(const char*, int*);
+    using HasError = int (*)(void*);
+    using Disconnect = void (*)(void*);
+    const auto connect = reinterpret_cast<Connect>(dlsym(library, "xcb_connect"));
+    const auto hasError = reinterpret_cast<HasError>(dlsym(library, "xcb_connection_has_error"));
+    const auto disconnect = reinterpret_cast<Disconnect>(dlsym(library, "xcb_disconnect"));
+    bool reached = false;
+    if (connect != nullptr && hasError != nullptr && disconnect != nullptr) {
+        void* const connection = connect(display.empty() ? nullptr : display.c_str(), nullptr);
+        reached = hasError(connection) == 0;
+        disconnect(connection);
+    }
+    dlclose(library);
+    return reached;
+}
+
+bool canReachWayland() {
+    std::string path = environment("WAYLAND_DISPLAY");
+    if (path.empty()) path = "wayland-0";
+    if (path.front() != '/') path = environment("XDG_RUNTIME_DIR") + '/' + path;
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (path.size() >= sizeof(address.sun_path)) return false;
+    path.copy(address.sun_path, path.size());
+    const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    if (socket < 0) return false;
+    const bool reached =
+        ::connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0;
+    ::close(socket);
+    return reached;
+}
+
+// The window systems that the library would try, the first that can be used counts.
+std::vector<std::string> candidates(const ApplicationOptions& options) {
+    if (options.offScreen) return {"offscreen"};
+    std::vector<std::string> names;
+    const std::string asked = environment("QT_QPA_PLATFORM");
+    for (std::size_t at = 0; at < asked.size();) {
+        const std::size_t end = std::min(asked.find(';', at), asked.size());
+        const std::string name = asked.substr(at, end - at);  // "xcb:argument=value"
+        if (!name.empty()) names.push_back(name.substr(0, name.find(':')));
+        at = end + 1;
+    }
+    if (!names.empty()) return names;
+    if (!environment("WAYLAND_DISPLAY").empty()) names.emplace_back("wayland");
+    names.emplace_back("xcb");
+    return names;
+}
+
+bool usable(const std::string& name) {
+    if (!hasPlugin(name)) return false;
+    if (name == "xcb") return canReachX(environment("DISPLAY"));
+    if (name == "wayland") return canReachWayland();
+    return true;
+}
+
+// Sees when the desktop changes its look.
+class DesktopWatch final : public QObject {
+public:
+    using QObject::QObject;
+
+private:
+    static void tellAll(std::uint32_t uMsg) {
+        std::vector<HWND> all;
+        windowTable().forEach([&](HWND hWnd, auto&) { all.push_back(hWnd); });
+        for (const HWND hWnd : all) {
+            guarded([&] { SendMessageW(hWnd, uMsg, 0, 0); });
+            if (IsWindow(hWnd)) InvalidateRect(hWnd);
+        }
+    }
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::ApplicationPaletteChange) {
+            takeDesktopLook();
+            tellAll(WM_SYSCOLORCHANGE);
+        } else if (event->type() == QEvent::ApplicationFontChange) {
+            tellAll(WM_SETTINGCHANGE);
+        }
+        return false;
+    }
+};
+
+}  // namespace
+
+void setFailureHandler(FailureHandler handler) { g_failureHandler = std::move(handler); }
+
+void reportFailure(const std::exception_ptr& failure) noexcept {
+    try {
+        if (g_failureHandler) {
+            const FailureHandler handler = g_failureHandler;  // it may set another one
+            handler(failure);
+            return;
+        }
+        std::fprintf(stderr, "A failure that nobody handled: %s\n", describe(failure).c_str());
+    } catch (...) {  // the handler's own failure has nowhere else to go
+        std::fprintf(stderr, "A failure that nobody handled: %s\n", describe(failure).c_str());
+    }
+}
+
+Text Application::obstacle(const ApplicationOptions& options) {
+    for (const std::string& name : candidates(options)) {
+        if (usable(name)) return {};
+    }
+    const std::string display = environment("DISPLAY");
+    if (display.empty() && environment("WAYLAND_DISPLAY").empty()) {
+        return u"There is no display to show a window on: neither DISPLAY nor WAYLAND_DISPLAY is "
+               u"set.";
+    }
+    return u"The display " + fromUtf8(display.empty() ? environment("WAYLAND_DISPLAY") : display) +
+           u" cannot be used: it does not answer, does not let this program in, or the library's "
+           u"part for it is not installed.";
+}
+
+struct Application::Impl {
+    Impl(int& argc, char** argv) : application(argc, argv) {}
+    QApplication application;
+    DesktopWatch watch;
+};
+
+Application::Application(int& argc, char** argv, const ApplicationOptions& options) {
+    if (Text why = obstacle(options); !why.empty()) {
+        throw Failure(kOwnError, u"Application", std::move(why));
+    }
+    if (options.offScreen) {
+        setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    } else if (environment("QT_QPA_PLATFORM").empty()) {
+        // Only what has just answered, or the library could try the other one and give up.
+        for (const std::string& name : candidates(options)) {
+            if (!usable(name)) continue;
+            setenv("QT_QPA_PLATFORM", name.c_str(), 1);
+            break;
+        }
+    }
+    // Pictures are drawn in the screen's own pixels, with sizes that follow its dots per inch.
+    setenv("QT_ENABLE_HIGHDPI_SCALING", "0", 1);
+    unsetenv("QT_SCALE_FACTOR");
+    unsetenv("QT_SCREEN_SCALE_FACTORS");
+
+    const QString name = toQt(options.name);
+    QCoreApplication::setApplicationName(name);
+    QGuiApplication::setApplicationDisplayName(name);
+    m_impl = std::make_unique<Impl>(argc, argv);
+    m_impl->application.setQuitOnLastWindowClosed(false);
+    m_impl->application.installEventFilter(&m_impl->watch);
+    takeDesktopLook();
+}
+
+Application::~Application() {
+    for (;;) {
+        HWND any = 0;
+        windowTable().forEach([&](HWND hWnd, auto&) { any = hWnd; });
+        if (any == 0) break;
+        guarded([&] { DestroyWindow(any); });
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+int Application::run() { return QApplication::exec(); }
+
+void PostQuitMessage(int code) { QCoreApplication::exit(code); }
+
+void pumpMessages() {
+    if (qApp != nullptr) QCoreApplication::processEvents();
+}
+
+}  // namespace platform

@@ -1,0 +1,223 @@
+// Message box, colours and fonts. The dialogs for files and folders are in filedialog.cpp.
+#include "platform/window/dialogs.h"
+
+#include "platform/window/surface.h"
+#include "platform/window/testhooks_internal.h"
+#include "platform/window/toolkit.h"
+#include "platform/window/window_internal.h"
+
+#include <QColorDialog>
+#include <QDialogButtonBox>
+#include <QFontDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <algorithm>
+#include <cmath>
+
+namespace platform {
+namespace {
+
+QColor colorOf(COLORREF color) { return QColor(redOf(color), greenOf(color), blueOf(color)); }
+COLORREF colorOf(const QColor& color) { return rgb(color.red(), color.green(), color.blue()); }
+
+struct BoxButton {
+    int id;
+    QMessageBox::StandardButton button;
+};
+
+std::vector<BoxButton> buttonsOf(std::uint32_t style) {
+    const BoxButton ok{IDOK, QMessageBox::Ok}, cancel{IDCANCEL, QMessageBox::Cancel};
+    const BoxButton yes{IDYES, QMessageBox::Yes}, no{IDNO, QMessageBox::No};
+    const BoxButton retry{IDRETRY, QMessageBox::Retry};
+    switch (style & 0xF) {
+    case MB_OKCANCEL:
+        return {ok, cancel};
+    case MB_ABORTRETRYIGNORE:
+        return {{IDABORT, QMessageBox::Abort}, retry, {IDIGNORE, QMessageBox::Ignore}};
+    case MB_YESNOCANCEL:
+        return {yes, no, cancel};
+    case MB_YESNO:
+        return {yes, no};
+    case MB_RETRYCANCEL:
+        return {retry, cancel};
+    default:
+        return {ok};
+    }
+}
+
+QMessageBox::Icon iconOf(std::uint32_t style) {
+    switch (style & 0xF0) {
+    case MB_ICONSTOP:
+        return QMessageBox::Critical;
+    case MB_ICONQUESTION:
+        return QMessageBox::Question;
+    case MB_ICONEXCLAMATION:
+        return QMessageBox::Warning;
+    case MB_ICONINFORMATION:
+        return QMessageBox::Information;
+    default:
+        return QMessageBox::NoIcon;
+    }
+}
+
+std::string hex(std::uint32_t value) {
+    char text[16];
+    std::snprintf(text, sizeof text, "0x%X", value);
+    return text;
+}
+
+}  // namespace
+
+int MessageBoxW(HWND hWnd, TextView text, TextView caption, std::uint32_t style) {
+    const std::vector<BoxButton> buttons = buttonsOf(style);
+    const auto has = [&](int id) {
+        return std::ranges::any_of(buttons, [=](const BoxButton& b) { return b.id == id; });
+    };
+    const int escape = has(IDCANCEL) ? IDCANCEL : has(IDNO) ? IDNO : has(IDOK) ? IDOK : 0;
+    if (test::DialogScript* script = dialogScript()) {
+        const auto answer =
+            script->next("messagebox", "style=" + hex(style) + " title=" + quotedText(caption) +
+                                           " text=" + quotedText(text));
+        return answer.button != 0 ? answer.button : escape;
+    }
+
+    DialogPointer<QMessageBox> box(new QMessageBox(widgetOf(hWnd)));
+    box->setTextFormat(Qt::PlainText);
+    box->setText(toQt(text));
+    box->setWindowTitle(toQt(caption));
+    box->setIcon(iconOf(style));
+    box->setWindowModality(Qt::ApplicationModal);
+    if ((style & MB_TOPMOST) != 0) box->setWindowFlag(Qt::WindowStaysOnTopHint);
+    for (const BoxButton& b : buttons) {
+        box->addButton(b.button);
+        if (b.id == escape) box->setEscapeButton(b.button);
+    }
+    const std::size_t first = std::min<std::size_t>((style >> 8) & 0xF, buttons.size() - 1);
+    box->setDefaultButton(buttons[first].button);
+    const int pressed = box->exec();
+    for (const BoxButton& b : buttons) {
+        if (b.button == pressed) return b.id;
+    }
+    return escape;  // its owner was destroyed
+}
+
+bool ChooseColorA(CHOOSECOLORA& record) {
+    const bool start = (record.Flags & CC_RGBINIT) != 0;
+    if (test::DialogScript* script = dialogScript()) {
+        std::string question = "flags=" + hex(record.Flags);
+        if (start) question += " start=" + hex(static_cast<std::uint32_t>(record.rgbResult));
+        const auto answer = script->next("color", question);
+        if (!answer.color) return false;
+        record.rgbResult = *answer.color;
+        return true;
+    }
+
+    constexpr int kCustom = 16;
+    for (int i = 0; i < kCustom; ++i) {
+        QColorDialog::setCustomColor(i, colorOf(record.lpCustColors[static_cast<std::size_t>(i)]));
+    }
+    DialogPointer<QColorDialog> dialog(new QColorDialog(widgetOf(record.hwndOwner)));
+    // The desktop's own would not give the custom colours back.
+    dialog->setOption(QColorDialog::DontUseNativeDialog);
+    dialog->setCurrentColor(start ? colorOf(record.rgbResult) : QColor(Qt::black));
+    if (dialog->exec() != QDialog::Accepted || !dialog) return false;
+    record.rgbResult = colorOf(dialog->selectedColor());
+    for (int i = 0; i < kCustom; ++i) {
+        record.lpCustColors[static_cast<std::size_t>(i)] = colorOf(QColorDialog::customColor(i));
+    }
+    return true;
+}
+
+// ---- Font
+
+namespace {
+
+int screenDpi() {
+    const HDC screen = GetDC(0);
+    const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
+    ReleaseDC(0, screen);
+    return dpi == 0 ? 96 : dpi;
+}
+
+class FontDialog final : public QFontDialog {
+public:
+    FontDialog(QWidget* parent, const CHOOSEFONTA& wish)
+        : QFontDialog(parent), m_wish(wish), m_color(wish.rgbColors) {
+        setOption(DontUseNativeDialog);  // it has neither limits nor a colour
+        if ((wish.Flags & CF_EFFECTS) == 0) return;
+        auto* buttons = findChild<QDialogButtonBox*>();
+        if (buttons == nullptr) return;
+        QPushButton* button = buttons->addButton(tr("Color..."), QDialogButtonBox::ActionRole);
+        connect(button, &QPushButton::clicked, this, [this] {
+            const QColor chosen = QColorDialog::getColor(colorOf(m_color), this, QString(),
+                                                         QColorDialog::DontUseNativeDialog);
+            if (chosen.isValid()) m_color = colorOf(chosen);
+        });
+    }
+    [[nodiscard]] COLORREF color() const { return m_color; }
+
+private:
+    void done(int result) override {
+        const double points = currentFont().pointSizeF();
+        const bool limited = (m_wish.Flags & CF_LIMITSIZE) != 0;
+        if (result == Accepted && limited &&
+            (points < m_wish.nSizeMin || points > m_wish.nSizeMax)) {
+            QMessageBox::warning(this, windowTitle(),
+                                 tr("The size must be between %1 and %2 points.")
+                                     .arg(m_wish.nSizeMin)
+                                     .arg(m_wish.nSizeMax));
+            return;
+        }
+        QFontDialog::done(result);
+    }
+
+    CHOOSEFONTA m_wish;
+    COLORREF m_color;
+};
+
+}  // namespace
+
+bool ChooseFontA(CHOOSEFONTA& record) {
+    const int dpi = screenDpi();
+    LogicalFont& chosen = record.lpLogFont;
+    if (test::DialogScript* script = dialogScript()) {
+        const auto answer = script->next(
+            "font", "flags=" + hex(record.Flags) + " name=" + quotedText(chosen.lfFaceName) +
+                        " height=" + std::to_string(chosen.lfHeight) +
+                        " weight=" + std::to_string(chosen.lfWeight) +
+                        " color=" + hex(static_cast<std::uint32_t>(record.rgbColors)));
+        if (!answer.font) return false;
+        chosen = *answer.font;
+        record.iPointSize = answer.points * 10;
+        if (answer.points != 0) chosen.lfHeight = -MulDiv(answer.points, dpi, 72);
+        if (answer.color && (record.Flags & CF_EFFECTS) != 0) record.rgbColors = *answer.color;
+        return true;
+    }
+
+    DialogPointer<FontDialog> dialog(new FontDialog(widgetOf(record.hwndOwner), record));
+    if ((record.Flags & CF_INITTOLOGFONTSTRUCT) != 0) {
+        QFont font(toQt(chosen.lfFaceName));
+        if (chosen.lfHeight != 0) font.setPointSizeF(std::abs(chosen.lfHeight) * 72.0 / dpi);
+        font.setWeight(static_cast<QFont::Weight>(std::clamp(chosen.lfWeight, 1, 1000)));
+        font.setItalic(chosen.lfItalic);
+        font.setUnderline(chosen.lfUnderline);
+        font.setStrikeOut(chosen.lfStrikeOut);
+        dialog->setCurrentFont(font);
+    }
+    if (dialog->exec() != QDialog::Accepted || !dialog) return false;
+    const QFont font = dialog->selectedFont();
+    const double points = font.pointSizeF() > 0 ? font.pointSizeF() : font.pixelSize() * 72.0 / dpi;
+    chosen.lfFaceName = toText(font.family());
+    chosen.lfWeight = font.weight();
+    chosen.lfItalic = font.italic();
+    if ((record.Flags & CF_EFFECTS) != 0) {
+        chosen.lfUnderline = font.underline();
+        chosen.lfStrikeOut = font.strikeOut();
+        record.rgbColors = dialog->color();
+    }
+    record.iPointSize = static_cast<std::int32_t>(std::lround(points * 10));
+    chosen.lfHeight = -static_cast<std::int32_t>(std::lround(points * dpi / 72));
+    return true;
+}
+
+}  // namespace platform

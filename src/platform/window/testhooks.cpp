@@ -1,0 +1,205 @@
+#include "platform/window/testhooks.h"
+
+#include "platform/window/testhooks_internal.h"
+#include "platform/window/toolkit.h"
+#include "platform/window/window_internal.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWheelEvent>
+#include <QWidget>
+#include <algorithm>
+
+namespace platform {
+
+TestHooks& hooks() {
+    static TestHooks all;
+    return all;
+}
+
+namespace {
+test::DialogScript* g_script = nullptr;
+}
+
+test::DialogScript* dialogScript() { return g_script; }
+
+std::string quotedText(TextView text) {
+    std::string result = "\"";
+    for (const char16_t unit : text) {
+        if (unit < 32) {
+            char escape[8];
+            std::snprintf(escape, sizeof escape, "\\%04X", unit);
+            result += escape;
+        } else {
+            result += toUtf8(TextView(&unit, 1));
+        }
+    }
+    return result + '"';
+}
+
+namespace test {
+
+WindowHookScope::WindowHookScope() { hooks() = {}; }
+WindowHookScope::~WindowHookScope() { hooks() = {}; }
+
+void settle() {
+    for (int i = 0; i < 3; ++i) {  // what one round has brought about runs in the next
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+void setWindowProcess(HWND hWnd, std::uint32_t processId) {
+    if (WindowRecord* record = windowOf(hWnd)) record->processId = processId;
+}
+
+void lockProcedure(HWND hWnd, bool locked) {
+    if (WindowRecord* record = windowOf(hWnd)) record->procedureLocked = locked;
+}
+
+void setKeysDown(std::optional<std::vector<std::int32_t>> keys, int afterCalls) {
+    if (!keys) {
+        hooks().keyState = nullptr;
+        return;
+    }
+    hooks().keyState = [down = std::move(*keys), left = afterCalls](std::int32_t key) mutable {
+        if (left > 0) {
+            --left;
+            return false;
+        }
+        return std::ranges::find(down, key) != down.end();
+    };
+}
+
+void setCursorPos(std::optional<POINT> position) { hooks().cursorPosition = position; }
+
+// ---- Input
+
+namespace {
+
+Qt::KeyboardModifiers modifiersOf(WPARAM flags) {
+    Qt::KeyboardModifiers modifiers;
+    modifiers.setFlag(Qt::ShiftModifier, (flags & MK_SHIFT) != 0);
+    modifiers.setFlag(Qt::ControlModifier, (flags & MK_CONTROL) != 0);
+    modifiers.setFlag(Qt::AltModifier, (flags & kAlt) != 0);
+    return modifiers;
+}
+
+Qt::MouseButtons buttonsOf(WPARAM flags) {
+    Qt::MouseButtons buttons;
+    buttons.setFlag(Qt::LeftButton, (flags & MK_LBUTTON) != 0);
+    buttons.setFlag(Qt::RightButton, (flags & MK_RBUTTON) != 0);
+    buttons.setFlag(Qt::MiddleButton, (flags & MK_MBUTTON) != 0);
+    return buttons;
+}
+
+void sendKey(HWND hWnd, QEvent::Type type, std::int32_t key, TextView typed, WPARAM modifiers) {
+    QWidget* const widget = widgetOf(hWnd);
+    if (widget == nullptr) return;
+    QKeyEvent event(type, qtKeyOf(key), modifiersOf(modifiers), toQt(typed));
+    QCoreApplication::sendEvent(widget, &event);
+}
+
+}  // namespace
+
+void pressKey(HWND hWnd, std::int32_t key, TextView typed, WPARAM modifiers) {
+    sendKey(hWnd, QEvent::KeyPress, key, typed, modifiers);
+}
+
+void releaseKey(HWND hWnd, std::int32_t key, WPARAM modifiers) {
+    sendKey(hWnd, QEvent::KeyRelease, key, {}, modifiers);
+}
+
+void typeText(HWND hWnd, TextView text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char16_t unit = text[i];
+        std::int32_t key = unit < 128 ? unit : static_cast<std::int32_t>(VK_OTHER);
+        if (unit >= u'a' && unit <= u'z') key = unit - u'a' + 'A';
+        pressKey(hWnd, key, text.substr(i, 1));
+        releaseKey(hWnd, key);
+    }
+}
+
+void mouse(HWND hWnd, MouseAction action, POINT at, WPARAM button, WPARAM down) {
+    QWidget* const widget = widgetOf(hWnd);
+    if (widget == nullptr) return;
+    static constexpr QEvent::Type kTypes[] = {QEvent::MouseButtonPress, QEvent::MouseButtonRelease,
+                                              QEvent::MouseButtonDblClick, QEvent::MouseMove};
+    const QPoint position(at.x, at.y);
+    const Qt::MouseButtons pressed = buttonsOf(button);
+    QMouseEvent event(kTypes[static_cast<std::size_t>(action)], QPointF(position),
+                      QPointF(widget->mapToGlobal(position)),
+                      pressed == Qt::NoButton ? Qt::NoButton : Qt::MouseButton(pressed.toInt()),
+                      buttonsOf(down), modifiersOf(down));
+    QCoreApplication::sendEvent(widget, &event);
+}
+
+void wheel(HWND hWnd, POINT at, int delta, WPARAM modifiers) {
+    QWidget* const widget = widgetOf(hWnd);
+    if (widget == nullptr) return;
+    const QPoint position(at.x, at.y);
+    QWheelEvent event(QPointF(position), QPointF(widget->mapToGlobal(position)), QPoint(),
+                      QPoint(0, delta), buttonsOf(modifiers), modifiersOf(modifiers),
+                      Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(widget, &event);
+}
+
+// ---- Screens
+
+void setScreens(std::vector<Screen> screens) { hooks().screens = std::move(screens); }
+
+void setMetric(int index, std::optional<int> value) {
+    if (value) {
+        hooks().metrics[index] = *value;
+    } else {
+        hooks().metrics.erase(index);
+    }
+}
+
+// ---- Dialogs
+
+DialogScript::DialogScript() : m_outer(g_script) { g_script = this; }
+DialogScript::~DialogScript() { g_script = m_outer; }
+
+void DialogScript::answerMessageBox(int button) {
+    m_answers.push_back({.kind = "messagebox", .button = button});
+}
+
+void DialogScript::answerFile(Text path, std::uint32_t filterIndex) {
+    m_answers.push_back({.kind = "file", .path = std::move(path), .filterIndex = filterIndex});
+}
+
+void DialogScript::answerFolder(Text path) {
+    m_answers.push_back({.kind = "folder", .path = std::move(path)});
+}
+
+void DialogScript::answerColor(std::optional<COLORREF> color) {
+    m_answers.push_back({.kind = "color", .color = color});
+}
+
+void DialogScript::answerFont(std::optional<LogicalFont> font, int points, COLORREF color) {
+    m_answers.push_back(
+        {.kind = "font", .color = color, .font = std::move(font), .points = points});
+}
+
+DialogScript::Answer DialogScript::next(const std::string& kind, const std::string& question) {
+    const std::string wanted = kind == "open" || kind == "save" ? "file" : kind;
+    const bool answered = !m_answers.empty() && m_answers.front().kind == wanted;
+    m_log += (answered ? "" : "UNANSWERED ") + kind + ' ' + question + '\n';
+    if (!answered) return {};
+    Answer answer = std::move(m_answers.front());
+    m_answers.pop_front();
+    return answer;
+}
+
+// ---- Shell and settings
+
+void setShell(ShellHook hook) { hooks().shell = std::move(hook); }
+void setSettingsFolder(std::optional<std::string> folder) {
+    hooks().settingsFolder = std::move(folder);
+}
+
+}  // namespace test
+
+}  // namespace platform

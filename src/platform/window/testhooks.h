@@ -1,0 +1,125 @@
+// platform/window/testhooks.h: what a test sets in place of the desktop's answers. For tests only.
+#pragma once
+#include "platform/window/dialogs.h"
+#include "platform/window/messages.h"
+#include "platform/window/shell.h"
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace platform::test {
+
+// Undoes every hook of this header when it is made and when it goes. The first line of a test that
+// sets any.
+class WindowHookScope {
+public:
+    WindowHookScope();
+    ~WindowHookScope();
+    WindowHookScope(const WindowHookScope&) = delete;
+    WindowHookScope& operator=(const WindowHookScope&) = delete;
+};
+
+// Reads messages until nothing is left to do: events, posted messages, paints, widgets that wait
+// for their end. Timers that are due fire.
+void settle();
+
+// ---- Windows
+
+void setWindowProcess(HWND hWnd, std::uint32_t processId);  // GetWindowThreadProcessId
+void lockProcedure(HWND hWnd, bool locked);                 // SetWindowLongW(GWL_WNDPROC) fails
+
+// ---- Keyboard and mouse
+
+// The keys that are down for GetAsyncKeyState, by code; nullopt asks the desktop again. With
+// afterCalls they go down only after so many questions, for jobs that look at the keys while they
+// run.
+void setKeysDown(std::optional<std::vector<std::int32_t>> keys, int afterCalls = 0);
+void setCursorPos(std::optional<POINT> position);
+
+// Input as the desktop would send it, to a window and through its whole chain. Positions are
+// client pixels; keys are key codes with the text that they type; modifiers MK_SHIFT, MK_CONTROL
+// and kAlt.
+constexpr WPARAM kAlt = 0x20;
+void pressKey(HWND hWnd, std::int32_t key, TextView typed = {}, WPARAM modifiers = 0);
+void releaseKey(HWND hWnd, std::int32_t key, WPARAM modifiers = 0);
+void typeText(HWND hWnd, TextView text);  // a press and a release for each unit
+enum class MouseAction : std::uint8_t { Press, Release, DoubleClick, Move };
+// button is MK_LBUTTON, MK_RBUTTON, MK_MBUTTON, or for a move 0; down are the buttons that are down
+// afterwards, and the modifiers.
+void mouse(HWND hWnd, MouseAction action, POINT at, WPARAM button, WPARAM down = 0);
+void wheel(HWND hWnd, POINT at, int delta, WPARAM modifiers = 0);
+
+// ---- Time
+
+// Timers follow advanceTimers instead of the real time; only those started after this call.
+void setManualTimers(bool manual);
+// Moves GetTickCount on and fires what becomes due on the way, in order, at its own tick.
+void advanceTimers(std::uint32_t milliseconds);
+void failTimers(bool fails);  // SetTimer gives 0
+[[nodiscard]] int runningTimers();
+
+// ---- Screens
+
+struct Screen {
+    RECT bounds, work;
+    bool primary = false;
+    int bitsPerPixel = 32;
+    int dpi = 96;
+};
+void setScreens(std::vector<Screen> screens);  // an empty list: the desktop's
+void setMetric(int index, std::optional<int> value);
+
+// ---- Dialogs
+
+// Answers dialogs in place of a person, in the order of asking, and writes down what was asked, one
+// line for each dialog. A dialog for which no answer is left is cancelled, and its line starts with
+// "UNANSWERED ". The innermost script counts.
+class DialogScript {
+public:
+    DialogScript();
+    ~DialogScript();
+    DialogScript(const DialogScript&) = delete;
+    DialogScript& operator=(const DialogScript&) = delete;
+
+    void answerMessageBox(int button);
+    // A path in the inside form, as the person would pick it; an empty one cancels.
+    void answerFile(Text path, std::uint32_t filterIndex = 0);
+    void answerFolder(Text path);
+    void answerColor(std::optional<COLORREF> color);  // nullopt cancels
+    void answerFont(std::optional<LogicalFont> font, int points = 0, COLORREF color = 0);
+
+    [[nodiscard]] const std::string& log() const { return m_log; }
+
+    // For the dialogs: notes what was asked and gives the next answer of that kind.
+    struct Answer {
+        std::string kind{};
+        int button = 0;  // 0 cancels
+        Text path{};     // so does an empty one
+        std::uint32_t filterIndex = 0;
+        std::optional<COLORREF> color{};
+        std::optional<LogicalFont> font{};
+        int points = 0;
+    };
+    [[nodiscard]] Answer next(const std::string& kind, const std::string& question);
+
+private:
+    std::deque<Answer> m_answers;
+    std::string m_log;
+    DialogScript* m_outer;
+};
+
+[[nodiscard]] int openFolderItems();  // of SHBrowseForFolder, not yet given back
+
+// ---- Shell and settings
+
+// Called in place of ShellExecuteW's work; its result is that of ShellExecuteW.
+using ShellHook = std::function<std::intptr_t(const ShellRequest&)>;
+void setShell(ShellHook hook);
+// Where the settings lie, a directory in the system's own spelling.
+void setSettingsFolder(std::optional<std::string> folder);
+
+}  // namespace platform::test

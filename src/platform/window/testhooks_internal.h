@@ -1,0 +1,23 @@
+// platform/window/testhooks_internal.h: the hooks as the sources of this folder ask for them.
+#pragma once
+#include "platform/window/testhooks.h"
+
+namespace platform {
+
+struct TestHooks {
+    std::function<bool(std::int32_t key)> keyState;
+    std::optional<POINT> cursorPosition;
+    std::vector<test::Screen> screens;
+    std::map<int, int> metrics;
+    bool manualTimers = false, failTimers = false;
+    test::ShellHook shell;
+    std::optional<std::string> settingsFolder;
+};
+[[nodiscard]] TestHooks& hooks();
+
+// The innermost script; nullptr when a person answers.
+[[nodiscard]] test::DialogScript* dialogScript();
+// A text in quotes, with control units as \XXXX, for the script's log.
+[[nodiscard]] std::string quotedText(TextView text);
+
+}  // namespace platform

@@ -1,0 +1,30 @@
+// platform/window/toolkit.h: small helpers for the library's own types. Nothing above the folder
+// includes this.
+#pragma once
+#include "platform/base/text.h"
+
+#include <QPointer>
+#include <QString>
+
+namespace platform {
+
+inline QString toQt(TextView s) {
+    return QString(reinterpret_cast<const QChar*>(s.data()), static_cast<qsizetype>(s.size()));
+}
+inline Text toText(const QString& s) { return s.toStdU16String(); }
+
+// A dialog with an owner, which may take it along while it runs: then it is nullptr afterwards.
+template <class Dialog> class DialogPointer {
+public:
+    explicit DialogPointer(Dialog* dialog) : m_dialog(dialog) {}
+    ~DialogPointer() { delete m_dialog.data(); }
+    DialogPointer(const DialogPointer&) = delete;
+    DialogPointer& operator=(const DialogPointer&) = delete;
+    Dialog* operator->() const { return m_dialog.data(); }
+    explicit operator bool() const { return !m_dialog.isNull(); }
+
+private:
+    QPointer<Dialog> m_dialog;
+};
+
+}  // namespace platform

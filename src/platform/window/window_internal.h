@@ -1,0 +1,172 @@
+// platform/window/window_internal.h: what the sources of this folder share about windows. Nothing
+// above the folder includes this.
+//
+// A widget of the desktop's library becomes a window by MessageWidget: its events go to routeEvent,
+// which makes messages of them. While a message made from an event runs, the event lies on the
+// window's stash; the default procedure finds it there and has the library handle it. So a
+// procedure that does not hand a message on keeps the event from the library.
+#pragma once
+#include "platform/window/handles.h"
+#include "platform/window/window.h"
+
+#include <exception>
+#include <memory>
+#include <vector>
+
+class QCursor;
+class QEvent;
+class QEventLoop;
+class QKeyEvent;
+class QWidget;
+
+namespace platform {
+
+struct WindowRecord;
+
+// The widget behind a window.
+class MessageTarget {
+public:
+    // The library's own handling of an event, of the widget or of its scrolled viewport.
+    virtual bool runNative(QEvent* event, bool viewport) = 0;
+    [[nodiscard]] HWND handle() const { return m_handle; }
+
+protected:
+    MessageTarget() = default;
+    virtual ~MessageTarget() = default;
+    MessageTarget(const MessageTarget&) = delete;
+    MessageTarget& operator=(const MessageTarget&) = delete;
+    // To be called by the destructor of the most derived class, so that WM_DESTROY still meets a
+    // whole window when the library deletes the widget by itself.
+    void widgetGoes();
+
+private:
+    friend HWND adoptWidget(QWidget* widget, MessageTarget& target, const WindowOptions& options);
+    HWND m_handle = 0;
+};
+
+// Makes messages of an event. Never raises.
+bool routeEvent(MessageTarget& target, QEvent* event, bool viewport);
+
+// A widget whose events become messages once adoptWidget has made a window of it.
+template <class Base> class MessageWidget : public Base, public MessageTarget {
+public:
+    using Base::Base;
+    ~MessageWidget() override { widgetGoes(); }
+    bool runNative(QEvent* event, bool) override { return Base::event(event); }
+
+protected:
+    bool event(QEvent* event) override { return routeEvent(*this, event, false); }
+};
+
+// Enters a widget that has been made for options.kind as a window, without a picture of its own.
+// The window owns the widget from now on. 0 when too many windows are open.
+[[nodiscard]] HWND adoptWidget(QWidget* widget, MessageTarget& target,
+                               const WindowOptions& options);
+
+struct StashedEvent {
+    std::uint32_t message = 0;
+    WPARAM wParam = 0;
+    LPARAM lParam = 0;
+    QEvent* event = nullptr;
+    bool viewport = false;
+    bool ran = false;     // the library has handled it,
+    bool result = false;  // with this result
+};
+
+// Handling that comes at the end of the chain, ahead of what all windows do: of a native class.
+// True when the message is done.
+using ClassProcedure = bool (*)(WindowRecord& record, std::uint32_t uMsg, WPARAM wParam,
+                                LPARAM lParam, LRESULT& result);
+
+struct WindowRecord {
+    HWND handle = 0;
+    QWidget* widget = nullptr;  // nullptr once the window is destroyed
+    MessageTarget* target = nullptr;
+    WNDPROC procedure = DefWindowProcW;
+    ClassProcedure classProcedure = nullptr;
+    std::intptr_t style = 0, extendedStyle = 0, userData = 0;
+    std::uint32_t processId = 0;
+    WindowKind kind = WindowKind::Child;
+    bool placed = false;           // somebody has said where the window is to be
+    bool procedureLocked = false;  // a test's: SetWindowLongW fails
+
+    bool keepsPicture = false;  // else the library paints the widget
+    HBITMAP picture = 0;        // 0 also when the window has no area or memory is short
+    COLORREF background = 0xFFFFFF;
+    bool invalid = true;   // WM_PAINT is due
+    bool changed = false;  // drawn on since it was last brought to the screen
+    bool painting = false;
+
+    Text text;
+    HICON cursor = 0;       // of the window, and
+    HICON shownCursor = 0;  // what SetCursor has made of it for now
+    bool acceptsFiles = false;
+    int wheelRest = 0;  // of a notch, in 1/120
+    SIZE reportedSize{-1, -1};
+    WPARAM reportedState = SIZE_RESTORED;
+    POINT reportedPosition;
+    KeyFilter keyFilter;
+    QEventLoop* modalLoop = nullptr;
+
+    std::vector<StashedEvent*> stash;  // the innermost last
+    bool destroying = false;
+};
+
+// One event of a window's widget, from its arrival until it has been handled. While one exists the
+// library has widgets on its stack, perhaps also around the one that gets the event: destroyed
+// windows leave theirs to the outermost scope, hidden.
+class EventScope {
+public:
+    explicit EventScope(std::shared_ptr<WindowRecord> record);
+    ~EventScope();
+    EventScope(const EventScope&) = delete;
+    EventScope& operator=(const EventScope&) = delete;
+
+private:
+    std::shared_ptr<WindowRecord> m_record;
+};
+// Deletes the widget of a destroyed window, as soon as that may be.
+void deleteWidget(QWidget* widget);
+
+[[nodiscard]] HandleTable<std::shared_ptr<WindowRecord>>& windowTable();
+[[nodiscard]] inline WindowRecord* windowOf(HWND hWnd) {
+    const std::shared_ptr<WindowRecord>* found = windowTable().find(hWnd);
+    return found == nullptr ? nullptr : found->get();
+}
+[[nodiscard]] HWND
+windowOfWidget(const QWidget* widget);       // the widget itself or the next around it
+[[nodiscard]] QWidget* widgetOf(HWND hWnd);  // nullptr for an unknown window
+
+// Sends a message made from an event. What the library answered if it came to handle the event,
+// else true.
+bool deliver(WindowRecord& record, QEvent* event, bool viewport, std::uint32_t uMsg, WPARAM wParam,
+             LPARAM lParam);
+// The event behind the message that the default procedure works on; nullptr for one that was sent
+// by hand. Whoever takes it calls runNative itself, or not at all.
+[[nodiscard]] StashedEvent* stashedEvent(WindowRecord& record, std::uint32_t uMsg);
+
+// Brings the picture to the widget's size: what was there stays, new parts get the background.
+void fitPicture(WindowRecord& record);
+// Sends WM_MOVE and WM_SIZE for what has changed since they were last sent.
+void reportPlace(WindowRecord& record, QEvent* event = nullptr);
+
+[[nodiscard]] std::int32_t keyCodeOf(const QKeyEvent& event);
+[[nodiscard]] int qtKeyOf(std::int32_t keyCode);  // 0 for a code without a key
+[[nodiscard]] QCursor qtCursor(HICON cursor);
+void noteModifiers(int qtModifiers);  // of an input event: fresher than any query
+void noteMouseWindow(HWND hWnd);      // the window that SetCursor means
+
+void killTimersOf(HWND hWnd);
+
+// Gives the failure to the handler of setFailureHandler. Never raises.
+void reportFailure(const std::exception_ptr& failure) noexcept;
+// Runs f; what it raises is reported.
+template <class F> void guarded(F&& f) noexcept {
+    try {
+        f();
+    } catch (...) {
+        reportFailure(std::current_exception());
+    }
+}
+
+}  // namespace platform
