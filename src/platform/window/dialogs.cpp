@@ -6,9 +6,11 @@
 #include "platform/window/toolkit.h"
 #include "platform/window/window_internal.h"
 
+#include <QCloseEvent>
 #include <QColorDialog>
 #include <QDialogButtonBox>
 #include <QFontDialog>
+#include <QKeyEvent>
 #include <QMessageBox>
 #include <QPushButton>
 #include <algorithm>
@@ -60,6 +62,25 @@ QMessageBox::Icon iconOf(std::uint32_t style) {
     }
 }
 
+// A message box that has to be answered by a button when none of them stands for closing it.
+class MessageBox final : public QMessageBox {
+public:
+    MessageBox(QWidget* parent, bool closable) : QMessageBox(parent), m_closable(closable) {}
+
+private:
+    void closeEvent(QCloseEvent* event) override {
+        if (m_closable) {
+            QMessageBox::closeEvent(event);
+        } else {
+            event->ignore();
+        }
+    }
+    void keyPressEvent(QKeyEvent* event) override {
+        if (m_closable || event->key() != Qt::Key_Escape) QMessageBox::keyPressEvent(event);
+    }
+    bool m_closable;
+};
+
 std::string hex(std::uint32_t value) {
     char text[16];
     std::snprintf(text, sizeof text, "0x%X", value);
@@ -81,7 +102,7 @@ int MessageBoxW(HWND hWnd, TextView text, TextView caption, std::uint32_t style)
         return answer.button != 0 ? answer.button : escape;
     }
 
-    DialogPointer<QMessageBox> box(new QMessageBox(widgetOf(hWnd)));
+    DialogPointer<MessageBox> box(new MessageBox(widgetOf(hWnd), escape != 0));
     box->setTextFormat(Qt::PlainText);
     box->setText(toQt(text));
     box->setWindowTitle(toQt(caption));

@@ -6,6 +6,7 @@
 #include "platform/window/toolkit.h"
 #include "platform/window/window_internal.h"
 
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -13,6 +14,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QPushButton>
 #include <algorithm>
 #include <dirent.h>
 #include <map>
@@ -162,6 +164,13 @@ public:
         connect(this, &QFileDialog::directoryEntered, this, [this] { showOdd(); });
         connect(this, &QFileDialog::filterSelected, this, [this] { showOdd(); });
         connect(this, &QFileDialog::currentChanged, this, [this] { m_odd->clearSelection(); });
+        connect(m_odd, &QListWidget::itemSelectionChanged, this, [this] {
+            // The library sees no name in its own field.
+            auto* buttons = findChild<QDialogButtonBox*>();
+            QPushButton* open =
+                buttons == nullptr ? nullptr : buttons->button(QDialogButtonBox::Open);
+            if (open != nullptr && !m_odd->selected().empty()) open->setEnabled(true);
+        });
     }
 
     void showOdd() {

@@ -35,7 +35,10 @@ bool isAddress(TextView s) {
 }
 
 std::intptr_t opened(const QUrl& url) {
-    return QDesktopServices::openUrl(url) ? SE_ERR_SUCCESS : SE_ERR_NOASSOC;
+    const bool handled = hooks().addressOpener
+                             ? hooks().addressOpener(url.toEncoded().toStdString())
+                             : QDesktopServices::openUrl(url);
+    return handled ? SE_ERR_SUCCESS : SE_ERR_NOASSOC;
 }
 
 // A file's address holds its very bytes, whatever they are.

@@ -196,6 +196,9 @@ DialogScript::Answer DialogScript::next(const std::string& kind, const std::stri
 // ---- Shell and settings
 
 void setShell(ShellHook hook) { hooks().shell = std::move(hook); }
+void setAddressOpener(std::function<bool(const std::string&)> opener) {
+    hooks().addressOpener = std::move(opener);
+}
 void setSettingsFolder(std::optional<std::string> folder) {
     hooks().settingsFolder = std::move(folder);
 }

@@ -119,6 +119,9 @@ private:
 // Called in place of ShellExecuteW's work; its result is that of ShellExecuteW.
 using ShellHook = std::function<std::intptr_t(const ShellRequest&)>;
 void setShell(ShellHook hook);
+// Called in place of the desktop with each address (of a page or file) that ShellExecuteW would
+// have it open. Whether something opened it.
+void setAddressOpener(std::function<bool(const std::string& address)> opener);
 // Where the settings lie, a directory in the system's own spelling.
 void setSettingsFolder(std::optional<std::string> folder);
 

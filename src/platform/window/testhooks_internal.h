@@ -11,6 +11,7 @@ struct TestHooks {
     std::map<int, int> metrics;
     bool manualTimers = false, failTimers = false;
     test::ShellHook shell;
+    std::function<bool(const std::string& address)> addressOpener;
     std::optional<std::string> settingsFolder;
 };
 [[nodiscard]] TestHooks& hooks();

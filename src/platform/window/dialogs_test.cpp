@@ -1,0 +1,427 @@
+#include "platform/window/dialogs.h"
+
+#include "platform/base/paths.h"
+#include "platform/base/testhooks.h"
+#include "platform/window/testhooks.h"
+#include "platform/window/window.h"
+#include "support/TempDir.h"
+#include "support/window/LoggedWindow.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFontDialog>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+using namespace platform;
+using platform::test::DialogScript;
+
+namespace {
+
+// Does one step after the other to the dialogs that open, as a person would. A step that finds no
+// dialog of its type within five seconds ends the dialogs and fails the test.
+class Person {
+public:
+    Person() {
+        QObject::connect(&m_timer, &QTimer::timeout, [this] { look(); });
+        m_timer.start(5);
+    }
+    ~Person() { EXPECT_TRUE(m_steps.empty()) << m_steps.size() << " steps not done"; }
+    Person(const Person&) = delete;
+    Person& operator=(const Person&) = delete;
+
+    template <class Dialog> void then(std::function<void(Dialog&)> step) {
+        m_steps.push_back([step]() -> std::function<void()> {
+            auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+            if (dialog == nullptr || !dialog->isVisible()) return nullptr;
+            return [step, dialog] { step(*dialog); };
+        });
+    }
+
+private:
+    void look() {
+        if (m_busy) return;
+        const std::function<void()> step = m_steps.empty() ? nullptr : m_steps.front()();
+        if (step) {
+            m_steps.pop_front();
+            m_waited = 0;
+            m_busy = true;
+            // Not inside the timer: a step may open the next dialog.
+            QTimer::singleShot(0, [this, step] {
+                m_busy = false;
+                step();
+            });
+        } else if (++m_waited > 1000) {
+            ADD_FAILURE() << (m_steps.empty() ? "a dialog stays open" : "a dialog did not open");
+            m_steps.clear();
+            while (QWidget* open = QApplication::activeModalWidget()) {
+                if (auto* dialog = qobject_cast<QDialog*>(open)) dialog->done(0);
+            }
+        }
+    }
+    QTimer m_timer;
+    std::deque<std::function<std::function<void()>()>> m_steps;
+    int m_waited = 0;
+    bool m_busy = false;
+};
+
+class Dialogs : public testing::Test {
+protected:
+    platform::test::HookScope baseHooks;
+    platform::test::WindowHookScope hooks;
+    Person person;
+};
+
+// A text with its NULs.
+template <std::size_t Size> Text whole(const char16_t (&literal)[Size]) {
+    return Text(literal, Size - 1);
+}
+
+const Text kFilter = whole(u"Language Files\0*.lng; *.ini\0All Files (*.*)\0*.*\0");
+
+OPENFILENAMEW record(const ::test::TempDir& dir, std::uint32_t flags) {
+    OPENFILENAMEW r;
+    r.lpstrFilter = kFilter;
+    r.lpstrFile = Text(200, u' ');
+    r.nMaxFile = 201;
+    r.lpstrInitialDir = dir.inside("");
+    r.lpstrTitle = u"Open File";
+    r.Flags = flags;
+    return r;
+}
+
+std::string chosen(const OPENFILENAMEW& r) {
+    return pathToSystem(r.lpstrFile.substr(0, r.lpstrFile.find(u'\0')));
+}
+
+// What a person does with the file dialog: types a name, presses Enter.
+std::function<void(QFileDialog&)> type(const char* name) {
+    return [name](QFileDialog& dialog) {
+        dialog.findChild<QLineEdit*>()->setText(QString::fromUtf8(name));
+        QMetaObject::invokeMethod(&dialog, "accept");  // Enter
+    };
+}
+
+std::function<void(QMessageBox&)> dismiss(const char* part) {
+    return [part](QMessageBox& box) {
+        EXPECT_TRUE(box.text().contains(QString::fromUtf8(part))) << box.text().toStdString();
+        box.buttons().front()->click();
+    };
+}
+
+}  // namespace
+
+// ---- By script
+
+TEST_F(Dialogs, FollowAScriptThatNotesWhatWasAsked) {
+    DialogScript script;
+    script.answerMessageBox(IDYES);
+    script.answerFile(u"\\home\\me\\a.lng", 2);
+    script.answerFolder(u"\\home\\me");
+    script.answerColor(rgb(1, 2, 3));
+    EXPECT_EQ(MessageBoxW(0, u"Save?\r\nNow", u"Attention", 35), IDYES);
+    const ::test::TempDir dir;
+    OPENFILENAMEW open = record(dir, 0x81800);
+    open.lpstrInitialDir.clear();
+    EXPECT_TRUE(GetOpenFileNameW(open));
+    EXPECT_EQ(open.lpstrFile.substr(0, 16), whole(u"\\home\\me\\a.lng\0 ")) << "the rest stays";
+    EXPECT_EQ(open.nFilterIndex, 2U);
+    const ITEMIDLIST item = SHBrowseForFolderW({0, u"Pick", 0x51, nullptr, 0});
+    Text buffer(20, u'.');
+    EXPECT_TRUE(SHGetPathFromIDListW(item, buffer));
+    EXPECT_EQ(buffer, whole(u"\\home\\me\0..........."));
+    Text small(8, u'.');
+    EXPECT_FALSE(SHGetPathFromIDListW(item, small)) << "no room for the NUL";
+    EXPECT_EQ(small, u"........");
+    CoTaskMemFree(item);
+    EXPECT_FALSE(SHGetPathFromIDListW(item, buffer));
+    EXPECT_EQ(platform::test::openFolderItems(), 0);
+    CHOOSECOLORA color;
+    EXPECT_TRUE(ChooseColorA(color));
+    EXPECT_EQ(color.rgbResult, rgb(1, 2, 3));
+    EXPECT_FALSE(ChooseColorA(color)) << "no answer is left";
+    EXPECT_EQ(MessageBoxW(0, u"?", u"", MB_YESNO), IDNO);
+    EXPECT_EQ(script.log(),
+              "messagebox style=0x23 title=\"Attention\" text=\"Save?\\000D\\000ANow\"\n"
+              "open title=\"Open File\" filter=Language Files (*.lng *.ini)|All Files (*) index=0 "
+              "flags=0x81800 dir=\"\" name=\"\" ext=\"\"\n"
+              "folder title=\"Pick\" start=\"\"\n"
+              "color flags=0x0\n"
+              "UNANSWERED color flags=0x0\n"
+              "UNANSWERED messagebox style=0x4 title=\"\" text=\"?\"\n");
+}
+
+// ---- Message box
+
+TEST_F(Dialogs, AMessageBoxHasTheButtonsOfItsStyle) {
+    const struct {
+        std::uint32_t style;
+        int buttons, standard, escape;  // the result of Enter and of Escape; 0: nothing happens
+    } kBoxes[] = {
+        {MB_OK | MB_ICONSTOP, 1, IDOK, IDOK},
+        {MB_OKCANCEL, 2, IDOK, IDCANCEL},
+        {MB_ABORTRETRYIGNORE | MB_DEFBUTTON3, 3, IDIGNORE, 0},
+        {MB_YESNOCANCEL | MB_ICONQUESTION, 3, IDYES, IDCANCEL},
+        {MB_YESNO | MB_DEFBUTTON2 | MB_TASKMODAL | MB_TOPMOST, 2, IDNO, IDNO},
+        {MB_RETRYCANCEL, 2, IDRETRY, IDCANCEL},
+        {0xF, 1, IDOK, IDOK},
+    };
+    for (const auto& b : kBoxes) {
+        for (const bool enter : {true, false}) {
+            person.then<QMessageBox>([&](QMessageBox& box) {
+                EXPECT_EQ(box.buttons().size(), b.buttons);
+                EXPECT_EQ(box.text(), QStringLiteral("<b>plain</b> & text"));
+                EXPECT_EQ(box.textFormat(), Qt::PlainText);
+                if (enter) {
+                    box.defaultButton()->click();
+                } else {
+                    box.close();
+                    if (b.escape == 0) {
+                        EXPECT_TRUE(box.isVisible());
+                        box.buttons().front()->click();
+                    }
+                }
+            });
+            const int result = MessageBoxW(0, u"<b>plain</b> & text", u"Attention", b.style);
+            if (enter || b.escape != 0) {
+                EXPECT_EQ(result, enter ? b.standard : b.escape) << b.style;
+            }
+        }
+    }
+}
+
+TEST_F(Dialogs, EndWhenTheirOwnerIsDestroyed) {
+    ::test::MessageLog log;
+    WindowOptions options;
+    options.kind = WindowKind::Main;
+    options.size = {50, 50};
+    ::test::LoggedWindow owner(log, "owner", options);
+    ShowWindow(owner.hWnd(), SW_SHOW);
+    person.then<QMessageBox>([&](QMessageBox&) { DestroyWindow(owner.hWnd()); });
+    EXPECT_EQ(MessageBoxW(owner.hWnd(), u"?", u"", MB_YESNOCANCEL), IDCANCEL);
+    platform::test::settle();
+}
+
+// ---- Files
+
+TEST_F(Dialogs, AFileDialogGivesAFileThatIsThere) {
+    const ::test::TempDir dir;
+    dir.write("a.lng", "");
+    dir.write("b.txt", "");
+    OPENFILENAMEW r = record(dir, OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST);
+    person.then<QFileDialog>([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Open File"));
+        EXPECT_EQ(dialog.nameFilters(), (QStringList{QStringLiteral("Language Files (*.lng *.ini)"),
+                                                     QStringLiteral("All Files (*)")}));
+        dialog.selectNameFilter(dialog.nameFilters().at(1));
+        type("missing.lng")(dialog);
+    });
+    person.then<QMessageBox>(dismiss("missing.lng"));
+    person.then<QFileDialog>(type("a.lng"));
+    EXPECT_TRUE(GetOpenFileNameW(r));
+    EXPECT_EQ(chosen(r), dir.path().string() + "/a.lng");
+    EXPECT_EQ(r.nFilterIndex, 2U);
+    EXPECT_EQ(r.Flags & OFN_NOREADONLYRETURN, OFN_NOREADONLYRETURN);
+
+    OPENFILENAMEW again = record(dir, r.Flags);
+    const OPENFILENAMEW before = again;
+    person.then<QFileDialog>([](QFileDialog& dialog) { dialog.close(); });
+    EXPECT_FALSE(GetOpenFileNameW(again)) << "cancelled";
+    EXPECT_EQ(again.lpstrFile, before.lpstrFile);
+    EXPECT_EQ(again.Flags, before.Flags);
+}
+
+TEST_F(Dialogs, ASaveDialogTakesANewNameInADirectoryThatIsThere) {
+    const ::test::TempDir dir;
+    dir.write("old.lng", "");
+    OPENFILENAMEW r = record(dir, OFN_EXPLORER | OFN_PATHMUSTEXIST);
+    r.lpstrFile.replace(0, 9, u"  new.lng");
+    r.nFilterIndex = 2;
+    r.lpstrDefExt = u"lng";
+    person.then<QFileDialog>([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.findChild<QLineEdit*>()->text(), QStringLiteral("new.lng"));
+        EXPECT_EQ(dialog.selectedNameFilter(), QStringLiteral("All Files (*)"));
+        type("none/new.txt")(dialog);
+    });
+    person.then<QMessageBox>(dismiss("Folder not found"));
+    person.then<QFileDialog>(type("dutch"));
+    EXPECT_TRUE(GetSaveFileNameW(r));
+    EXPECT_EQ(chosen(r), dir.path().string() + "/dutch.lng") << "with the default extension";
+    EXPECT_EQ(r.Flags & OFN_EXTENSIONDIFFERENT, 0U);
+
+    r = record(dir, OFN_OVERWRITEPROMPT);
+    r.lpstrDefExt = u"ini";
+    person.then<QFileDialog>(type("old.lng"));
+    person.then<QMessageBox>([](QMessageBox& box) { box.button(QMessageBox::Yes)->click(); });
+    EXPECT_TRUE(GetSaveFileNameW(r));
+    EXPECT_EQ(r.Flags & OFN_EXTENSIONDIFFERENT, OFN_EXTENSIONDIFFERENT);
+
+    r = record(dir, 0);
+    r.nMaxFile = 10;
+    person.then<QFileDialog>(type("x.lng"));
+    person.then<QMessageBox>(dismiss("too long"));
+    person.then<QFileDialog>([](QFileDialog& dialog) { dialog.close(); });
+    EXPECT_FALSE(GetSaveFileNameW(r));
+}
+
+TEST_F(Dialogs, ANameThatIsNoTextComesBackIntact) {
+    const ::test::TempDir dir;
+    dir.write("caf\xE9.lng", "");
+    dir.write("caf\xC3\xA9.lng", "");
+    dir.write("other\xE9.txt", "");
+    ASSERT_EQ(::mkdir((dir.path() / "d\xFF").c_str(), 0700), 0);
+    dir.write("d\xFF/in.lng", "");
+    const auto odd = [](QFileDialog& dialog) { return dialog.findChild<QListWidget*>(); };
+    const auto open = [](QFileDialog& dialog) {
+        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->click();
+    };
+
+    OPENFILENAMEW r = record(dir, OFN_FILEMUSTEXIST);
+    person.then<QFileDialog>([&](QFileDialog& dialog) {
+        ASSERT_EQ(odd(dialog)->count(), 2) << "the filter counts here as well";
+        EXPECT_TRUE(odd(dialog)->isVisible());
+        odd(dialog)->setCurrentRow(0);
+        open(dialog);
+    });
+    EXPECT_TRUE(GetOpenFileNameW(r));
+    EXPECT_EQ(chosen(r), dir.path().string() + "/caf\xE9.lng");
+
+    person.then<QFileDialog>([&](QFileDialog& dialog) {
+        emit odd(dialog)->itemActivated(odd(dialog)->item(1));  // into the directory
+        ASSERT_EQ(odd(dialog)->count(), 2) << "the way up, and what is inside";
+        emit odd(dialog)->itemActivated(odd(dialog)->item(1));
+    });
+    EXPECT_TRUE(GetOpenFileNameW(r));
+    EXPECT_EQ(chosen(r), dir.path().string() + "/d\xFF/in.lng");
+
+    // As a dialog of the desktop gives it back: with a stand-in for the byte.
+    r = record(dir, OFN_EXPLORER);
+    person.then<QFileDialog>(type("caf\xEF\xBF\xBD.lng"));
+    EXPECT_TRUE(GetOpenFileNameW(r));
+    EXPECT_EQ(chosen(r), dir.path().string() + "/caf\xE9.lng");
+    dir.write("caf\xE8.lng", "");
+    person.then<QFileDialog>(type("caf\xEF\xBF\xBD.lng"));
+    person.then<QMessageBox>(dismiss("Several names look like this one"));
+    person.then<QFileDialog>(type("caf\xC3\xA9.lng"));
+    EXPECT_TRUE(GetOpenFileNameW(r));
+    EXPECT_EQ(chosen(r), dir.path().string() + "/caf\xC3\xA9.lng");
+}
+
+TEST_F(Dialogs, AFolderDialogStartsWhereTheCallbackSays) {
+    const ::test::TempDir dir;
+    ASSERT_EQ(::mkdir((dir.path() / "inner").c_str(), 0700), 0);
+    static Text s_start;
+    static Bytes s_startBytes;
+    s_start = dir.inside("inner");
+    BROWSEINFOW info;
+    info.lpszTitle = u"Pick";
+    info.lParam = 9;
+    info.lpfn = [](HWND hWnd, std::uint32_t uMsg, LPARAM, LPARAM data) {
+        EXPECT_EQ(uMsg, BFFM_INITIALIZED);
+        EXPECT_EQ(data, 9);
+        SendMessageW(hWnd, BFFM_SETSELECTIONW, 1, reinterpret_cast<LPARAM>(&s_start));
+        return 0;
+    };
+    const auto accept = [&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.directory().absolutePath().toStdString(), dir.path().string() + "/inner");
+        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->click();
+    };
+    person.then<QFileDialog>(accept);
+    ITEMIDLIST item = SHBrowseForFolderW(info);
+    Text path(2048, u'\0');
+    EXPECT_TRUE(SHGetPathFromIDListW(item, path));
+    EXPECT_EQ(path.substr(0, path.find(u'\0')), s_start);
+    CoTaskMemFree(item);
+
+    for (const char16_t c : s_start) s_startBytes.push_back(static_cast<std::uint8_t>(c));
+    BROWSEINFOA narrow;
+    narrow.lpfn = [](HWND hWnd, std::uint32_t, LPARAM, LPARAM) {
+        SendMessageW(hWnd, BFFM_SETSELECTIONA, 1, reinterpret_cast<LPARAM>(&s_startBytes));
+        return 0;
+    };
+    person.then<QFileDialog>(accept);
+    item = SHBrowseForFolderA(narrow);
+    Bytes bytes(260, 1);
+    EXPECT_TRUE(SHGetPathFromIDListA(item, bytes));
+    EXPECT_EQ(std::string(bytes.begin(), std::find(bytes.begin(), bytes.end(), 0)),
+              std::string(s_startBytes.begin(), s_startBytes.end()));
+    CoTaskMemFree(item);
+    person.then<QFileDialog>([](QFileDialog& dialog) { dialog.close(); });
+    EXPECT_EQ(SHBrowseForFolderW({}), 0U);
+    EXPECT_EQ(platform::test::openFolderItems(), 0);
+}
+
+TEST_F(Dialogs, AFolderThatTheCodePageCannotNameIsNone) {
+    platform::test::setLocale("C");
+    DialogScript script;
+    script.answerFolder(u"\\home\\\u0416");
+    const ITEMIDLIST item = SHBrowseForFolderA({});
+    Bytes bytes(260, 7);
+    EXPECT_FALSE(SHGetPathFromIDListA(item, bytes));
+    EXPECT_EQ(bytes, Bytes(260, 7));
+    CoTaskMemFree(item);
+}
+
+// ---- Colour and font
+
+TEST_F(Dialogs, AColourDialogKeepsTheCustomColours) {
+    CHOOSECOLORA r;
+    r.rgbResult = rgb(192, 227, 255);
+    r.Flags = CC_RGBINIT | CC_FULLOPEN;
+    r.lpCustColors[3] = rgb(9, 8, 7);
+    person.then<QColorDialog>([](QColorDialog& dialog) {
+        EXPECT_EQ(dialog.currentColor(), QColor(192, 227, 255));
+        EXPECT_EQ(QColorDialog::customColor(3), QColor(9, 8, 7));
+        QColorDialog::setCustomColor(15, QColor(1, 1, 1));
+        dialog.setCurrentColor(QColor(5, 6, 7));
+        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+    });
+    EXPECT_TRUE(ChooseColorA(r));
+    EXPECT_EQ(r.rgbResult, rgb(5, 6, 7));
+    EXPECT_EQ(r.lpCustColors[15], rgb(1, 1, 1));
+    EXPECT_EQ(r.lpCustColors[3], rgb(9, 8, 7));
+    person.then<QColorDialog>([](QColorDialog& dialog) { dialog.close(); });
+    EXPECT_FALSE(ChooseColorA(r));
+    EXPECT_EQ(r.rgbResult, rgb(5, 6, 7));
+}
+
+TEST_F(Dialogs, AFontDialogKeepsToItsLimits) {
+    CHOOSEFONTA r;
+    r.Flags = CF_SCREENFONTS | CF_EFFECTS | CF_INITTOLOGFONTSTRUCT | CF_LIMITSIZE;
+    r.nSizeMin = 8;
+    r.nSizeMax = 20;
+    r.rgbColors = rgb(1, 2, 3);
+    r.lpLogFont = {-16, 700, true, false, true, u"Liberation Sans"};
+    person.then<QFontDialog>([](QFontDialog& dialog) {
+        const QFont start = dialog.currentFont();
+        EXPECT_EQ(start.pointSizeF(), 12);
+        EXPECT_TRUE(start.bold() && start.italic() && start.strikeOut() && !start.underline());
+        QFont font = start;
+        font.setPointSize(40);
+        font.setUnderline(true);
+        dialog.setCurrentFont(font);
+        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+    });
+    person.then<QMessageBox>(dismiss("between 8 and 20"));
+    person.then<QFontDialog>([](QFontDialog& dialog) {
+        QFont font = dialog.currentFont();
+        font.setPointSize(9);
+        dialog.setCurrentFont(font);
+        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+    });
+    EXPECT_TRUE(ChooseFontA(r));
+    EXPECT_EQ(r.iPointSize, 90);
+    EXPECT_EQ(r.lpLogFont.lfHeight, -12);
+    EXPECT_EQ(r.lpLogFont.lfWeight, 700);
+    EXPECT_TRUE(r.lpLogFont.lfUnderline && r.lpLogFont.lfStrikeOut);
+    EXPECT_EQ(r.rgbColors, rgb(1, 2, 3));
+    person.then<QFontDialog>([](QFontDialog& dialog) { dialog.close(); });
+    EXPECT_FALSE(ChooseFontA(r));
+}

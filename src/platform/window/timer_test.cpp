@@ -1,0 +1,185 @@
+#include "platform/window/timer.h"
+
+#include "platform/base/clock.h"
+#include "platform/base/testhooks.h"
+#include "platform/window/application.h"
+#include "platform/window/testhooks.h"
+#include "platform/window/timer_internal.h"
+#include "platform/window/wait.h"
+#include "platform/window/window.h"
+#include "support/window/LoggedWindow.h"
+
+#include <gtest/gtest.h>
+#include <stdexcept>
+
+using namespace platform;
+using platform::test::advanceTimers;
+using platform::test::runningTimers;
+
+namespace {
+
+std::string g_log;
+void noting(HWND hWnd, std::uint32_t uMsg, std::uint32_t id, std::uint32_t time) {
+    g_log += (hWnd == 0 ? "" : "window ") + std::to_string(uMsg) + " timer " + std::to_string(id) +
+             " at " + std::to_string(time) + '\n';
+}
+
+class Timers : public testing::Test {
+protected:
+    Timers() {
+        g_log.clear();
+        platform::test::setTickCount(1000);
+        platform::test::setManualTimers(true);
+    }
+    ~Timers() override { EXPECT_EQ(runningTimers(), 0); }
+    platform::test::HookScope baseHooks;
+    platform::test::WindowHookScope hooks;
+    ::test::MessageLog log;
+};
+
+WindowOptions someWindow() {
+    WindowOptions options;
+    options.kind = WindowKind::Main;
+    options.size = {20, 10};
+    return options;
+}
+
+}  // namespace
+
+TEST_F(Timers, FireInTheOrderOfTimeAtTheirOwnTick) {
+    std::string fired;
+    const auto add = [&](const char* name) {
+        return [&fired, name](std::uint32_t, std::uint32_t time) {
+            fired += name + std::to_string(time) + ' ';
+            EXPECT_EQ(time, GetTickCount());
+        };
+    };
+    const std::uint32_t a = setTimer(100, add("a"));
+    const std::uint32_t b = setTimer(250, add("b"));
+    EXPECT_NE(a, b);
+    advanceTimers(99);
+    EXPECT_EQ(fired, "");
+    advanceTimers(201);
+    EXPECT_EQ(fired, "a1100 a1200 b1250 a1300 ");
+    EXPECT_EQ(GetTickCount(), 1300U);
+    EXPECT_TRUE(KillTimer(0, a));
+    EXPECT_FALSE(KillTimer(0, a));
+    advanceTimers(1000);
+    EXPECT_EQ(fired, "a1100 a1200 b1250 a1300 b1500 b1750 b2000 b2250 ");
+    EXPECT_TRUE(KillTimer(0, b));
+}
+
+TEST_F(Timers, BelongToAWindowAndGoWithIt) {
+    ::test::LoggedWindow window(log, "main", someWindow());
+    const HWND hWnd = window.hWnd();
+    EXPECT_EQ(SetTimer(hWnd, 7, 50, nullptr), 7U);
+    EXPECT_EQ(SetTimer(hWnd, 8, 70, noting), 8U);
+    advanceTimers(70);
+    EXPECT_EQ(log.take(), "main: WM_TIMER 7\n");
+    EXPECT_EQ(g_log, "window 275 timer 8 at 1070\n");
+    EXPECT_EQ(SetTimer(hWnd, 7, 60, nullptr), 7U) << "started anew";
+    EXPECT_EQ(runningTimers(), 2);
+    advanceTimers(59);
+    EXPECT_EQ(log.take(), "");
+    advanceTimers(1);
+    EXPECT_EQ(log.take(), "main: WM_TIMER 7\n");
+    DestroyWindow(hWnd);
+    EXPECT_EQ(runningTimers(), 0);
+    EXPECT_EQ(SetTimer(hWnd, 7, 50, nullptr), 0U) << "no window";
+    EXPECT_EQ(SetTimer(0, 7, 50, nullptr), 0U) << "nobody to call";
+    (void)log.take();
+}
+
+TEST_F(Timers, CallBackWithoutAWindow) {
+    const std::uint32_t first = SetTimer(0, 5, 10, noting);
+    const std::uint32_t second = SetTimer(0, 5, 10, noting);
+    EXPECT_NE(first, second) << "the wished id has no influence";
+    advanceTimers(10);
+    EXPECT_EQ(g_log, "275 timer " + std::to_string(first) + " at 1010\n275 timer " +
+                         std::to_string(second) + " at 1010\n");
+    EXPECT_TRUE(KillTimer(0, first) && KillTimer(0, second));
+}
+
+TEST_F(Timers, MayEndAndStartTimersWhileTheyFire) {
+    int calls = 0;
+    std::uint32_t self = 0, other = 0;
+    self = setTimer(20, [&](std::uint32_t id, std::uint32_t) {
+        ++calls;
+        EXPECT_TRUE(KillTimer(0, id));
+        EXPECT_TRUE(KillTimer(0, other));
+        self = setTimer(20, [&](std::uint32_t again, std::uint32_t) {
+            ++calls;
+            KillTimer(0, again);
+        });
+    });
+    other = setTimer(20, [&](std::uint32_t, std::uint32_t) { FAIL() << "ended before its turn"; });
+    advanceTimers(100);
+    EXPECT_EQ(calls, 2);
+}
+
+TEST_F(Timers, KeepTheirFailuresFromTheLoop) {
+    std::string failure;
+    setFailureHandler([&](const std::exception_ptr& raised) {
+        try {
+            std::rethrow_exception(raised);
+        } catch (const std::exception& known) {
+            failure += known.what();
+        }
+    });
+    const std::uint32_t id =
+        setTimer(10, [](std::uint32_t, std::uint32_t) { throw std::runtime_error("late "); });
+    advanceTimers(20);
+    EXPECT_EQ(failure, "late late ");
+    KillTimer(0, id);
+    setFailureHandler(nullptr);
+}
+
+TEST_F(Timers, CountShortIntervalsAsTen) {
+    int calls = 0;
+    const std::uint32_t id = setTimer(0, [&](std::uint32_t, std::uint32_t) { ++calls; });
+    advanceTimers(100);
+    EXPECT_EQ(calls, 10);
+    KillTimer(0, id);
+}
+
+TEST_F(Timers, RunOnTheRealClockUntilKilledAndWaitWhileHeldBack) {
+    platform::test::setManualTimers(false);
+    platform::test::setTickCount(std::nullopt);
+    int calls = 0;
+    const std::uint32_t id = setTimer(10, [&](std::uint32_t, std::uint32_t) { ++calls; });
+    const auto waitUntil = [](const auto& done) {
+        const std::uint32_t start = GetTickCount();
+        while (!done() && GetTickCount() - start < 5000) pumpMessages();
+        return done();
+    };
+    EXPECT_TRUE(waitUntil([&] { return calls >= 2; }));
+    {
+        const TimerHold hold;
+        const int before = calls;
+        const std::uint32_t start = GetTickCount();
+        (void)waitUntil([&] { return GetTickCount() - start > 40; });
+        EXPECT_EQ(calls, before);
+    }
+    const int before = calls;
+    EXPECT_TRUE(waitUntil([&] { return calls > before; }));
+    EXPECT_TRUE(KillTimer(0, id));
+}
+
+TEST_F(Timers, AWaitingWindowIsPaintedBeforeTheJobAndTimersAreNotHeardMeanwhile) {
+    platform::test::setManualTimers(false);
+    platform::test::setTickCount(std::nullopt);
+    WindowOptions options = someWindow();
+    options.kind = WindowKind::Bare;
+    ::test::LoggedWindow wait(log, "wait", options);
+    WindowOptions inner;
+    inner.parent = wait.hWnd();
+    inner.size = {10, 5};
+    ::test::LoggedWindow label(log, "label", inner);
+    EXPECT_TRUE(showPainted(wait.hWnd()));
+    const std::string painted = log.take();
+    EXPECT_NE(painted.find("wait: WM_PAINT\n"), std::string::npos);
+    EXPECT_NE(painted.find("label: WM_PAINT\n"), std::string::npos);
+    EXPECT_FALSE(showPainted(0));
+    DestroyWindow(wait.hWnd());
+    (void)log.take();
+}
