@@ -305,7 +305,9 @@ std::intptr_t GetWindowLongW(HWND hWnd, int index) {
 
 LRESULT CallWindowProcW(WNDPROC procedure, HWND hWnd, std::uint32_t uMsg, WPARAM wParam,
                         LPARAM lParam) {
-    return procedure == nullptr ? 0 : procedure(hWnd, uMsg, wParam, lParam);
+    // A chain that goes on although a sink has destroyed the window ends here.
+    if (procedure == nullptr || !IsWindow(hWnd)) return 0;
+    return procedure(hWnd, uMsg, wParam, lParam);
 }
 
 LRESULT SendMessageW(HWND hWnd, std::uint32_t uMsg, WPARAM wParam, LPARAM lParam) {

@@ -68,8 +68,9 @@ constexpr int GWL_USERDATA = -21;
 std::intptr_t SetWindowLongW(HWND hWnd, int index, std::intptr_t value);
 [[nodiscard]] std::intptr_t GetWindowLongW(HWND hWnd, int index);
 
+// 0 without a procedure and for a window that is gone.
 LRESULT CallWindowProcW(WNDPROC procedure, HWND hWnd, std::uint32_t uMsg, WPARAM wParam,
-                        LPARAM lParam);  // 0 without a procedure
+                        LPARAM lParam);
 // The end of every chain: what a window does by itself with a message. An event of the desktop that
 // came as this message is handled by the desktop's library here.
 LRESULT DefWindowProcW(HWND hWnd, std::uint32_t uMsg, WPARAM wParam, LPARAM lParam);

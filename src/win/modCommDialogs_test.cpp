@@ -1,0 +1,221 @@
+#include "win/modCommDialogs.h"
+
+#include "file/pvWindowsVersion.h"
+#include "platform/base/testhooks.h"
+#include "platform/window/testhooks.h"
+#include "support/raised.h"
+#include "win/clsCommDialogs.h"
+
+#include <gtest/gtest.h>
+
+using namespace platform;
+using platform::test::DialogScript;
+
+namespace {
+
+const Text kFilter(u"Language Files\0*.lng; *.ini\0", 27);
+
+class CommDialogs : public testing::Test {
+protected:
+    CommDialogs() { forgetWindowsVersion(); }
+    ~CommDialogs() override {
+        platform::test::setVersion(std::nullopt);
+        forgetWindowsVersion();
+        InitDialogs();
+        EXPECT_EQ(platform::test::openFolderItems(), 0);
+    }
+    static void setOldPlatform() {  // code 7
+        platform::test::setVersion(OSVERSIONINFOA{4, 0, VER_PLATFORM_WIN32_NT});
+        forgetWindowsVersion();
+    }
+    platform::test::HookScope baseHooks;
+    platform::test::WindowHookScope hooks;
+};
+
+Text zeros(int count) {
+    Text s;
+    for (int i = 0; i < count; ++i) s += u"0*";
+    return s;
+}
+
+}  // namespace
+
+TEST_F(CommDialogs, GiveTheChosenPathAndTheFlagsOfTheDialog) {
+    DialogScript script;
+    script.answerFile(u"\\home\\me\\a b.lng");
+    std::int32_t flags = 0x1800;
+    EXPECT_EQ(ShowOpen(0, kFilter, u"Open File", flags, u"\\home", u"lng", u" x.lng"),
+              u"\\home\\me\\a b.lng");
+    EXPECT_EQ(flags & 0x81800, 0x81800) << "what the dialog gives back, with its own look added";
+    script.answerFile({});
+    flags = 530432;
+    EXPECT_EQ(ShowOpen(0, kFilter, u"Open File", flags, u""), u"") << "cancelled";
+    EXPECT_EQ(flags, 530432);
+    EXPECT_EQ(script.log(),
+              "open title=\"Open File\" filter=Language Files (*.lng *.ini) index=0 flags=0x81800 "
+              "dir=\"\\home\" name=\"x.lng\" ext=\"lng\"\n"
+              "open title=\"Open File\" filter=Language Files (*.lng *.ini) index=0 flags=0x81800 "
+              "dir=\"\" name=\"\" ext=\"\"\n");
+}
+
+TEST_F(CommDialogs, GiveBackTheFilterThatWasUsedForSaving) {
+    DialogScript script;
+    script.answerFile(u"\\a.lng", 2);
+    std::int32_t flags = 0, index = 1;
+    const clsCommDialogs dialogs;
+    EXPECT_EQ(dialogs.ShowSave(0, kFilter, u"Save", flags, u"", u"", index), u"\\a.lng");
+    EXPECT_EQ(index, 2);
+    flags = 0;
+    EXPECT_EQ(dialogs.ShowSave(0, kFilter, u"Save", flags, u"", u"", index), u"") << "cancelled";
+    EXPECT_EQ(index, 2);
+}
+
+TEST_F(CommDialogs, RefuseFlagsThatOnlyComeBack) {
+    DialogScript script;
+    for (std::int32_t flags : {0x400, 0x8000, 0x8400 | 0x80000}) {
+        std::int32_t index = 1;
+        const std::string message =
+            ": Flags OFN_EXTENSIONDIFFERENT and OFN_NOREADONLYRETURN \r\nare used only in OUTPUT, "
+            "you can test them after the \r\ndialog box closes by checking the lFlags value";
+        EXPECT_EQ(::test::raised([&] { (void)ShowOpen(0, {}, {}, flags, {}); }),
+                  "ShowOpen" + message);
+        EXPECT_EQ(::test::raised([&] { (void)ShowSave(0, {}, {}, flags, {}, {}, index); }),
+                  "ShowSave" + message);
+    }
+    EXPECT_EQ(script.log(), "") << "before any dialog is shown";
+}
+
+TEST_F(CommDialogs, HoldAsLongANameAsThePlatformTakes) {
+    const struct {
+        bool old;
+        std::size_t shown, fits;  // of a default name, of a path
+    } kPlatforms[] = {{false, 2047, 2047}, {true, 259, 259}};
+    for (const auto& p : kPlatforms) {
+        if (p.old) setOldPlatform();
+        DialogScript script;
+        const Text longest = u'\\' + Text(p.fits - 1, u'x');
+        script.answerFile(longest);
+        script.answerFile(longest + u'y');
+        std::int32_t flags = 0;
+        EXPECT_EQ(ShowOpen(0, {}, {}, flags, {}, {}, Text(3000, u'd')), longest);
+        flags = 0;
+        EXPECT_EQ(ShowOpen(0, {}, {}, flags, {}), u"") << "longer than the dialog may give";
+        const std::string log = script.log();
+        EXPECT_NE(log.find("name=\"" + std::string(p.shown, 'd') + "\""), std::string::npos)
+            << "cut to the buffer";
+    }
+    DialogScript script;
+    script.answerFile(u"\\s");
+    std::int32_t flags = 0;
+    EXPECT_EQ(ShowOpen(0, {}, {}, flags, {}, {}, u"a default name longer than the path"), u"\\s");
+}
+
+TEST_F(CommDialogs, KeepTheCustomColours) {
+    InitDialogs();
+    EXPECT_EQ(GetCustomColorsString(), zeros(64));
+    DialogScript script;
+    script.answerColor(rgb(1, 2, 3));
+    script.answerColor(rgb(4, 5, 6));
+    EXPECT_EQ(ShowColor(0, rgb(192, 227, 255)), rgb(1, 2, 3));
+    EXPECT_EQ(ShowColor(0), rgb(4, 5, 6));
+    EXPECT_EQ(ShowColor(0), -1) << "cancelled";
+    EXPECT_EQ(script.log(), "color flags=0x3 start=0xFFE3C0\ncolor flags=0x0\n"
+                            "UNANSWERED color flags=0x0\n");
+
+    const struct {
+        Text set, expected;
+    } kTexts[] = {
+        {u"", zeros(64)},
+        {u"12", zeros(64)},  // without a star there is one piece, the last
+        {u"A*b*FF*1F0*", u"A*B*FF*" + zeros(61)},
+        {u"*x*0A*-1*07*end", u"A*B*A*0*7*" + zeros(59)},
+        {u"1*2*3", u"1*2*A*0*7*" + zeros(59)},
+        {zeros(64) + u"FF*FF*", zeros(64)},
+        {[] {
+             Text s;
+             for (int i = 0; i < 70; ++i) s += u"10*";
+             return s;
+         }(),
+         [] {
+             Text s;
+             for (int i = 0; i < 64; ++i) s += u"10*";
+             return s;
+         }()},
+    };
+    for (const auto& t : kTexts) {
+        SetCustomColorsString(t.set);
+        EXPECT_EQ(GetCustomColorsString(), t.expected) << toUtf8(t.set);
+    }
+    SetCustomColorsString(GetCustomColorsString());
+    EXPECT_EQ(GetCustomColorsString(), kTexts[6].expected);
+    script.answerColor(0);
+    (void)ShowColor(0);
+    EXPECT_EQ(GetCustomColorsString(), kTexts[6].expected) << "through the dialog and back";
+    InitDialogs();
+    EXPECT_EQ(GetCustomColorsString(), zeros(64));
+}
+
+TEST_F(CommDialogs, LetAFontBeChosen) {
+    DialogScript script;
+    Text name = u"Arial";
+    COLORREF color = rgb(1, 2, 3);
+    bool bold = true, italic = false, underline = false, strikeout = true;
+    std::int32_t size = 12;
+    EXPECT_FALSE(ShowFont(name, color, bold, italic, underline, strikeout, size));
+    EXPECT_TRUE(name == u"Arial" && bold && strikeout && size == 12) << "cancelled";
+    LogicalFont chosen;
+    chosen.lfFaceName = u"Tahoma";
+    chosen.lfItalic = chosen.lfUnderline = true;
+    script.answerFont(chosen, 9, rgb(7, 8, 9));
+    EXPECT_TRUE(ShowFont(name, color, bold, italic, underline, strikeout, size));
+    EXPECT_EQ(name, u"Tahoma");
+    EXPECT_EQ(color, rgb(7, 8, 9));
+    EXPECT_TRUE(!bold && italic && underline && !strikeout);
+    EXPECT_EQ(size, 9);
+
+    name = u"  ";
+    size = 0;
+    EXPECT_FALSE(ShowFont(name, color, bold, italic, underline, strikeout, size));
+    EXPECT_EQ(script.log(),
+              "UNANSWERED font flags=0x141 name=\"Arial\" height=-16 weight=700 color=0x30201\n"
+              "font flags=0x141 name=\"Arial\" height=-16 weight=700 color=0x30201\n"
+              "UNANSWERED font flags=0x141 name=\"\" height=0 weight=400 color=0x90807\n");
+}
+
+TEST_F(CommDialogs, PassTheFontOptionsOn) {
+    DialogScript script;
+    ChosenFont font{u"Tahoma", 8.25F, 600, false, false, false};
+    FontDialogOptions options;
+    EXPECT_FALSE(ShowFontEx(font, options));
+    options.PrinterDC = 5;
+    options.MinSize = 6;
+    options.Color = 0;
+    LogicalFont chosen;
+    chosen.lfWeight = 900;
+    script.answerFont(chosen, 10, rgb(1, 1, 1));
+    EXPECT_TRUE(ShowFontEx(font, options));
+    EXPECT_EQ(font.Size, 10);
+    EXPECT_TRUE(font.Bold());
+    EXPECT_EQ(options.Color, rgb(1, 1, 1));
+    EXPECT_EQ(script.log(),
+              "UNANSWERED font flags=0x41 name=\"Tahoma\" height=-11 weight=600 color=0x0\n"
+              "font flags=0x2142 name=\"Tahoma\" height=-11 weight=600 color=0x0\n");
+}
+
+TEST_F(CommDialogs, LetAFolderBeChosen) {
+    platform::test::setLocale("C");
+    for (const bool old : {false, true}) {
+        if (old) setOldPlatform();
+        DialogScript script;
+        script.answerFolder(u"\\home\\me");
+        script.answerFolder(u"\\home\\\u00E9");
+        script.answerFolder(u"\\home\\\u0416");
+        EXPECT_EQ(ShowDir(0, u"\\home\\\u00E9", u"Pick\u00E9"), u"\\home\\me");
+        EXPECT_EQ(ShowDir(0), u"\\home\\\u00E9");
+        EXPECT_EQ(ShowDir(0), old ? u"" : u"\\home\\\u0416") << "what the code page can name";
+        EXPECT_EQ(ShowDir(0), u"") << "cancelled";
+        EXPECT_EQ(script.log(), "folder title=\"Pick\u00E9\" start=\"\\home\\\u00E9\"\n"
+                                "folder title=\"\" start=\"\"\nfolder title=\"\" start=\"\"\n"
+                                "UNANSWERED folder title=\"\" start=\"\"\n");
+    }
+}
