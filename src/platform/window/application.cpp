@@ -2,26 +2,27 @@
 
 #include "platform/base/failure.h"
 #include "platform/window/screen_internal.h"
-#include "platform/window/surface_internal.h"
 #include "platform/window/toolkit.h"
 #include "platform/window/window_internal.h"
 
 #include <QApplication>
 #include <QDir>
-#include <QEvent>
 #include <QLibraryInfo>
-#include <QPointer>
 #include <cstdio>
 #include <cstdlib>
 #include <dlfcn.h>
+#include <optional>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
+#include <utility>
+#include <vector>
 
 namespace platform {
 namespace {
 
 FailureHandler g_failureHandler;
+std::optional<int> g_quit;  // the code of PostQuitMessage, until the loop has ended with it
 
 std::string describe(const std::exception_ptr& failure) {
     try {
@@ -110,31 +111,6 @@ bool usable(const std::string& name) {
     return true;
 }
 
-// Sees when the desktop changes its look.
-class DesktopWatch final : public QObject {
-public:
-    using QObject::QObject;
-
-private:
-    static void tellAll(std::uint32_t uMsg) {
-        std::vector<HWND> all;
-        windowTable().forEach([&](HWND hWnd, auto&) { all.push_back(hWnd); });
-        for (const HWND hWnd : all) {
-            guarded([&] { SendMessageW(hWnd, uMsg, 0, 0); });
-            if (IsWindow(hWnd)) InvalidateRect(hWnd);
-        }
-    }
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::ApplicationPaletteChange) {
-            takeDesktopLook();
-            tellAll(WM_SYSCOLORCHANGE);
-        } else if (event->type() == QEvent::ApplicationFontChange) {
-            tellAll(WM_SETTINGCHANGE);
-        }
-        return false;
-    }
-};
-
 }  // namespace
 
 void setFailureHandler(FailureHandler handler) { g_failureHandler = std::move(handler); }
@@ -169,7 +145,7 @@ Text Application::obstacle(const ApplicationOptions& options) {
 struct Application::Impl {
     Impl(int& argc, char** argv) : application(argc, argv) {}
     QApplication application;
-    DesktopWatch watch;
+    std::unique_ptr<QObject> watch = watchDesktop();
 };
 
 Application::Application(int& argc, char** argv, const ApplicationOptions& options) {
@@ -196,8 +172,7 @@ Application::Application(int& argc, char** argv, const ApplicationOptions& optio
     QGuiApplication::setApplicationDisplayName(name);
     m_impl = std::make_unique<Impl>(argc, argv);
     m_impl->application.setQuitOnLastWindowClosed(false);
-    m_impl->application.installEventFilter(&m_impl->watch);
-    takeDesktopLook();
+    (void)takeDesktopLook();
 }
 
 Application::~Application() {
@@ -210,9 +185,16 @@ Application::~Application() {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-int Application::run() { return QApplication::exec(); }
+int Application::run() {
+    const int code = g_quit ? *g_quit : QApplication::exec();
+    g_quit.reset();
+    return code;
+}
 
-void PostQuitMessage(int code) { QCoreApplication::exit(code); }
+void PostQuitMessage(int code) {
+    g_quit = code;  // also for a loop that has not begun
+    QCoreApplication::exit(code);
+}
 
 void pumpMessages() {
     if (qApp != nullptr) QCoreApplication::processEvents();

@@ -209,10 +209,11 @@ bool routeMouse(WindowRecord& record, QMouseEvent* mouse, bool viewport) {
 
 bool routeWheel(WindowRecord& record, QWheelEvent* wheel, bool viewport) {
     noteModifiers(static_cast<int>(wheel->modifiers().toInt()));
-    // A smooth wheel sends many small turns: they are gathered into whole notches.
-    constexpr int kNotch = 120;
+    // A smooth wheel sends many small turns: they are gathered into whole notches, but for the
+    // library's own widgets, which scroll by them.
+    const int notch = record.keepsPicture ? 120 : 1;
     record.wheelRest += wheel->angleDelta().y();
-    const int turned = record.wheelRest / kNotch * kNotch;
+    const int turned = record.wheelRest / notch * notch;
     record.wheelRest -= turned;
     if (turned != 0) {
         const int held = std::clamp(turned, -32640, 32640);
@@ -297,6 +298,12 @@ bool route(WindowRecord& record, QEvent* event, bool viewport) {
     case QEvent::FocusIn:
     case QEvent::FocusOut:
         return routeFocus(record, static_cast<QFocusEvent*>(event), viewport);
+    case QEvent::WindowActivate:
+        // A window that becomes active has the focus itself when nothing inside it does.
+        if (record.widget->isWindow() && record.widget->focusWidget() == nullptr) {
+            record.widget->setFocus(Qt::ActiveWindowFocusReason);
+        }
+        return native();
     case QEvent::Resize:
     case QEvent::Move:
         reportPlace(record, event);

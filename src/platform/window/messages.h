@@ -48,7 +48,7 @@ enum : std::uint32_t {
     WM_MBUTTONDBLCLK = 0x0209,
     WM_MOUSEWHEEL = 0x020A,  // high word of wParam: signed, 120 a notch, above 0 away from the
                              // user; lParam: the screen position. By default the parent gets it
-    WM_DROPFILES = 0x0233,  // lParam: const std::vector<Text>*, paths in the inside form
+    WM_DROPFILES = 0x0233,   // lParam: const std::vector<Text>*, paths in the inside form
     WM_MOUSELEAVE = 0x02A3,
     WM_USER = 0x0400,
     WM_APP = 0x8000,

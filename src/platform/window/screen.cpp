@@ -7,11 +7,13 @@
 #include "platform/window/window_internal.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QPalette>
 #include <QScreen>
 #include <QStyle>
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace platform {
 namespace {
@@ -303,11 +305,47 @@ std::vector<COLORREF> systemColorsOf(const QPalette& palette) {
     return colors;
 }
 
-void takeDesktopLook() {
-    setSysColors(systemColorsOf(QGuiApplication::palette()));
+bool takeDesktopLook() {
+    static std::vector<COLORREF> s_taken;
     if (const std::vector<Screen> all = screens(); !all.empty()) {
         setScreenDpi(all.front().dpi, all.front().dpi);
     }
+    std::vector<COLORREF> colors = systemColorsOf(QGuiApplication::palette());
+    setSysColors(colors);
+    const bool changed = colors != s_taken;
+    s_taken = std::move(colors);
+    return changed;
+}
+
+namespace {
+
+class DesktopWatch final : public QObject {
+private:
+    static void tellAll(std::uint32_t uMsg) {
+        std::vector<HWND> all;
+        windowTable().forEach([&](HWND hWnd, auto&) { all.push_back(hWnd); });
+        for (const HWND hWnd : all) {
+            guarded([&] { SendMessageW(hWnd, uMsg, 0, 0); });
+            InvalidateRect(hWnd);
+        }
+    }
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::ApplicationPaletteChange) {
+            // The library tells the same change several times.
+            if (takeDesktopLook()) tellAll(WM_SYSCOLORCHANGE);
+        } else if (event->type() == QEvent::ApplicationFontChange) {
+            tellAll(WM_SETTINGCHANGE);
+        }
+        return false;
+    }
+};
+
+}  // namespace
+
+std::unique_ptr<QObject> watchDesktop() {
+    auto watch = std::make_unique<DesktopWatch>();
+    qApp->installEventFilter(watch.get());
+    return watch;
 }
 
 }  // namespace platform

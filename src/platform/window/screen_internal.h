@@ -3,8 +3,10 @@
 #pragma once
 #include "platform/window/types.h"
 
+#include <memory>
 #include <vector>
 
+class QObject;
 class QPalette;
 
 namespace platform {
@@ -12,7 +14,12 @@ namespace platform {
 // The colours of GetSysColor, by index, out of a palette.
 [[nodiscard]] std::vector<COLORREF> systemColorsOf(const QPalette& palette);
 
-// Gives the present palette and resolution to the drawing surfaces.
-void takeDesktopLook();
+// Gives the present palette and resolution to the drawing surfaces. Whether the colours are others
+// than the last time.
+bool takeDesktopLook();
+
+// As long as the result lives: when the desktop changes its look, takes it over and tells every
+// window by WM_SYSCOLORCHANGE or WM_SETTINGCHANGE.
+[[nodiscard]] std::unique_ptr<QObject> watchDesktop();
 
 }  // namespace platform

@@ -5,7 +5,6 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QGuiApplication>
 #include <QThread>
 #include <QWidget>
 #include <QWindow>
@@ -31,7 +30,6 @@ bool showPainted(HWND hWnd) {
     if (!IsWindow(hWnd) || !exposed()) return false;
     InvalidateRect(hWnd);
     UpdateWindow(hWnd);  // with all that is inside it
-    QGuiApplication::sync();
     return true;
 }
 

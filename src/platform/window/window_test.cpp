@@ -3,7 +3,8 @@
 #include "platform/base/failure.h"
 #include "platform/base/paths.h"
 #include "platform/window/application.h"
-#include "platform/window/surface.h"
+#include "platform/window/screen_internal.h"
+#include "platform/window/surface_internal.h"
 #include "platform/window/testhooks.h"
 #include "platform/window/window_internal.h"
 #include "support/window/LoggedWindow.h"
@@ -641,7 +642,7 @@ TEST_F(Window, MayBeDestroyedInEachOfItsMessages) {
         {WM_SIZE, [](HWND h) { SetWindowPos(h, 0, 0, 0, 7, 7, SWP_NOMOVE); }},
         {WM_MOVE, [](HWND h) { SetWindowPos(h, 0, 7, 7, 9, 9, 0); }},
         {WM_PAINT, [](HWND h) { InvalidateRect(h), UpdateWindow(h); }},
-        {WM_SETFOCUS, [](HWND h) { SetFocus(h); }},
+        {WM_SETFOCUS, [](HWND h) { SetFocus(0), SetFocus(h); }},
         {WM_CLOSE, [](HWND h) { widgetOf(h)->close(); }},
         {WM_ENABLE, [](HWND h) { EnableWindow(h, false); }},
     };
@@ -762,6 +763,25 @@ TEST_F(Window, SurvivesALoopInsideTheMessageOfAWindowThatGoes) {
     mouse(child.hWnd(), MouseAction::Press, {1, 1}, MK_LBUTTON, MK_LBUTTON);
     settle();
     EXPECT_FALSE(IsWindow(child.hWnd()));
+    (void)log.take();
+}
+
+TEST_F(Window, HearsThatTheDesktopHasChangedItsColours) {
+    const std::unique_ptr<QObject> watch = watchDesktop();
+    LoggedWindow main(log, "main", mainWindow());
+    LoggedWindow child(log, "child", childOf(main));
+    show(main);
+    const QPalette before = QApplication::palette();
+    QPalette dark = before;
+    dark.setColor(QPalette::Base, QColor(1, 2, 3));
+    QApplication::setPalette(dark);
+    EXPECT_EQ(GetSysColor(5), rgb(1, 2, 3));
+    EXPECT_EQ(log.take(), "main: WM_SYSCOLORCHANGE\nchild: WM_SYSCOLORCHANGE\n");
+    settle();
+    EXPECT_EQ(log.take(), "main: WM_PAINT\nchild: WM_PAINT\n");
+    QApplication::setPalette(before);
+    setSysColors({});
+    settle();
     (void)log.take();
 }
 

@@ -1,0 +1,56 @@
+# A private X server with a window manager, for the tests beside this file: source it, then call
+# start_display. Everything that was started ends with the test.
+
+fail() {
+    echo "FAILED: $*" >&2
+    exit 1
+}
+
+# start_display: sets DISPLAY and `work`, a folder that goes with the test.
+start_display() {
+    if ! command -v Xvfb >/dev/null; then
+        echo "SKIPPED: Xvfb is not installed (Debian package xvfb; ./dev setup installs it)"
+        exit 77
+    fi
+    local tool
+    for tool in openbox xdotool import; do
+        command -v "$tool" >/dev/null ||
+            fail "$tool is missing (Debian packages openbox, xdotool, imagemagick; ./dev setup)"
+    done
+    work=$(mktemp -d)
+    started=()
+    trap end_display EXIT
+    # The server chooses a free number and writes it once it listens.
+    Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$work/display" >"$work/Xvfb.log" 2>&1 &
+    started+=($!)
+    await "the X server" test -s "$work/display"
+    DISPLAY=:$(<"$work/display")
+    export DISPLAY HOME=$work XDG_CONFIG_HOME=$work/config XDG_CACHE_HOME=$work/cache
+    export XDG_RUNTIME_DIR=$work QT_QPA_PLATFORM=xcb QT_QPA_PLATFORMTHEME= LC_ALL=C.UTF-8
+    unset WAYLAND_DISPLAY SESSION_MANAGER DBUS_SESSION_BUS_ADDRESS
+    openbox >"$work/openbox.log" 2>&1 &
+    started+=($!)
+    await "the window manager" window_manager_is_there
+}
+
+window_manager_is_there() { xdotool get_num_desktops >/dev/null 2>&1; }
+
+end_display() {
+    local pid
+    for ((i = ${#started[@]} - 1; i >= 0; i--)); do
+        pid=${started[i]}
+        kill "$pid" 2>/dev/null && wait "$pid" 2>/dev/null
+    done
+    rm -rf -- "$work"
+}
+
+# await WHAT COMMAND...: until the command succeeds, at most 60 seconds.
+await() {
+    local what=$1 i
+    shift
+    for ((i = 0; i < 1200; i++)); do
+        "$@" && return
+        sleep 0.05
+    done
+    fail "$what did not come"
+}
