@@ -398,7 +398,7 @@ TEST_F(Dialogs, AFontDialogKeepsToItsLimits) {
     r.nSizeMin = 8;
     r.nSizeMax = 20;
     r.rgbColors = rgb(1, 2, 3);
-    r.lpLogFont = {-16, 700, true, false, true, u"Liberation Sans"};
+    r.lpLogFont = {-16, 700, true, false, true, u"Quillmere Sans"};
     person.then<QFontDialog>([](QFontDialog& dialog) {
         const QFont start = dialog.currentFont();
         EXPECT_EQ(start.pointSizeF(), 12);
