@@ -1,6 +1,6 @@
 #include "support/gui/Golden.h"
 
-#include "platform/window/surface.h"
+#include "support/window/Canvas.h"
 
 #include <QImage>
 #include <algorithm>
@@ -60,32 +60,15 @@ std::ostream& operator<<(std::ostream& out, Color color) {
 }  // namespace
 
 Picture painted(platform::SIZE size, const std::function<void(platform::HDC)>& paint) {
-    using namespace platform;
+    const Canvas canvas(size.cx, size.cy, 32);
+    paint(canvas.hdc());
     Picture picture{size.cx, size.cy, {}};
-    BITMAPINFO info;
-    info.bmiHeader.biWidth = size.cx;
-    info.bmiHeader.biHeight = size.cy;
-    info.bmiHeader.biBitCount = 32;
-    void* bits = nullptr;
-    const HBITMAP hBitmap = CreateDIBSection(0, info, DIB_RGB_COLORS, bits);
-    if (hBitmap == 0) {
-        ADD_FAILURE() << "no surface of " << size.cx << " x " << size.cy;
-        return picture;
-    }
-    const HDC hDC = CreateCompatibleDC(0);
-    const HGDIOBJ hOld = SelectObject(hDC, hBitmap);
-    FillRect(hDC, {0, 0, size.cx, size.cy}, GetStockObject(WHITE_BRUSH));
-    paint(hDC);
-    SelectObject(hDC, hOld);
-    DeleteDC(hDC);
-
-    const auto* pixels = static_cast<const std::uint32_t*>(bits);
+    const auto* pixels = reinterpret_cast<const std::uint32_t*>(canvas.bits());
     for (int y = size.cy - 1; y >= 0; --y) {  // a section begins with its bottom row
         const auto* row = pixels + static_cast<std::ptrdiff_t>(y) * size.cx;
         std::transform(row, row + size.cx, std::back_inserter(picture.pixels),
                        [](std::uint32_t pixel) { return pixel & kColorBits; });
     }
-    DeleteObject(hBitmap);
     return picture;
 }
 
