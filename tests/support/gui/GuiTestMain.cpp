@@ -4,6 +4,12 @@
 #include <QApplication>
 #include <gtest/gtest.h>
 
+// What fontconfig keeps to the end of the process is its own affair. The sanitizer asks for these
+// names: NOLINTBEGIN(bugprone-reserved-identifier)
+extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig"; }
+extern "C" const char* __lsan_default_options() { return "print_suppressions=0"; }
+// NOLINTEND(bugprone-reserved-identifier)
+
 int main(int argc, char** argv) {
     const test::GuiEnvironment environment;
     testing::InitGoogleTest(&argc, argv);
