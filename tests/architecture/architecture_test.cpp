@@ -102,7 +102,9 @@ TEST(IncludeGraph, AcceptsWhatTheTablesAllow) {
         faultsOf({
             {"low/a.h", "// a\n#pragma once\n#include <unicode/uchar.h>\n#include <vector>\n"},
             {"low/inner/b.h", "#pragma once\n  #  include \"low/a.h\"\n"},
-            {"left/c.cpp", "#include <QWidget>\n#include <Queue>\n#include <sys/stat.h>\n"},
+            {"left/k_internal.h", "#pragma once\n#include <QString>\n"},
+            {"left/c.cpp", "#include \"left/k_internal.h\"\n#include <QWidget>\n#include "
+                           "<Queue>\n#include <sys/stat.h>\n"},
             {"right/d.cpp", "#include \"low/a.h\"\n// #include \"up/x.h\"\n"},
             {"right/d_test.cpp", "#include \"support/TempDir.h\"\n#include <gtest/gtest.h>\n"},
         }),
@@ -123,6 +125,9 @@ TEST(IncludeGraph, NamesEachFault) {
         {{inner, {"left/l_test.cpp", "#include \"low/inner/i.h\"\n"}},
          "left/l_test.cpp: may not include \"low/inner/i.h\": left stands below or beside "
          "low/inner\n"},
+        {{{"low/l_internal.h", "#pragma once\n"},
+          {"left/l.cpp", "#include \"low/l_internal.h\"\n"}},
+         "left/l.cpp: may not include \"low/l_internal.h\", which belongs to its folder alone\n"},
         {{header, {"right/l.cpp", "#include \"r.h\"\n#include \"right/../right/r.h\"\n"}},
          "right/l.cpp: includes \"r.h\", which is no path from the root of the sources\n"
          "right/l.cpp: includes \"right/../right/r.h\", which is no path from the root of the "

@@ -76,6 +76,9 @@ bool startsWith(std::string_view name, std::string_view prefix) {
            (name[1] == 't' || (name[1] >= 'A' && name[1] <= 'Z'));
 }
 
+// X_internal.h is shared by the sources of one folder.
+bool isInternal(std::string_view stem) { return stem.ends_with("_internal"); }
+
 class Check {
 public:
     Check(const fs::path& root, const IncludeRules& rules) : m_root(root), m_rules(rules) {}
@@ -122,6 +125,9 @@ private:
         }
         const std::string target = path.parent_path().generic_string();
         if (target == file.folder) return;
+        if (isInternal(path.stem().string())) {
+            fault(file, "may not include \"" + name + "\", which belongs to its folder alone");
+        }
         if (!contains(rule.mayInclude, target)) {
             fault(file, "may not include \"" + name + "\": " + file.folder +
                             " stands below or beside " + target);
@@ -144,7 +150,8 @@ private:
         } else if (!contains(library->folders, file.folder)) {
             fault(file, "may not include <" + name + ">: " + library->library + " stays in " +
                             library->folders.front());
-        } else if (file.header && !library->headersToo) {
+        } else if (file.header && !library->headersToo &&
+                   !isInternal(fs::path(file.path).stem().string())) {
             fault(file, "is a header and may not include <" + name + "> of " + library->library);
         }
     }

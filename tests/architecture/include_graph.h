@@ -34,6 +34,8 @@ struct IncludeRules {
 // - an include of a library outside its folders, or of one that has no row (a name with a directory
 //   in it that neither the rules nor the system have);
 // - product code that includes a file of tests, a fuzz target or a benchmark;
+// - an include of another folder's X_internal.h, which is for the sources of its folder and may
+//   use libraries as they do;
 // - a header without #pragma once;
 // - folders that include each other in a circle.
 // X_test.cpp, X_fuzz.cpp and X_bench.cpp are not product code: their folder's row holds for them

@@ -2,7 +2,7 @@
 
 #include "platform/base/failure.h"
 #include "platform/window/screen_internal.h"
-#include "platform/window/toolkit.h"
+#include "platform/window/toolkit_internal.h"
 #include "platform/window/window_internal.h"
 
 #include <QApplication>

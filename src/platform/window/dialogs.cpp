@@ -3,7 +3,7 @@
 
 #include "platform/window/surface.h"
 #include "platform/window/testhooks_internal.h"
-#include "platform/window/toolkit.h"
+#include "platform/window/toolkit_internal.h"
 #include "platform/window/window_internal.h"
 
 #include <QCloseEvent>

@@ -1,7 +1,7 @@
 // From the desktop's events to messages, and the default procedure at the end of every chain.
 #include "platform/base/paths.h"
 #include "platform/window/input.h"
-#include "platform/window/toolkit.h"
+#include "platform/window/toolkit_internal.h"
 #include "platform/window/window_internal.h"
 
 #include <QCloseEvent>

@@ -2,7 +2,7 @@
 
 #include "platform/base/paths.h"
 #include "platform/window/testhooks_internal.h"
-#include "platform/window/toolkit.h"
+#include "platform/window/toolkit_internal.h"
 
 #include <QByteArray>
 #include <QDesktopServices>

@@ -1,7 +1,7 @@
 #include "platform/window/testhooks.h"
 
 #include "platform/window/testhooks_internal.h"
-#include "platform/window/toolkit.h"
+#include "platform/window/toolkit_internal.h"
 #include "platform/window/window_internal.h"
 
 #include <QCoreApplication>

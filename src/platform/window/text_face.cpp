@@ -2,7 +2,7 @@
 
 #include "platform/base/casemap.h"
 #include "platform/window/text_shape.h"
-#include "platform/window/toolkit.h"
+#include "platform/window/toolkit_internal.h"
 
 #include <QCoreApplication>
 #include <QFont>

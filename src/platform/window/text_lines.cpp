@@ -2,7 +2,7 @@
 
 #include "platform/window/text_shape.h"
 #include "platform/window/textout.h"
-#include "platform/window/toolkit.h"
+#include "platform/window/toolkit_internal.h"
 
 #include <QTextBoundaryFinder>
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include "platform/window/text_cache.h"
 #include "platform/window/text_face.h"
-#include "platform/window/toolkit.h"
+#include "platform/window/toolkit_internal.h"
 
 #include <QFont>
 #include <QImage>

@@ -2,7 +2,7 @@
 
 #include "platform/window/input.h"
 #include "platform/window/surface_internal.h"
-#include "platform/window/toolkit.h"
+#include "platform/window/toolkit_internal.h"
 #include "platform/window/window_internal.h"
 
 #include <QApplication>

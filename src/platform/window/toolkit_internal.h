@@ -1,5 +1,5 @@
-// platform/window/toolkit.h: small helpers for the library's own types. Nothing above the folder
-// includes this.
+// platform/window/toolkit_internal.h: small helpers for the library's own types. Nothing above the
+// folder includes this.
 #pragma once
 #include "platform/base/text.h"
 
