@@ -112,10 +112,10 @@ TEST_F(Program, EndsWith3WhenItsOutputCannotBeWritten) {
     for (const char* const arguments :
          {"rows main.lng trans.lng", "rows main.lng trans.lng --json", "status main.lng trans.lng",
           "fill main.lng trans.lng", "--help", "--version"}) {
-        expect(shell("exec $Q " + std::string(arguments) + " > /dev/full"), kFileFailed,
+        expect(shell("exec \"$Q\" " + std::string(arguments) + " > /dev/full"), kFileFailed,
                "Error writing file (standard output)");
     }
-    expect(shell("exec $Q status main.lng trans.lng --fail-under 0 >&-"), kFileFailed,
+    expect(shell("exec \"$Q\" status main.lng trans.lng --fail-under 0 >&-"), kFileFailed,
            "Error writing file (standard output)");
 }
 
@@ -150,7 +150,7 @@ TEST_F(Program, LeavesWhatItMayNotReadOrWrite) {
     const auto asAnybody = [&](const std::string& arguments) {
         return shell("[ $(id -u) != 0 ] || "
                      "setpriv='setpriv --reuid=65534 --regid=65534 --clear-groups'\n"
-                     "exec $setpriv $Q " +
+                     "exec $setpriv \"$Q\" " +
                      arguments);
     };
     expect(asAnybody("merge main.lng trans.lng"), kFileFailed, "Cannot Save File! (trans.lng)");
@@ -181,10 +181,10 @@ TEST_F(Program, PutsBackWhatStoodInAFileThatBecameTooLong) {
     dir.write("main.lng", mainText);
     dir.write("trans.lng", before);
     dir.write("edits.jsonl", edits);
-    const std::string command = "$Q apply main.lng trans.lng edits.jsonl";
+    const std::string command = "\"$Q\" apply main.lng trans.lng edits.jsonl";
     expect(shell("ulimit -f 4; exec " + command), kFileFailed, "Cannot Save File! (trans.lng)");
     EXPECT_EQ(dir.read("trans.lng"), before);
-    expect(shell("ulimit -f 4; exec $Q new main.lng trans --copy"), kFileFailed,
+    expect(shell("ulimit -f 4; exec \"$Q\" new main.lng trans --copy"), kFileFailed,
            "Error writing file (trans.lng)");
     EXPECT_EQ(dir.read("trans.lng"), before);
 
@@ -192,7 +192,7 @@ TEST_F(Program, PutsBackWhatStoodInAFileThatBecameTooLong) {
         shell("exec unshare -m sh -c '"
               "mkdir disk && mount -t tmpfs -o size=4k tmpfs disk 2>/dev/null || exit 77\n"
               "cp trans.lng disk\n"
-              "cd disk && $Q apply ../main.lng trans.lng ../edits.jsonl; code=$?\n"
+              "cd disk && \"$Q\" apply ../main.lng trans.lng ../edits.jsonl; code=$?\n"
               "cat trans.lng; exit $code'");
     if (full.exitCode == 77 || full.err.starts_with("unshare:")) GTEST_SKIP() << "no mount here";
     EXPECT_EQ(full.exitCode, kFileFailed);
@@ -205,7 +205,7 @@ TEST_F(Program, WritesTheWholeListWhenItsTargetIsGone) {
     dir.write("main.lng", "[S]\na=1\nb=2\nc=3\n");
     dir.write("trans.lng", "; note\n[S]\nb=x\nextra=y\n");
     expect(shell("mkfifo edits\n"
-                 "$Q apply main.lng trans.lng edits &\n"
+                 "\"$Q\" apply main.lng trans.lng edits &\n"
                  "exec 3> edits; rm trans.lng\n"
                  "echo '{\"section\":\"S\",\"key\":\"a\",\"translation\":\"w\"}' >&3\n"
                  "exec 3>&-; wait $!"),
