@@ -1,5 +1,6 @@
 #include "platform/window/testhooks.h"
 
+#include "platform/window/surface_internal.h"
 #include "platform/window/testhooks_internal.h"
 #include "platform/window/toolkit_internal.h"
 #include "platform/window/window_internal.h"
@@ -40,8 +41,15 @@ std::string quotedText(TextView text) {
 
 namespace test {
 
-WindowHookScope::WindowHookScope() { hooks() = {}; }
-WindowHookScope::~WindowHookScope() { hooks() = {}; }
+namespace {
+void resetHooks() {
+    hooks() = {};
+    setScreens({});
+}
+}  // namespace
+
+WindowHookScope::WindowHookScope() { resetHooks(); }
+WindowHookScope::~WindowHookScope() { resetHooks(); }
 
 void settle() {
     for (int i = 0; i < 3; ++i) {  // what one round has brought about runs in the next
@@ -147,7 +155,11 @@ void wheel(HWND hWnd, POINT at, int delta, WPARAM modifiers) {
 
 // ---- Screens
 
-void setScreens(std::vector<Screen> screens) { hooks().screens = std::move(screens); }
+void setScreens(std::vector<Screen> screens) {
+    const int dpi = screens.empty() ? Screen().dpi : screens.front().dpi;
+    hooks().screens = std::move(screens);
+    setScreenDpi(dpi, dpi);
+}
 
 void setMetric(int index, std::optional<int> value) {
     if (value) {

@@ -70,7 +70,9 @@ struct Screen {
     int bitsPerPixel = 32;
     int dpi = 96;
 };
-void setScreens(std::vector<Screen> screens);  // an empty list: the desktop's
+// The resolution of the first one is that of drawing surfaces. An empty list: the desktop's, 96
+// dpi.
+void setScreens(std::vector<Screen> screens);
 void setMetric(int index, std::optional<int> value);
 
 // ---- Dialogs
