@@ -1,0 +1,317 @@
+#include "gfx/clsPalette.h"
+
+#include "gfx/clsDIBSection.h"
+#include "platform/window/dialogs.h"
+#include "platform/window/testhooks.h"
+#include "support/raised.h"
+
+#include <array>
+#include <cmath>
+#include <functional>
+#include <gtest/gtest.h>
+#include <random>
+
+namespace {
+
+using platform::rgb;
+
+// The entries from first to last as #RRGGBB.
+std::string dump(const clsPalette& palette, std::int32_t first = 1,
+                 std::int32_t last = 0x7FFFFFFF) {
+    std::string text;
+    for (std::int32_t i = first; i <= std::min(last, palette.Count()); ++i) {
+        char entry[16];
+        std::snprintf(entry, sizeof entry, "%s%02X%02X%02X", i > first ? " " : "", palette.Red(i),
+                      palette.Green(i), palette.Blue(i));
+        text += entry;
+    }
+    return text;
+}
+
+TEST(clsPalette, CountsFromOne) {
+    clsPalette palette;
+    palette.Add(1, 2, 3);
+    palette.Add(4, 5, 6);
+    EXPECT_EQ(dump(palette), "010203 040506");
+    EXPECT_EQ(palette.Red(0) + palette.Green(3) + palette.Blue(-1), 0);
+    clsPalette copy;
+    copy.Clone(palette);
+    copy.Add(7, 8, 9);
+    palette.Destroy();
+    EXPECT_EQ(palette.Count(), 0);
+    EXPECT_EQ(dump(copy), "010203 040506 070809");
+}
+
+TEST(clsPalette, HasFixedPalettes) {
+    clsPalette palette;
+    palette.Add(1, 2, 3);  // goes
+    palette.CreateMono2();
+    EXPECT_EQ(dump(palette), "000000 FFFFFF");
+    const std::string low = "000000 800000 008000 808000 000080 800080 008080 C0C0C0";
+    const std::string high = "808080 FF0000 00FF00 FFFF00 0000FF FF00FF 00FFFF FFFFFF";
+    palette.Create16();
+    EXPECT_EQ(dump(palette), low + " " + high);
+
+    palette.CreateHalfTone256();
+    EXPECT_EQ(palette.Count(), 125);
+    EXPECT_EQ(dump(palette, 1, 7), "000000 400000 800000 C00000 FF0000 004000 404000");
+    EXPECT_EQ(dump(palette, 25, 27), "FFFF00 000040 400040");
+    EXPECT_EQ(dump(palette, 124), "C0FFFF FFFFFF");
+
+    palette.CreateWebSafe256();
+    EXPECT_EQ(palette.Count(), 255);
+    EXPECT_EQ(dump(palette, 1, 8), low);
+    EXPECT_EQ(dump(palette, 9, 14), "330000 660000 990000 CC0000 003300 333300");
+    EXPECT_EQ(dump(palette, 216, 218), "CCFFFF 080808 101010");  // the end of the cube
+    EXPECT_EQ(dump(palette, 246, 247), "F0F0F0 F8F8F8");
+    EXPECT_EQ(dump(palette, 248), high);
+}
+
+TEST(clsPalette, FindsTheClosestByCityBlocks) {
+    clsPalette palette;
+    EXPECT_EQ(palette.ClosestIndex(1, 2, 3), 0);
+    palette.Add(0, 0, 0);
+    EXPECT_EQ(palette.ClosestIndex(255, 255, 254), 1);
+    EXPECT_EQ(palette.ClosestIndex(255, 255, 255), 0);  // 765 away is not closer than that
+    palette.Add(100, 100, 100);
+    palette.Add(110, 90, 100);
+    palette.Add(90, 100, 110);
+    palette.Add(110, 90, 100);
+    const struct {
+        int red, green, blue, index;
+    } kCases[] = {
+        {110, 90, 100, 3},  // equal
+        {105, 95, 100, 2},  // the first of equals
+        {120, 120, 70, 2},  // 70 each; the squares would say otherwise
+        {49, 49, 51, 1},    // 149 to black, 151 to grey
+        {-2'000'000'000, 2'000'000'000, 0, 0},
+    };
+    for (const auto& c : kCases) {
+        EXPECT_EQ(palette.ClosestIndex(c.red, c.green, c.blue), c.index) << c.red;
+    }
+}
+
+TEST(clsPalette, TakesColoursApart) {
+    std::int16_t red = 0, green = 0, blue = 0;
+    clsPalette::pColorToComponents(0x123456, red, green, blue);
+    EXPECT_EQ(rgb(red, green, blue), 0x123456);
+    clsPalette::pColorToComponents(sysColor(2), red, green, blue);
+    EXPECT_EQ(rgb(red, green, blue), platform::GetSysColor(2));
+}
+
+TEST(clsPalette, TakesTheTableOfASurface) {
+    clsPalette palette;
+    clsDIBSection section;
+    for (const int bits : {1, 4, 8}) {
+        section.CreateDC(2, 2, bits);
+        palette.CreateFromDib(section);
+        EXPECT_EQ(palette.Count(), 1 << bits);
+    }
+    EXPECT_EQ(dump(palette, 124, 126), "C0FFFF FFFFFF 000000");
+    section.CreateDC(2, 2, 24);
+    EXPECT_EQ(test::raised([&] { palette.CreateFromDib(section); }),
+              "clsPalette.CreateFromDib: Cannot create palette!");
+    EXPECT_EQ(palette.Count(), 0);
+}
+
+// ---- Reduction, as simple as can be: ranges are halved on the way, nothing is remembered.
+
+class PlainOctree {
+public:
+    explicit PlainOctree(int levels) : m_levels(levels), m_nodes(2) {}
+
+    void add(int red, int green, int blue) {
+        addAt(1, 1, {Range{0, 255}, {0, 255}, {0, 255}}, {red, green, blue});
+    }
+    bool reduce() {
+        for (int level = m_levels; level >= 1; --level) {
+            if (m_reducible[level].empty()) continue;
+            Node& node = m_nodes[m_reducible[level].back()];
+            m_reducible[level].pop_back();
+            for (int& child : node.children) {
+                if (child == 0) continue;
+                for (int i = 0; i < 3; ++i) node.sums[i] += m_nodes[child].sums[i];
+                node.count += m_nodes[child].count;
+                m_nodes[child] = Node();
+                m_free.push_back(child);
+                child = 0;
+                --leaves;
+            }
+            node.leaf = true;
+            ++leaves;
+            return true;
+        }
+        return false;
+    }
+    clsPalette palette() const {
+        clsPalette made;
+        for (const Node& node : m_nodes) {
+            if (!node.leaf) continue;
+            std::uint8_t channels[3];
+            for (int i = 0; i < 3; ++i) {
+                channels[i] = static_cast<std::uint8_t>(
+                    std::nearbyint(static_cast<double>(node.sums[i]) / node.count));
+            }
+            made.Add(channels[0], channels[1], channels[2]);
+        }
+        return made;
+    }
+    int leaves = 0;
+
+private:
+    struct Range {
+        int low, high;
+    };
+    struct Node {
+        bool leaf = false, listed = false;
+        int sums[3] = {}, count = 0;
+        int children[8] = {};
+    };
+
+    void addAt(int at, int level, std::array<Range, 3> ranges, const std::array<int, 3>& color) {
+        int position = 0;
+        for (int i = 0; i < 3; ++i) {
+            const int middle =
+                static_cast<int>(std::nearbyint(ranges[i].low / 2.0 + ranges[i].high / 2.0));
+            if (color[i] <= middle) {
+                ranges[i].high = middle;
+            } else {
+                ranges[i].low = middle;
+                position += 1 << i;
+            }
+        }
+        int child = m_nodes[at].children[position];
+        if (child == 0) {
+            if (m_free.empty()) {
+                child = static_cast<int>(m_nodes.size());
+                m_nodes.emplace_back();
+            } else {
+                child = m_free.back();
+                m_free.pop_back();
+            }
+            m_nodes[at].children[position] = child;
+            m_nodes[child].leaf = level == m_levels;
+        }
+        Node& node = m_nodes[child];
+        if (node.leaf) {
+            if (node.count++ == 0) ++leaves;
+            for (int i = 0; i < 3; ++i) node.sums[i] += color[i];
+            return;
+        }
+        if (!node.listed) m_reducible[level].push_back(child);
+        node.listed = true;
+        addAt(child, level + 1, ranges, color);
+    }
+
+    int m_levels;
+    std::vector<Node> m_nodes;
+    std::vector<int> m_free;
+    std::array<std::vector<int>, 9> m_reducible;
+};
+
+// Pictures of three kinds: noise, a ramp with some noise, and few colours.
+void fillPicture(clsDIBSection& section, int kind, std::mt19937& random) {
+    for (int y = 0; y < section.Height(); ++y) {
+        std::uint8_t* line = section.BitsPtr() + y * section.BytesPerScanLine();
+        for (int x = 0; x < section.Width(); ++x) {
+            for (int channel = 0; channel < 3; ++channel) {
+                const auto noise = static_cast<int>(random() % 256);
+                const int ramp = (x * (channel + 1) * 3 + y * 2 + noise / 32) % 256;
+                const int flat = (x / 9 * 40 + y / 7 * 70 * channel) % 256;
+                line[x * 3 + channel] = static_cast<std::uint8_t>(kind == 0   ? noise
+                                                                  : kind == 1 ? ramp
+                                                                              : flat);
+            }
+        }
+    }
+}
+
+TEST(CreateOptimal, GivesTheResultOfTheSimpleTree) {
+    std::mt19937 random(11);
+    for (int i = 0; i < 60; ++i) {
+        const int levels = 1 + i % 8, most = i % 5 == 0 ? 8 : i % 5 == 1 ? 16 : 40 * (i % 5);
+        clsDIBSection section;
+        section.CreateDC(61, 47, 24);
+        fillPicture(section, i % 3, random);
+        PlainOctree tree(levels);
+        for (int y = 0; y < 47; ++y) {
+            const std::uint8_t* line = section.BitsPtr() + y * section.BytesPerScanLine();
+            for (int x = 0; x < 61; ++x, line += 3) {
+                tree.add(line[2], line[1], line[0]);
+                while (tree.leaves > most && tree.reduce()) {
+                }
+            }
+        }
+        clsPalette palette;
+        palette.CreateOptimal(section, most, levels);
+        EXPECT_LE(palette.Count(), most);
+        ASSERT_EQ(dump(palette), dump(tree.palette()))
+            << "picture " << i << ", " << levels << " levels, " << most << " colours";
+    }
+}
+
+clsDIBSection pictureOf(std::initializer_list<Color> colors) {
+    clsDIBSection section;
+    section.CreateDC(static_cast<int>(colors.size()), 1, 24);
+    int x = 0;
+    for (const Color color : colors) platform::SetPixel(section.Hdc(), x++, 0, color);
+    return section;
+}
+
+TEST(CreateOptimal, AveragesTheBoxesInTheOrderTheyCame) {
+    clsPalette palette;
+    // The first halves end at 128: the middle goes to the lower half.
+    palette.CreateOptimal(
+        pictureOf({rgb(200, 0, 0), rgb(128, 0, 0), rgb(0, 0, 0), rgb(129, 1, 0), rgb(0, 0, 1)}),
+        256, 1);
+    EXPECT_EQ(dump(palette), "A40000 2B0000");  // 164.5 and 42.67 red, 0.5 green, 0.33 blue
+    palette.CreateOptimal(pictureOf({0, rgb(255, 255, 255)}), 4, 8, sysColor(2));
+    EXPECT_EQ(dump(palette), "0A246A 000000 FFFFFF");
+    palette.CreateOptimal(pictureOf({0}), 1, 8, -1);  // one of the desktop's, which it lacks
+    EXPECT_EQ(dump(palette), "000000 000000");
+}
+
+TEST(CreateOptimal, RefusesOtherDepthsAndLevels) {
+    clsPalette palette;
+    palette.CreateMono2();
+    clsDIBSection section;
+    const std::string depth = "clsPalette.ApplyPalette: clsPalette.ApplyPalette.DIB Must be 24 bpp";
+    const std::string levels =
+        "clsPalette.CreateOptimal: The tree of colours has from 1 to 8 levels!";
+    EXPECT_EQ(test::raised([&] { palette.CreateOptimal(section, 8, 4); }), depth);
+    section.CreateDC(2, 2, 32);
+    EXPECT_EQ(test::raised([&] { palette.CreateOptimal(section, 8, 4); }), depth);
+    section.CreateDC(2, 2, 24);
+    for (const int count : {9, 0, -1, 257}) {
+        EXPECT_EQ(test::raised([&] { palette.CreateOptimal(section, 8, count); }), levels);
+    }
+    EXPECT_EQ(dump(palette), "000000 FFFFFF");
+}
+
+TEST(CreateOptimal, AsksWhenNothingCanBeJoined) {
+    const platform::test::WindowHookScope scope;
+    platform::test::DialogScript dialogs;
+    struct Stopped {};
+    const struct StopHook {
+        StopHook() {
+            setProgramStop([] { throw Stopped(); });
+        }
+        ~StopHook() { setProgramStop({}); }
+    } hook;
+    // Three boxes below the root, of which two may stay: the third pixel and the one after it.
+    const clsDIBSection section = pictureOf({0, rgb(255, 0, 0), rgb(0, 255, 0), rgb(0, 255, 0)});
+    clsPalette palette;
+    dialogs.answerMessageBox(platform::IDYES);
+    dialogs.answerMessageBox(platform::IDYES);
+    palette.CreateOptimal(section, 2, 1);
+    EXPECT_EQ(dump(palette), "000000 FF0000 00FF00");
+    const std::string asked = dialogs.log();
+    EXPECT_NE(asked.find("Error in reducing nodes"), std::string::npos);
+    EXPECT_EQ(std::count(asked.begin(), asked.end(), '\n'), 2) << asked;
+
+    dialogs.answerMessageBox(platform::IDYES);
+    dialogs.answerMessageBox(platform::IDNO);
+    EXPECT_THROW(palette.CreateOptimal(section, 2, 8), Stopped);
+}
+
+}  // namespace

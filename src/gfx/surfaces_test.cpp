@@ -1,0 +1,368 @@
+// The owners of graphics objects: clsMEMDC, clsDIBSection, clsGdiHandle.
+#include "gfx/clsDIBSection.h"
+#include "gfx/clsGdiHandle.h"
+#include "gfx/clsMEMDC.h"
+#include "platform/window/handles.h"
+#include "platform/window/recorder.h"
+#include "support/raised.h"
+#include "support/window/Canvas.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using platform::rgb;
+using test::Canvas;
+using test::raised;
+
+constexpr Color kRed = rgb(255, 0, 0), kWhite = rgb(255, 255, 255);
+
+// A surface as text, with the letters of Canvas.
+template <class Surface> std::string pictureOf(const Surface& surface) {
+    const Canvas canvas(surface.Width(), surface.Height());
+    surface.PaintPicture(canvas.hdc());
+    return canvas.picture();
+}
+
+// A bitmap in no context, with red in its top left pixel on white.
+platform::HBITMAP looseBitmap(int width, int height) {
+    clsMEMDC surface;
+    surface.CreateDC(width, height);
+    surface.DrawBackColor(kWhite);
+    platform::SetPixel(surface.Hdc(), 0, 0, kRed);
+    return surface.ReleasehBmp();
+}
+
+TEST(clsMEMDC, StartsBlackAndTransparent) {
+    clsMEMDC surface;
+    EXPECT_EQ(surface.Hdc(), 0U);
+    EXPECT_EQ(surface.BkMode(), 0);
+    EXPECT_EQ(surface.BkColor(), 0);
+    surface.CreateDC();
+    EXPECT_EQ(surface.Width(), 1);
+    EXPECT_EQ(surface.Height(), 1);
+    surface.CreateDC(3, -7, platform::OPAQUE);  // the first one goes
+    EXPECT_EQ(pictureOf(surface), "###\n");
+    EXPECT_EQ(surface.BkMode(), platform::OPAQUE);
+    EXPECT_EQ(platform::GetDeviceCaps(surface.Hdc(), platform::BITSPIXEL), 32);
+    surface.BkMode(platform::TRANSPARENT);
+    surface.BkColor(sysColor(2));
+    EXPECT_EQ(surface.BkMode(), platform::TRANSPARENT);
+    EXPECT_EQ(surface.BkColor(), platform::GetSysColor(2));
+    EXPECT_EQ(platform::liveHandles(), "device context 1, bitmap 1");
+    surface.CreateDC(0, 5);
+    EXPECT_EQ(surface.Width(), 0);
+    EXPECT_NE(surface.Hdc(), 0U);
+    surface.Destroy();
+    EXPECT_EQ(surface.Width() + surface.Height(), 0);
+    EXPECT_EQ(platform::liveHandles(), "");
+}
+
+TEST(clsMEMDC, DoesNothingWhileItIsEmpty) {
+    const Canvas canvas(2, 2);
+    const platform::DrawingRecorder recorder;
+    clsMEMDC surface;
+    surface.PaintPicture(canvas.hdc());
+    surface.DrawBackColor(0);
+    surface.BkMode(2);
+    surface.BkColor(5);
+    EXPECT_EQ(surface.ReleasehBmp(), 0U);
+    EXPECT_EQ(surface.Picture(), nullptr);
+    surface.Destroy();
+    EXPECT_EQ(recorder.text(), "");
+}
+
+TEST(clsMEMDC, PaintsItsOwnSizeUnlessToldOtherwise) {
+    clsMEMDC surface;
+    surface.CreateDC(4, 3);
+    const Canvas canvas(9, 9);
+    const platform::DrawingRecorder recorder;
+    surface.PaintPicture(canvas.hdc());
+    surface.PaintPicture(canvas.hdc(), 1, 2, -1, 2, 3, 0, -1, 2, platform::SRCAND);
+    surface.PaintPicture(canvas.hdc(), 0, 0, 8, -1, 0, 1);
+    EXPECT_EQ(recorder.text(), "BitBlt 0,0 4x3 from 0,0 rop 0xCC0020\n"
+                               "BitBlt 1,2 4x2 from 3,0 rop 0x8800C6\n"
+                               "StretchBlt 0,0 8x3 from 0,1 4x3 rop 0xCC0020\n");
+}
+
+TEST(clsMEMDC, ClonesAreasAndBitmaps) {
+    const Canvas source("rgb\nyx#\n");
+    platform::SetBkMode(source.hdc(), platform::OPAQUE);
+    const struct {
+        int left, top, width, height;
+        std::string picture;
+    } kCases[] = {
+        {0, 0, -1, -1, "rgb\nyx#\n"},
+        {1, 0, 10, -1, "gb#\nx##\n"},  // both sizes of the bitmap, from column 1 on
+        {1, 1, 2, 1, "x#\n"},
+        {2, 0, 2, 3, "b#\n##\n##\n"},
+    };
+    for (const auto& c : kCases) {
+        clsMEMDC surface;
+        surface.CloneFromHdc(source.hdc(), c.left, c.top, c.width, c.height);
+        EXPECT_EQ(pictureOf(surface), c.picture);
+        EXPECT_EQ(surface.BkMode(), platform::OPAQUE);
+    }
+
+    const clsGdiHandle bitmap(looseBitmap(2, 2));
+    clsMEMDC surface;
+    surface.CloneFromHBmp(bitmap.Handle());
+    EXPECT_EQ(pictureOf(surface), "r.\n..\n");
+    EXPECT_EQ(surface.BkMode(), platform::TRANSPARENT);
+    EXPECT_EQ(platform::liveHandles(), "device context 2, bitmap 3");  // the canvas counts
+}
+
+TEST(clsMEMDC, ResizesByCuttingOrStretching) {
+    const auto original = [] {
+        clsMEMDC surface;
+        const Canvas canvas("rg\nby\n");
+        surface.CloneFromHdc(canvas.hdc());
+        surface.BkMode(platform::OPAQUE);
+        return surface;
+    };
+    const struct {
+        int width, height;
+        std::string cut, adapted;
+    } kCases[] = {
+        {3, 3, "rg#\nby#\n###\n", "rgg\nbyy\nbyy\n"},
+        {1, 2, "r\nb\n", "g\ny\n"},
+        {4, 0, "rg##\nby##\n", "rrgg\nbbyy\n"},
+        {-1, 1, "rg\n", "by\n"},
+    };
+    for (const auto& c : kCases) {
+        clsMEMDC surface = original();
+        surface.ResizeCutDC(c.width, c.height);
+        EXPECT_EQ(pictureOf(surface), c.cut);
+        EXPECT_EQ(surface.BkMode(), platform::OPAQUE);
+        surface = original();
+        surface.ResizeAdaptDC(c.width, c.height);
+        EXPECT_EQ(pictureOf(surface), c.adapted);
+        EXPECT_EQ(surface.BkMode(), platform::OPAQUE);
+    }
+    clsMEMDC empty;
+    empty.ResizeCutDC(2, 1, platform::OPAQUE);
+    EXPECT_EQ(pictureOf(empty), "##\n");
+    EXPECT_EQ(empty.BkMode(), platform::OPAQUE);
+    clsMEMDC other;
+    other.ResizeAdaptDC(-1, 2);
+    EXPECT_EQ(pictureOf(other), "#\n#\n");
+}
+
+TEST(clsMEMDC, GivesItsBitmapAway) {
+    clsMEMDC surface;
+    surface.CreateDC(2, 2);
+    const clsGdiHandle bitmap(surface.ReleasehBmp());
+    EXPECT_NE(bitmap.Handle(), 0U);
+    EXPECT_EQ(surface.Hdc(), 0U);
+    EXPECT_EQ(surface.ReleasehBmp(), 0U);
+    EXPECT_EQ(platform::liveHandles(), "bitmap 1");
+
+    surface.CreateDC(5, 4);
+    const auto picture = surface.Picture();
+    ASSERT_NE(picture, nullptr);
+    EXPECT_EQ(picture->Type(), platform::PICTYPE_BITMAP);
+    EXPECT_EQ(picture->Width(), 5);
+    EXPECT_EQ(picture->Height(), 4);
+    EXPECT_EQ(surface.Picture(), nullptr);
+    EXPECT_EQ(platform::liveHandles(), "bitmap 2");
+}
+
+// Takes all places of the table of contexts but a few.
+class CrowdedContexts {
+public:
+    explicit CrowdedContexts(int left) {
+        while (const HDC hDC = platform::CreateCompatibleDC(0)) m_all.push_back(hDC);
+        for (int i = 0; i < left; ++i) {
+            platform::DeleteDC(m_all.back());
+            m_all.pop_back();
+        }
+    }
+    ~CrowdedContexts() {
+        for (const HDC hDC : m_all) platform::DeleteDC(hDC);
+    }
+    CrowdedContexts(const CrowdedContexts&) = delete;
+    CrowdedContexts& operator=(const CrowdedContexts&) = delete;
+
+private:
+    std::vector<HDC> m_all;
+};
+
+TEST(Surfaces, TellTheStepThatFailed) {
+    clsMEMDC memory;
+    clsDIBSection section;
+    const clsGdiHandle bitmap(looseBitmap(2, 2));
+    const std::string noContext = "clsMemDC.CreateDC: clsMemDC.CreateDC.HDC not created";
+    {
+        const CrowdedContexts none(0);
+        EXPECT_EQ(raised([&] { memory.CreateDC(2, 2); }), noContext);
+        EXPECT_EQ(raised([&] { section.CloneFromHBmp(bitmap.Handle()); }), noContext);
+    }
+    const struct {
+        const char* name;
+        std::function<void()> call;
+        std::string failure;
+    } kCases[] = {
+        {"too large", [&] { memory.CreateDC(40'000, 2); },
+         "clsMemDC.CreateDC: clsMemDC.CreateDC.hBmp not created"},
+        {"too many bytes", [&] { memory.CreateDC(30'000, 30'000); },
+         "clsMemDC.CreateDC: clsMemDC.CreateDC.hBmp not created"},
+        {"too large to resize", [&] { memory.ResizeCutDC(2, 0x7FFFFFFF); },
+         "clsMemDC.CreateDC: clsMemDC.CreateDC.hBmp not created"},
+        {"no bitmap", [&] { memory.CloneFromHBmp(0); },
+         "clsMemDC.CloneFromhBmp: clsMemDC.CloneFromhBmp.Bitmap not selected"},
+        {"section of no size", [&] { section.CreateDC(0, 2); },
+         "clsMemDC.CreateDC: clsMemDC.CreateDC.hDib not created"},
+        {"section too large", [&] { section.CreateDC(0x7FFFFFFF, 0x7FFFFFFF, 32); },
+         "clsMemDC.CreateDC: clsMemDC.CreateDC.hDib not created"},
+        {"no depth", [&] { section.CreateDC(2, 2, 16); },
+         "clsMemDC.CreateDC: clsMemDC.CreateDC.hDib not created"},
+        {"no depth either", [&] { section.CreateDC(2, 2, 65'537); },
+         "clsMemDC.CreateDC: clsMemDC.CreateDC.hDib not created"},
+        {"of an empty one", [&] { section.CloneFromDib(clsDIBSection()); },
+         "clsMemDC.CreateDC: clsMemDC.CreateDC.hDib not created"},
+        {"of no context", [&] { section.CloneFromHdc(0, 24); },
+         "clsMemDC.CreateDC: clsMemDC.CreateDC.hDib not created"},
+        {"no palette", [&] { section.CloneFromHBmp(bitmap.Handle(), 23); },
+         "clsDIBSection: Palette is required!"},
+        {"an empty palette slot",
+         [&] {
+             clsDIBSection::PaletteSlot slot;
+             section.CloneFromHdc(0, 1, &slot);
+         },
+         "clsDIBSection: Palette is required!"},
+    };
+    for (const auto& c : kCases) EXPECT_EQ(raised(c.call), c.failure) << c.name;
+
+    const Canvas busy(2, 2);  // its bitmap is selected
+    EXPECT_EQ(raised([&] { section.CloneFromHBmp(busy.bitmap(), 32); }),
+              "clsMemDC.CloneFromhBmp: clsMemDC.CloneFromhBmp.Bitmap not selected");
+    EXPECT_NE(section.Hdc(), 0U);  // what was made until then is there
+    section.Destroy();
+    memory.Destroy();
+    EXPECT_EQ(platform::liveHandles(), "device context 1, bitmap 2");  // the canvas, and ours
+}
+
+TEST(clsDIBSection, HasTheSizesOfItsDepth) {
+    clsDIBSection section;
+    EXPECT_EQ(section.Width() + section.Height() + section.Bpp(), 0);
+    EXPECT_EQ(section.BitsPtr(), nullptr);
+    section.CreateDC();
+    EXPECT_EQ(section.Width(), 2);
+    EXPECT_EQ(section.Height(), 2);
+    EXPECT_EQ(section.Bpp(), 24);
+    const struct {
+        int width, bits, bytes;
+    } kCases[] = {{3, 24, 12}, {3, 1, 4}, {33, 1, 8}, {3, 4, 4},
+                  {9, 4, 8},   {4, 8, 4}, {5, 8, 8},  {3, 32, 12}};
+    for (const auto& c : kCases) {
+        section.CreateDC(c.width, 2, c.bits);
+        EXPECT_EQ(section.BytesPerScanLine(), c.bytes) << c.width << " at " << c.bits;
+        EXPECT_EQ(section.Palette().has_value(), c.bits <= 8);
+    }
+    EXPECT_EQ(raised([&] { section.CreateDC(3, 2, 16); }).substr(0, 8), "clsMemDC");
+    EXPECT_EQ(section.Bpp(), 16);
+    EXPECT_EQ(section.Width() + section.BytesPerScanLine(), 0);
+}
+
+TEST(clsDIBSection, ShowsItsPixelsFromTheBottomUp) {
+    clsDIBSection section;
+    section.CreateDC(2, 2, 24);
+    EXPECT_EQ(pictureOf(section), "##\n##\n");
+    section.BitsPtr()[0] = 255;                               // bottom left: blue
+    section.BitsPtr()[section.BytesPerScanLine() + 5] = 255;  // top right: red
+    EXPECT_EQ(pictureOf(section), "#r\nb#\n");
+    section.DrawBackColor(sysColor(5));
+    EXPECT_EQ(pictureOf(section), "..\n..\n");
+}
+
+TEST(clsDIBSection, GivesBackThePaletteItMade) {
+    const struct { int bits, count, entries; } kCases[] = {{1, 2, 2}, {4, 16, 16}, {8, 125, 256}};
+    for (const auto& c : kCases) {
+        clsDIBSection section;
+        clsDIBSection::PaletteSlot slot;
+        section.CreateDC(2, 2, c.bits, &slot);
+        ASSERT_TRUE(slot.has_value());
+        EXPECT_EQ(slot->Count(), c.count);
+        const auto table = section.Palette();
+        ASSERT_TRUE(table.has_value());
+        EXPECT_EQ(table->Count(), c.entries);
+        for (std::int32_t i = 1; i <= c.count; ++i) {
+            EXPECT_EQ(rgb(table->Red(i), table->Green(i), table->Blue(i)),
+                      rgb(slot->Red(i), slot->Green(i), slot->Blue(i)));
+        }
+    }
+    // A palette longer than the table is cut, a shorter one leaves black behind it.
+    clsDIBSection::PaletteSlot slot(std::in_place);
+    for (int i = 1; i <= 20; ++i) slot->Add(255, static_cast<std::uint8_t>(i), 0);
+    clsDIBSection section;
+    section.CreateDC(2, 2, 4, &slot);
+    EXPECT_EQ(slot->Count(), 20);
+    EXPECT_EQ(section.Palette()->Green(16), 16);
+    slot->Destroy();
+    section.CreateDC(2, 2, 1, &slot);
+    EXPECT_EQ(section.Palette()->Red(2), 0);
+}
+
+TEST(clsDIBSection, ClonesAtItsOwnOrAnotherDepth) {
+    const Canvas source("rg\nb.\n");
+    clsDIBSection deep, indexed, copied;
+    deep.CloneFromHdc(source.hdc());
+    EXPECT_EQ(deep.Bpp(), 24);
+    EXPECT_EQ(pictureOf(deep), "rg\nb.\n");
+    deep.CloneFromHdc(source.hdc(), -1, nullptr, 1, 0, 1, 2);
+    EXPECT_EQ(deep.Bpp(), 32);
+    EXPECT_EQ(pictureOf(deep), "g\n.\n");
+
+    clsDIBSection::PaletteSlot slot(std::in_place);
+    slot->Add(255, 255, 255);
+    slot->Add(255, 0, 0);
+    indexed.CloneFromHdc(source.hdc(), 4, &slot);
+    EXPECT_EQ(indexed.Bpp(), 4);
+    EXPECT_EQ(pictureOf(indexed), "r#\n#.\n");  // the rest of the table is black
+    copied.CloneFromDib(indexed);
+    EXPECT_EQ(copied.Bpp(), 4);
+    EXPECT_EQ(copied.Palette()->Red(2), 255);
+    EXPECT_EQ(pictureOf(copied), "r#\n#.\n");
+    copied.CloneFromDib(copied, 32);
+    EXPECT_EQ(copied.Bpp(), 32);
+    EXPECT_EQ(pictureOf(copied), "r#\n#.\n");
+
+    const clsGdiHandle bitmap(looseBitmap(2, 1));
+    copied.CloneFromHBmp(bitmap.Handle(), -1);
+    EXPECT_EQ(copied.Bpp(), 32);
+    EXPECT_EQ(pictureOf(copied), "r.\n");
+    const Canvas monochrome("#.\n", Canvas::kMonochrome);
+    copied.CloneFromHdc(monochrome.hdc(), -1);
+    EXPECT_EQ(copied.Bpp(), 1);
+    EXPECT_EQ(pictureOf(copied), "#.\n");
+}
+
+TEST(clsDIBSection, GivesItsSectionAway) {
+    clsDIBSection section;
+    section.CreateDC(3, 2, 32);
+    const clsGdiHandle bitmap(section.ReleasehDib());
+    EXPECT_EQ(section.BitsPtr(), nullptr);
+    EXPECT_EQ(section.Width(), 0);
+    EXPECT_EQ(section.ReleasehDib(), 0U);
+    EXPECT_EQ(section.Picture(), nullptr);
+    section.CreateDC(3, 2, 8);
+    EXPECT_EQ(section.Picture()->Width(), 3);
+    EXPECT_EQ(platform::liveHandles(), "bitmap 1");
+}
+
+TEST(clsGdiHandle, OwnsOneObject) {
+    const auto brush = [] { return platform::CreateSolidBrush(kRed); };
+    clsGdiHandle handle(brush());
+    handle.Handle(brush());
+    EXPECT_EQ(platform::liveHandles(), "brush 1");
+    const clsGdiHandle other(handle.ReleaseHandle());
+    EXPECT_EQ(handle.Handle(), 0U);
+    EXPECT_EQ(handle.ReleaseHandle(), 0U);
+    handle.Handle(brush());
+    EXPECT_EQ(platform::liveHandles(), "brush 2");
+    handle.Destroy();
+    handle.Destroy();
+    EXPECT_EQ(platform::liveHandles(), "brush 1");
+}
+
+}  // namespace
