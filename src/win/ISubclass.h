@@ -9,6 +9,8 @@
 // std::shared_ptr owns it; so it may give itself up there.
 class ISubclass : public std::enable_shared_from_this<ISubclass> {
 public:
+    virtual ~ISubclass() = default;
+
     // bBefore: the window's own procedure has not run yet. bStopMsg: false on entry; true keeps
     // that procedure from running. lReturn: the message's result so far, and what the sender gets
     // if nobody changes it after this.
@@ -20,5 +22,4 @@ protected:
     ISubclass() = default;
     ISubclass(const ISubclass&) = default;
     ISubclass& operator=(const ISubclass&) = default;
-    virtual ~ISubclass() = default;
 };

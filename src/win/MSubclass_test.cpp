@@ -32,7 +32,7 @@ constexpr std::uint32_t kMessage = WM_APP + 1, kOther = WM_APP + 2;
 
 // A window whose own procedure answers kMessage with 100 and everything unknown with 5.
 class Subclass : public testing::Test {
-protected:
+public:
     Subclass() {
         WindowOptions options;
         options.kind = WindowKind::Main;

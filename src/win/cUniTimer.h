@@ -4,11 +4,9 @@
 
 class UniTimerOwner {
 public:
+    virtual ~UniTimerOwner() = default;
     // elapsed: milliseconds since TmrStart, by the platform's clock. nID: as given to TmrStart.
     virtual void UniTimerFired(std::uint32_t elapsed, std::int32_t nID) = 0;
-
-protected:
-    ~UniTimerOwner() = default;
 };
 
 class cUniTimer {

@@ -11,7 +11,7 @@ using namespace platform;
 namespace {
 
 class Screens : public testing::Test {
-protected:
+public:
     Screens() {
         platform::test::setScreens({
             {{0, 0, 1920, 1080}, {48, 0, 1920, 1040}, true, 32, 96},

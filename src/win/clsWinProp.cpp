@@ -60,13 +60,13 @@ std::unordered_map<HWND, WindowProps>& store() {
 }  // namespace
 
 Text WinPropKey::text(HWND hWnd) const {
-    const Text h = decimal(hWnd), message = h + u'#' + decimal(m_uMsg);
+    const Text message = decimal(hWnd) + u'#' + decimal(m_uMsg);
     const Text index = decimal(static_cast<std::uint32_t>(m_index));
     switch (m_kind) {
     case Kind::Procedure:
-        return h;
+        return decimal(hWnd);
     case Kind::Attachments:
-        return u'C' + h;
+        return u'C' + decimal(hWnd);
     case Kind::Count:
         return message + u'C';
     case Kind::Sink:

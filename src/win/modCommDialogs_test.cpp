@@ -16,7 +16,7 @@ namespace {
 const Text kFilter(u"Language Files\0*.lng; *.ini\0", 27);
 
 class CommDialogs : public testing::Test {
-protected:
+public:
     CommDialogs() { forgetWindowsVersion(); }
     ~CommDialogs() override {
         platform::test::setVersion(std::nullopt);

@@ -15,7 +15,7 @@ using platform::test::runningTimers;
 namespace {
 
 class WinTimers : public testing::Test {
-protected:
+public:
     WinTimers() {
         platform::test::setTickCount(0xFFFFFF00);  // the clock wraps soon
         platform::test::setManualTimers(true);

@@ -73,7 +73,7 @@ private:
 };
 
 class Dialogs : public testing::Test {
-protected:
+public:
     platform::test::HookScope baseHooks;
     platform::test::WindowHookScope hooks;
     Person person;

@@ -12,7 +12,9 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPointer>
+#include <QRegion>
 #include <QResizeEvent>
 #include <QUrl>
 #include <QWheelEvent>
@@ -315,8 +317,15 @@ bool route(WindowRecord& record, QEvent* event, bool viewport) {
     }
     case QEvent::Paint:
         if (!record.keepsPicture) return deliver(record, event, viewport, WM_PAINT, 0, 0);
-        paint(record);
         record.changed = false;
+        paint(record);
+        if (record.widget == nullptr) return true;
+        if (record.changed &&
+            static_cast<QPaintEvent*>(event)->region() != QRegion(record.widget->rect())) {
+            record.widget->update();  // more was drawn than this event shows
+        } else {
+            record.changed = false;
+        }
         return native();
     case QEvent::ContextMenu: {
         // By mouse it comes from WM_RBUTTONUP, once for all desktops.

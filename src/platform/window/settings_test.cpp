@@ -12,7 +12,7 @@ using namespace platform;
 namespace {
 
 class Settings : public testing::Test {
-protected:
+public:
     Settings() { platform::test::setSettingsFolder(dir.path().string()); }
     platform::test::WindowHookScope hooks;
     ::test::TempDir dir;

@@ -25,7 +25,7 @@ void noting(HWND hWnd, std::uint32_t uMsg, std::uint32_t id, std::uint32_t time)
 }
 
 class Timers : public testing::Test {
-protected:
+public:
     Timers() {
         g_log.clear();
         platform::test::setTickCount(1000);

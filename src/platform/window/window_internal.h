@@ -26,15 +26,15 @@ struct WindowRecord;
 // The widget behind a window.
 class MessageTarget {
 public:
+    virtual ~MessageTarget() = default;
+    MessageTarget(const MessageTarget&) = delete;
+    MessageTarget& operator=(const MessageTarget&) = delete;
     // The library's own handling of an event, of the widget or of its scrolled viewport.
     virtual bool runNative(QEvent* event, bool viewport) = 0;
     [[nodiscard]] HWND handle() const { return m_handle; }
 
 protected:
     MessageTarget() = default;
-    virtual ~MessageTarget() = default;
-    MessageTarget(const MessageTarget&) = delete;
-    MessageTarget& operator=(const MessageTarget&) = delete;
     // To be called by the destructor of the most derived class, so that WM_DESTROY still meets a
     // whole window when the library deletes the widget by itself.
     void widgetGoes();
@@ -147,6 +147,8 @@ bool deliver(WindowRecord& record, QEvent* event, bool viewport, std::uint32_t u
 
 // Brings the picture to the widget's size: what was there stays, new parts get the background.
 void fitPicture(WindowRecord& record);
+// Sizes below 0 count as 0. A dialog cannot be sized by the person.
+void setClientSize(WindowRecord& record, int cx, int cy);
 // Sends WM_MOVE and WM_SIZE for what has changed since they were last sent.
 void reportPlace(WindowRecord& record, QEvent* event = nullptr);
 

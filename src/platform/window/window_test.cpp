@@ -13,7 +13,10 @@
 #include <QDropEvent>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QScreen>
 #include <gtest/gtest.h>
+#include <set>
+#include <sstream>
 
 using namespace platform;
 using ::test::LoggedWindow;
@@ -65,7 +68,7 @@ private:
 };
 
 class Window : public testing::Test {
-protected:
+public:
     ~Window() override { settle(); }
     void show(const LoggedWindow& window) {
         ShowWindow(window.hWnd(), SW_SHOW);
@@ -97,6 +100,20 @@ void fillWindow(HWND hWnd, COLORREF color) {
     FillRect(hDC, all, brush);
     DeleteObject(brush);
     ReleaseDC(hWnd, hDC);
+}
+
+}  // namespace
+
+// Lines in alphabetical order, where theirs is not promised.
+namespace {
+
+std::string sorted(const std::string& lines) {
+    std::multiset<std::string> all;
+    std::istringstream in(lines);
+    for (std::string line; std::getline(in, line);) all.insert(line);
+    std::string result;
+    for (const std::string& line : all) result += line + ' ';
+    return result;
 }
 
 }  // namespace
@@ -544,6 +561,24 @@ TEST_F(Window, PaintsOnceForManyRequestsAndKeepsItsPicture) {
     EXPECT_EQ(log.take(), "") << "and when the desktop wants it again";
 }
 
+TEST_F(Window, ShowsAllThatAPaintOfAPartHasDrawn) {
+    LoggedWindow main(log, "main", mainWindow());
+    COLORREF color = 0;
+    main.on = [&](std::uint32_t uMsg, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (uMsg == WM_PAINT) fillWindow(main.hWnd(), color);
+        return std::nullopt;
+    };
+    show(main);
+    color = rgb(0, 255, 0);
+    const RECT part{0, 0, 10, 10};
+    InvalidateRect(main.hWnd(), &part);
+    settle();
+    EXPECT_EQ(log.take(), "main: WM_PAINT\n");
+    const QPixmap screen =
+        widgetOf(main.hWnd())->screen()->grabWindow(widgetOf(main.hWnd())->winId());
+    EXPECT_EQ(screen.toImage().pixel(150, 80), 0xFF00FF00U);
+}
+
 TEST_F(Window, ErasesToTheBackgroundAndGrowsWithIt) {
     WindowOptions options = mainWindow({20, 10});
     options.background = rgb(10, 20, 30);
@@ -682,6 +717,19 @@ TEST_F(Window, MayLoseWhatIsAroundItInItsOwnMessage) {
                           "inner: WM_DESTROY\n");
 }
 
+TEST_F(Window, MayEndWhatIsAroundItAtItsOwnEnd) {
+    LoggedWindow main(log, "main", mainWindow());
+    LoggedWindow child(log, "child", childOf(main));
+    LoggedWindow inner(log, "inner", childOf(child, {0, 0, 9, 9}));
+    child.on = [&](std::uint32_t uMsg, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (uMsg == WM_DESTROY) DestroyWindow(main.hWnd());
+        return std::nullopt;
+    };
+    EXPECT_TRUE(DestroyWindow(child.hWnd()));
+    EXPECT_EQ(log.take(), "child: WM_DESTROY\nmain: WM_DESTROY\ninner: WM_DESTROY\n");
+    EXPECT_FALSE(IsWindow(main.hWnd()) || IsWindow(child.hWnd()) || IsWindow(inner.hWnd()));
+}
+
 TEST_F(Window, HandsFailuresToTheHandlerWhereTheLoopBegins) {
     Failures failures;
     LoggedWindow main(log, "main", mainWindow());
@@ -776,9 +824,9 @@ TEST_F(Window, HearsThatTheDesktopHasChangedItsColours) {
     dark.setColor(QPalette::Base, QColor(1, 2, 3));
     QApplication::setPalette(dark);
     EXPECT_EQ(GetSysColor(5), rgb(1, 2, 3));
-    EXPECT_EQ(log.take(), "main: WM_SYSCOLORCHANGE\nchild: WM_SYSCOLORCHANGE\n");
+    EXPECT_EQ(sorted(log.take()), "child: WM_SYSCOLORCHANGE main: WM_SYSCOLORCHANGE ");
     settle();
-    EXPECT_EQ(log.take(), "main: WM_PAINT\nchild: WM_PAINT\n");
+    EXPECT_EQ(sorted(log.take()), "child: WM_PAINT main: WM_PAINT ");
     QApplication::setPalette(before);
     setSysColors({});
     settle();
