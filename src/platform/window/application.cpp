@@ -171,7 +171,7 @@ Application::Application(int& argc, char** argv, const ApplicationOptions& optio
     QCoreApplication::setApplicationName(name);
     QGuiApplication::setApplicationDisplayName(name);
     m_impl = std::make_unique<Impl>(argc, argv);
-    m_impl->application.setQuitOnLastWindowClosed(false);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
     (void)takeDesktopLook();
 }
 

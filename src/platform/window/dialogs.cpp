@@ -12,6 +12,7 @@
 #include <QFontDialog>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <algorithm>
 #include <cmath>

@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <algorithm>
 #include <dirent.h>
@@ -222,7 +223,8 @@ protected:
 private:
     void choose(const std::string& path) {
         m_chosen = path;
-        QDialog::accept();
+        // The library's file dialog would look for a name in its own field.
+        QDialog::accept();  // NOLINT(bugprone-parent-virtual-call)
     }
 
     OddNames* m_odd = nullptr;
@@ -240,7 +242,7 @@ QStringList nameFilters(TextView filter) {
     QStringList filters;
     const auto takePart = [&] {
         const std::size_t end = std::min(filter.find(u'\0'), filter.size());
-        const QString part = toQt(filter.substr(0, end));
+        QString part = toQt(filter.substr(0, end));
         filter.remove_prefix(std::min(end + 1, filter.size()));
         return part;
     };

@@ -32,7 +32,7 @@ std::vector<Screen> screens() {
                            qRound(screen->logicalDotsPerInchY())});
         }
     }
-    std::ranges::stable_partition(all, [](const Screen& s) { return s.primary; });
+    std::stable_partition(all.begin(), all.end(), [](const Screen& s) { return s.primary; });
     return all;
 }
 
@@ -181,8 +181,7 @@ int GetSystemMetrics(int index) {
         return 3;
     case 49:  // small icons
     case 50:
-        return scaled(16);
-    case 51:  // a small title and its buttons
+    case 51:  // a small title, and its buttons
         return scaled(16);
     case 52:
     case 53:

@@ -11,6 +11,7 @@
 #include <QPointer>
 #include <QTimerEvent>
 #include <algorithm>
+#include <utility>
 
 namespace platform {
 namespace {
@@ -52,8 +53,21 @@ public:
     using QObject::QObject;
     ~TimerHost() override { timers().clear(); }
 
+    // Has the loop fire what became due while timers were held back.
+    void fireLate() {
+        if (m_wake == 0) m_wake = startTimer(0);
+    }
+
 private:
     void timerEvent(QTimerEvent* event) override {
+        if (event->timerId() == m_wake) {
+            killTimer(std::exchange(m_wake, 0));
+            if (g_held > 0) return;  // again: the next release comes back here
+            for (const std::shared_ptr<Timer>& timer : std::vector(timers())) {
+                if (std::exchange(timer->late, false)) fire(timer);
+            }
+            return;
+        }
         const auto found = std::ranges::find(timers(), event->timerId(),
                                              [](const auto& t) { return t->libraryId; });
         if (found == timers().end()) return;
@@ -64,6 +78,8 @@ private:
             fire(timer);
         }
     }
+
+    int m_wake = 0;
 };
 QPointer<TimerHost> g_host;
 
@@ -152,12 +168,7 @@ void killTimersOf(HWND hWnd) {
 TimerHold::TimerHold() { ++g_held; }
 
 TimerHold::~TimerHold() {
-    if (--g_held > 0) return;
-    for (const std::shared_ptr<Timer>& timer : timers()) {
-        if (!std::exchange(timer->late, false) || g_host.isNull()) continue;
-        QMetaObject::invokeMethod(
-            g_host, [timer] { fire(timer); }, Qt::QueuedConnection);
-    }
+    if (--g_held == 0 && !g_host.isNull()) g_host->fireLate();
 }
 
 namespace test {

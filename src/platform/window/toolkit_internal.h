@@ -3,15 +3,13 @@
 #pragma once
 #include "platform/base/text.h"
 
-#include <QPointer>
-#include <QString>
+class QString;
+template <class T> class QPointer;
 
 namespace platform {
 
-inline QString toQt(TextView s) {
-    return QString(reinterpret_cast<const QChar*>(s.data()), static_cast<qsizetype>(s.size()));
-}
-inline Text toText(const QString& s) { return s.toStdU16String(); }
+[[nodiscard]] QString toQt(TextView s);
+[[nodiscard]] Text toText(const QString& s);
 
 // A dialog with an owner, which may take it along while it runs: then it is nullptr afterwards.
 template <class Dialog> class DialogPointer {
