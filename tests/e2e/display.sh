@@ -36,10 +36,11 @@ start_display() {
 window_manager_is_there() { xdotool get_num_desktops >/dev/null 2>&1; }
 
 end_display() {
-    local pid
+    local pid i
     for ((i = ${#started[@]} - 1; i >= 0; i--)); do
         pid=${started[i]}
-        kill "$pid" 2>/dev/null && wait "$pid" 2>/dev/null
+        kill "$pid" 2>/dev/null || continue
+        wait "$pid" 2>/dev/null || true  # its status is that of the signal
     done
     rm -rf -- "$work"
 }
