@@ -21,6 +21,7 @@ IncludeRules houseRules() {
     const std::vector<std::string> platform{"platform/base", "platform/window"};
     const std::vector<std::string> logic{"file", "langfile", "grid/store", "workbench/logic"};
     const std::vector<std::string> graphics{"gfx", "win"};
+    const std::vector<std::string> host{"host"};
     const std::vector<std::string> controls{"grid", "menu", "controls"};
 
     IncludeRules rules;
@@ -33,11 +34,13 @@ IncludeRules houseRules() {
         {"workbench/logic", all({base, {"file", "langfile", "grid/store"}})},
         {"gfx", all({platform, {"file"}})},
         {"win", all({platform, {"file"}})},
-        {"grid", all({platform, logic, graphics})},
-        {"menu", all({platform, logic, graphics})},
-        {"controls", all({platform, logic, graphics})},
-        {"workbench", all({platform, logic, graphics, controls})},
-        {"app", all({platform, logic, graphics, controls, {"workbench"}})},
+        {"host", all({platform, graphics})},
+        {"grid", all({platform, logic, graphics, host})},
+        {"menu", all({platform, logic, graphics, host})},
+        {"controls", all({platform, logic, graphics, host})},
+        {"workbench", all({platform, logic, graphics, host, controls})},
+        {"gallery", all({platform, logic, graphics, host, controls, {"workbench"}})},
+        {"app", all({platform, logic, graphics, host, controls, {"workbench"}})},
         {"cli", all({base, logic})},
     };
     rules.libraries = {

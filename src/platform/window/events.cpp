@@ -1,5 +1,6 @@
 // From the desktop's events to messages, and the default procedure at the end of every chain.
 #include "platform/base/paths.h"
+#include "platform/window/drops_internal.h"
 #include "platform/window/input.h"
 #include "platform/window/toolkit_internal.h"
 #include "platform/window/window_internal.h"
@@ -73,6 +74,32 @@ StashedEvent* stashedEvent(WindowRecord& record, std::uint32_t uMsg) {
     if (record.stash.empty()) return nullptr;
     StashedEvent* top = record.stash.back();
     return top->message == uMsg && !top->ran ? top : nullptr;
+}
+
+WPARAM buttonsDown(int qtButtons, int qtModifiers) {
+    WPARAM down = 0;
+    if ((qtButtons & Qt::LeftButton) != 0) down |= MK_LBUTTON;
+    if ((qtButtons & Qt::RightButton) != 0) down |= MK_RBUTTON;
+    if ((qtButtons & Qt::MiddleButton) != 0) down |= MK_MBUTTON;
+    if ((qtModifiers & Qt::ShiftModifier) != 0) down |= MK_SHIFT;
+    if ((qtModifiers & Qt::ControlModifier) != 0) down |= MK_CONTROL;
+    return down;
+}
+
+std::vector<Text> filesOf(const QMimeData& data) {
+    std::vector<Text> paths;
+    for (const QByteArray& line : data.data(QStringLiteral("text/uri-list")).split('\n')) {
+        const QByteArray address = line.trimmed();
+        if (!address.startsWith("file:")) continue;
+        QByteArray path = address.mid(5);
+        if (path.startsWith("//")) path = path.mid(path.indexOf('/', 2));  // the host's name
+        path = QByteArray::fromPercentEncoding(path);
+        if (path.startsWith('/')) {
+            paths.push_back(
+                pathFromSystem({path.constData(), static_cast<std::size_t>(path.size())}));
+        }
+    }
+    return paths;
 }
 
 namespace {
@@ -154,13 +181,7 @@ bool routeKey(WindowRecord& record, QKeyEvent* key, bool viewport) {
 }
 
 WPARAM buttonsDown(Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers) {
-    WPARAM down = 0;
-    if (buttons.testFlag(Qt::LeftButton)) down |= MK_LBUTTON;
-    if (buttons.testFlag(Qt::RightButton)) down |= MK_RBUTTON;
-    if (buttons.testFlag(Qt::MiddleButton)) down |= MK_MBUTTON;
-    if (modifiers.testFlag(Qt::ShiftModifier)) down |= MK_SHIFT;
-    if (modifiers.testFlag(Qt::ControlModifier)) down |= MK_CONTROL;
-    return down;
+    return platform::buttonsDown(buttons.toInt(), static_cast<int>(modifiers.toInt()));
 }
 
 LPARAM positionParam(QPoint at) {
@@ -239,23 +260,6 @@ bool routeFocus(WindowRecord& record, QFocusEvent* focus, bool viewport) {
     // With the real reason a field of the library would select its text, for one of them.
     QFocusEvent plain(QEvent::FocusIn, Qt::OtherFocusReason);
     return deliver(record, &plain, viewport, WM_SETFOCUS, before, 0);
-}
-
-// The dropped files, byte for byte: the list of addresses keeps bytes that are no text.
-std::vector<Text> filesOf(const QMimeData& data) {
-    std::vector<Text> paths;
-    for (const QByteArray& line : data.data(QStringLiteral("text/uri-list")).split('\n')) {
-        const QByteArray address = line.trimmed();
-        if (!address.startsWith("file:")) continue;
-        QByteArray path = address.mid(5);
-        if (path.startsWith("//")) path = path.mid(path.indexOf('/', 2));  // the host's name
-        path = QByteArray::fromPercentEncoding(path);
-        if (path.startsWith('/')) {
-            paths.push_back(
-                pathFromSystem({path.constData(), static_cast<std::size_t>(path.size())}));
-        }
-    }
-    return paths;
 }
 
 bool routeDrop(WindowRecord& record, QDropEvent* drop) {

@@ -9,6 +9,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace platform::test {
@@ -74,6 +75,17 @@ struct Screen {
 // dpi.
 void setScreens(std::vector<Screen> screens);
 void setMetric(int index, std::optional<int> value);
+
+// ---- Helpers of the desktop (accessibility.h)
+
+// What a screen reader finds out about a window, or about a cell of its table (row -1 is the
+// header), as one line: role, name in quotes, value, states. "nothing" when there is no such thing.
+[[nodiscard]] std::string describeAccessible(HWND hWnd,
+                                             std::optional<std::pair<int, int>> cell = {});
+bool doAccessibleAction(HWND hWnd);  // the first one that the window offers
+// While it listens, what is told goes to a log: one line each, what has changed and the name.
+void listenAccessible(bool listens);
+[[nodiscard]] std::string takeAccessibleLog();
 
 // ---- Dialogs
 
