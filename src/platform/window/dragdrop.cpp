@@ -2,9 +2,11 @@
 
 #include "platform/base/paths.h"
 #include "platform/window/drops_internal.h"
+#include "platform/window/testhooks.h"
 #include "platform/window/toolkit_internal.h"
 #include "platform/window/window_internal.h"
 
+#include <QCoreApplication>
 #include <QCursor>
 #include <QDrag>
 #include <QDragEnterEvent>
@@ -109,7 +111,8 @@ private:
         });
         effect &= position.allowed;
         event.setDropAction(actionOf(effect, event.proposedAction()));
-        event.setAccepted(effect != DROPEFFECT_NONE);
+        // A drag whose entering is refused would not be heard of again.
+        event.setAccepted(effect != DROPEFFECT_NONE || event.type() == QEvent::DragEnter);
     }
 
     HWND m_hWnd;
@@ -188,6 +191,27 @@ std::int32_t doDragDrop(HWND hWnd, const DragContent& content, std::int32_t allo
     });
     const Qt::DropAction done = drag->exec(actionsOf(allowed));
     return effectsOf(done);
+}
+
+std::int32_t test::dragInto(HWND hWnd, POINT at, const DragContent& content, std::int32_t allowed,
+                            bool drop) {
+    QWidget* const widget = widgetOf(hWnd);
+    if (widget == nullptr || !widget->acceptDrops()) return DROPEFFECT_NONE;
+    const SentData data(content);
+    const Qt::DropActions actions = actionsOf(allowed);
+    const QPoint position(at.x, at.y);
+    QDragEnterEvent enter(position, actions, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(widget, &enter);
+    QDragMoveEvent over(position, actions, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(widget, &over);
+    if (!drop) {
+        QDragLeaveEvent leave;
+        QCoreApplication::sendEvent(widget, &leave);
+        return over.isAccepted() ? effectsOf(over.dropAction()) : DROPEFFECT_NONE;
+    }
+    QDropEvent dropped(position, actions, &data, Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(widget, &dropped);
+    return dropped.isAccepted() ? effectsOf(dropped.dropAction()) : DROPEFFECT_NONE;
 }
 
 }  // namespace platform

@@ -62,6 +62,13 @@ void setWindowProcess(HWND hWnd, std::uint32_t processId) {
     if (WindowRecord* record = windowOf(hWnd)) record->processId = processId;
 }
 
+HWND windowAt(HWND hWnd, POINT at) {
+    const QWidget* widget = widgetOf(hWnd);
+    if (widget == nullptr) return 0;
+    const QWidget* inside = widget->childAt(at.x, at.y);
+    return inside == nullptr ? hWnd : windowOfWidget(inside);
+}
+
 void lockProcedure(HWND hWnd, bool locked) {
     if (WindowRecord* record = windowOf(hWnd)) record->procedureLocked = locked;
 }

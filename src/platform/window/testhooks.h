@@ -1,6 +1,7 @@
 // platform/window/testhooks.h: what a test sets in place of the desktop's answers. For tests only.
 #pragma once
 #include "platform/window/dialogs.h"
+#include "platform/window/dragdrop.h"
 #include "platform/window/messages.h"
 #include "platform/window/shell.h"
 
@@ -31,7 +32,9 @@ void settle();
 // ---- Windows
 
 void setWindowProcess(HWND hWnd, std::uint32_t processId);  // GetWindowThreadProcessId
-void lockProcedure(HWND hWnd, bool locked);                 // SetWindowLongW(GWL_WNDPROC) fails
+// The window that the mouse would be over at a client position of another one around it.
+[[nodiscard]] HWND windowAt(HWND hWnd, POINT at);
+void lockProcedure(HWND hWnd, bool locked);  // SetWindowLongW(GWL_WNDPROC) fails
 
 // ---- Keyboard and mouse
 
@@ -53,6 +56,13 @@ enum class MouseAction : std::uint8_t { Press, Release, DoubleClick, Move };
 // afterwards, and the modifiers.
 void mouse(HWND hWnd, MouseAction action, POINT at, WPARAM button, WPARAM down = 0);
 void wheel(HWND hWnd, POINT at, int delta, WPARAM modifiers = 0);
+
+// ---- Dragging (dragdrop.h)
+
+// What is dragged enters the window, moves once, and is dropped or leaves again. Gives the effect
+// that the window answered last.
+std::int32_t dragInto(HWND hWnd, POINT at, const DragContent& content, std::int32_t allowed,
+                      bool drop);
 
 // ---- Time
 
