@@ -23,3 +23,5 @@ for drawing in menu/*-16.svg; do
     render "$name-24.svg" 24 "$name-24.png"
     render "$name-16.svg" 32 "$name-32.png"
 done
+
+cp quillmere.svg ../../docs/help/pictures/
