@@ -9,7 +9,7 @@ configure_file("${CPACK_QUILLMERE_CHANGELOG}" "${doc}/changelog" COPYONLY)
 file(REMOVE "${doc}/README.md")  # about building; the manual pages and the help tell the rest
 file(RENAME "${doc}/CHANGELOG.md" "${doc}/NEWS")
 
-# Manual pages and lists of changes are compressed, without a time inside: the same input gives the same package.
+# Manual pages and lists of changes are compressed, without a time inside.
 find_program(GZIP gzip REQUIRED)
 file(GLOB pages "${root}/share/man/man1/*.1")
 execute_process(COMMAND "${GZIP}" -9n ${pages} "${doc}/changelog" "${doc}/NEWS" COMMAND_ERROR_IS_FATAL ANY)

@@ -11,7 +11,7 @@ install(FILES "${CMAKE_SOURCE_DIR}/README.md" "${CMAKE_SOURCE_DIR}/CHANGELOG.md"
         DESTINATION "${doc}")
 install(FILES "${CMAKE_SOURCE_DIR}/samples/english.lng" "${CMAKE_SOURCE_DIR}/samples/dutch.lng"
               "${CMAKE_SOURCE_DIR}/samples/russian.lng" "${CMAKE_SOURCE_DIR}/samples/japanese.lng"
-        DESTINATION "${doc}/samples")
+        DESTINATION "${doc}/examples")
 
 # The window program brings its help and its place in the desktop with it. Its fonts and pictures are inside it.
 if(TARGET quillmere)
@@ -21,7 +21,7 @@ if(TARGET quillmere)
     install(DIRECTORY "${CMAKE_SOURCE_DIR}/docs/help" DESTINATION "${CMAKE_INSTALL_DATADIR}/quillmere")
     install(FILES "${CMAKE_SOURCE_DIR}/packaging/quillmere.desktop"
             DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
-    install(FILES "${CMAKE_SOURCE_DIR}/packaging/quillmere.metainfo.xml"
+    install(FILES "${CMAKE_SOURCE_DIR}/packaging/invalid.example.quillmere.metainfo.xml"
             DESTINATION "${CMAKE_INSTALL_DATADIR}/metainfo")
     install(FILES "${CMAKE_SOURCE_DIR}/packaging/quillmere-mime.xml"
             DESTINATION "${CMAKE_INSTALL_DATADIR}/mime/packages" RENAME quillmere.xml)
