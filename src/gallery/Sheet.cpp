@@ -1,0 +1,75 @@
+#include "gallery/Sheet.h"
+
+#include "gfx/clsFontHDC.h"
+#include "gfx/clsGdiHandle.h"
+#include "gfx/modCtlCommon_ctl_colors.h"
+#include "gfx/modCtlCommon_ctl_shapes.h"
+#include "gfx/modCtlCommon_ctl_text.h"
+#include "platform/window/fonts.h"
+
+#include <array>
+#include <cstdio>
+
+namespace gallery {
+
+namespace {
+
+// The font of a lettering in a context, for the length of a scope.
+class LetteringScope {
+public:
+    LetteringScope(HDC hDC, const Lettering& lettering) {
+        if (hDC == 0) return;
+        FontRequest wish;
+        wish.sFontName = lettering.face;
+        wish.iFontSize = lettering.points;
+        wish.bFontBold = lettering.bold;
+        wish.bForce96DPI = true;
+        m_font.SetFontToDC(hDC, wish);
+    }
+
+private:
+    clsFontHDC m_font;
+};
+
+}  // namespace
+
+void write(HDC hDC, const RECT& rect, TextView s, const Lettering& lettering, std::uint32_t flags) {
+    const LetteringScope font(hDC, lettering);
+    TextDrawColor(hDC, s, rect, lettering.color, flags);
+}
+
+RECT measure(HDC hDC, RECT rect, TextView s, const Lettering& lettering, std::uint32_t flags) {
+    const LetteringScope font(hDC, lettering);
+    platform::DrawTextW(hDC, s, rect, flags | platform::DT_CALCRECT);
+    return rect;
+}
+
+void writeInPixels(HDC hDC, const RECT& rect, TextView s, int pixels, TextView face,
+                   std::uint32_t flags) {
+    const clsGdiHandle font(platform::CreateFontW(-pixels, 0, 0, 0, platform::FW_NORMAL, 0, 0, 0,
+                                                  platform::DEFAULT_CHARSET, 0, 0, 0, 0, face));
+    const platform::HGDIOBJ old = platform::SelectObject(hDC, font.Handle());
+    TextDrawColor(hDC, s, rect, kInk, flags);
+    platform::SelectObject(hDC, old);
+}
+
+void heading(HDC hDC, RECT& area, TextView s) {
+    write(hDC, box(area.left, area.top, widthOf(area), 18), s, {.bold = true, .color = kAccent});
+    DrawRect(hDC, box(area.left, area.top + 18, widthOf(area), 1), kRule, true);
+    area.top += kHeadingHeight;
+}
+
+Text number(std::int64_t value) { return fromUtf8(std::to_string(value)); }
+
+Text hexColor(Color color) {
+    std::array<char, 16> text{};
+    std::snprintf(text.data(), text.size(), "#%02X%02X%02X", platform::redOf(color),
+                  platform::greenOf(color), platform::blueOf(color));
+    return fromUtf8(text.data());
+}
+
+Color inkOn(Color ground) {
+    return ColorLuminance(ground) < 140 ? platform::rgb(255, 255, 255) : kInk;
+}
+
+}  // namespace gallery
