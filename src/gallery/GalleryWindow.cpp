@@ -149,12 +149,12 @@ GalleryWindow::~GalleryWindow() { m_live.reset(); }  // ahead of the window that
 void GalleryWindow::show(std::size_t page) {
     if (page >= pages().size()) return;
     const Page& next = pages()[page];
+    if (IsChild(m_view->hWnd(), GetFocus())) SetFocus(m_list->hWnd());
     m_live.reset();
     m_current = page;
     SetWindowTextW(hWnd(), Text(next.title) + u" - Quillmere gallery");
     m_list->refresh();
     m_view->refresh();
-    if (GetFocus() == 0) SetFocus(m_list->hWnd());
     m_log("page " + toUtf8(next.title));
     if (next.open != nullptr) {
         m_live = next.open({m_view->hWnd(), m_log});

@@ -17,7 +17,7 @@ void drawGradients(HDC hDC, RECT area) {
                   {rgb(86, 156, 214), rgb(255, 255, 255)},
                   {rgb(255, 200, 60), rgb(190, 40, 60)},
                   {rgb(36, 40, 47), rgb(80, 170, 130)},
-                  {sysColor(2), sysColor(27)}};
+                  {sysColor(13), sysColor(5)}};
     write(hDC, box(area.left, area.top, 90, 86), u"Top to bottom", kCaption);
     write(hDC, box(area.left, area.top + 96, 90, 86), u"Left to right", kCaption);
     int x = area.left + 100;
@@ -35,7 +35,7 @@ void drawGradients(HDC hDC, RECT area) {
                   ColorBlend(kPaper, kAccent, i * 8));
         GradientHRect(hDC, box(x, area.top + 96 + i * 7, 8 + i * 7, 5), kAccent, kPaper);
     }
-    write(hDC, box(x, area.top + 184, 100, 16), u"one column, few steps", kCaption);
+    write(hDC, box(x, area.top + 184, 100, 16), u"columns, few steps", kCaption);
 }
 
 using Derive = Color (*)(Color, int);

@@ -4,6 +4,7 @@
 #include "gallery/samples.h"
 #include "gfx/clsGdiHandle.h"
 #include "gfx/clsMEMDC.h"
+#include "gfx/modCtlCommon_alphaImg.h"
 #include "gfx/modCtlCommon_ctl_shapes.h"
 
 namespace gallery {
@@ -15,15 +16,7 @@ clsMEMDC flowerOn(Color ground) {
     clsMEMDC surface;
     surface.CreateDC(48, 48);
     surface.DrawBackColor(ground);
-    const auto picture = flowerIcon();
-    ICONINFO parts;
-    if (GetIconInfo(picture->Handle(), parts)) {
-        clsMEMDC color;
-        color.CloneFromHBmp(parts.hbmColor);
-        color.PaintPicture(surface.Hdc());
-        DeleteObject(parts.hbmColor);
-        DeleteObject(parts.hbmMask);
-    }
+    pvOverlapImage(surface.Hdc(), 0, 0, 48, 48, flowerIcon().get(), {.bPicTransparent = true});
     return surface;
 }
 
@@ -99,22 +92,22 @@ void drawDepths(HDC hDC, RECT area) {
 }
 
 void drawResizing(HDC hDC, RECT area) {
-    heading(hDC, area, u"A surface of 48 x 48 with another size");
+    heading(hDC, area, u"A surface of 48 × 48 with another size");
     int x = area.left;
     const auto show = [&](const clsMEMDC& surface, TextView name) {
         surface.PaintPicture(hDC, x, area.top);
-        write(hDC, box(x, area.top + 88, 180, 16), name, kCaption);
+        write(hDC, box(x, area.top + 82, 180, 16), name, kCaption);
         x += 171;
     };
     clsMEMDC surface = flowerOn(kTint);
     show(surface, u"as it was");
-    surface.ResizeCutDC(96, 84);
+    surface.ResizeCutDC(96, 78);
     show(surface, u"picture kept, larger");
     surface = flowerOn(kTint);
     surface.ResizeCutDC(30, 30);
     show(surface, u"picture kept, smaller");
     surface = flowerOn(kTint);
-    surface.ResizeAdaptDC(140, 84);
+    surface.ResizeAdaptDC(140, 78);
     show(surface, u"stretched, larger");
     surface = flowerOn(kTint);
     surface.ResizeAdaptDC(24, 24);
@@ -128,7 +121,7 @@ void drawCopies(HDC hDC, const RECT& area) {
     drawOperations(hDC, box(area.left, area.top, width, 120));
     drawStretching(hDC, box(area.left, area.top + 126, width, 150));
     drawDepths(hDC, box(area.left, area.top + 284, width, 150));
-    drawResizing(hDC, box(area.left, area.top + 438, width, 140));
+    drawResizing(hDC, box(area.left, area.top + 430, width, 130));
 }
 
 }  // namespace gallery

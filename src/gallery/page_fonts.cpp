@@ -11,6 +11,7 @@ namespace gallery {
 namespace {
 
 constexpr TextView kPangram = u"Sphinx of black quartz, judge my vow 0123456789";
+constexpr TextView kShort = u"Sphinx of black quartz";
 
 FontRequest request(int points) {
     FontRequest wish;
@@ -33,7 +34,8 @@ void drawSizes(HDC hDC, RECT area) {
     for (const int points : {6, 7, 8, 9, 10, 12, 14, 18, 24}) {
         const int height = points * 2 + 6;
         write(hDC, box(area.left, y, 30, height), number(points), kCaption);
-        sample(hDC, {area.left + 30, y, area.right, y + height}, kPangram, request(points));
+        sample(hDC, {area.left + 30, y, area.right, y + height}, points < 14 ? kPangram : kShort,
+               request(points));
         y += height;
     }
 }
@@ -97,7 +99,7 @@ void drawMeasures(HDC hDC, RECT area) {
     (void)platform::GetTextMetricsA(hDC, metrics);  // without a context nothing is drawn
     const TextView kText = u"Ågypsum";
     const SIZE size = TextSize(hDC, kText, platform::DT_NOPREFIX);
-    const RECT rect = box(area.left, area.top + 4, size.cx, metrics.tmHeight);
+    const RECT rect = box(area.left, area.top + 6, size.cx, metrics.tmHeight);
     DrawRect(hDC, rect, kTint, true);
     TextDrawColor(hDC, kText, rect, kInk, kOneLine);
     platform::SelectObject(hDC, old);
@@ -106,15 +108,16 @@ void drawMeasures(HDC hDC, RECT area) {
         TextView name;
         int y;
         Color color;
+        int caption = -8;  // its top, from the line
     } kLines[] = {
-        {u"top", 0, kRule},
-        {u"top of the em", metrics.tmInternalLeading, platform::rgb(70, 130, 200)},
+        {u"top", 0, kRule, -14},
+        {u"top of the em", metrics.tmInternalLeading, platform::rgb(70, 130, 200), -6},
         {u"base line", metrics.tmAscent, platform::rgb(214, 60, 50)},
         {u"bottom", metrics.tmHeight, kRule},
     };
     for (const auto& line : kLines) {
         DrawRect(hDC, box(rect.left, rect.top + line.y, size.cx + 16, 1), line.color, true);
-        write(hDC, box(rect.right + 22, rect.top + line.y - 8, 110, 16),
+        write(hDC, box(rect.right + 22, rect.top + line.y + line.caption, 110, 16),
               Text(line.name) + u", " + number(line.y), kCaption);
     }
     const Text facts = u"height " + number(metrics.tmHeight) + u", average width " +

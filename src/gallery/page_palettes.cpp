@@ -9,28 +9,42 @@
 namespace gallery {
 namespace {
 
-void drawSwatches(HDC hDC, const RECT& rect, const clsPalette& palette, int columns, int size) {
+void drawSwatches(HDC hDC, const RECT& at, const clsPalette& palette, int columns, int size) {
     for (int i = 1; i <= palette.Count(); ++i) {
-        const int x = rect.left + (i - 1) % columns * size, y = rect.top + (i - 1) / columns * size;
-        DrawRect(hDC, box(x, y, size - 1, size - 1),
+        const int x = at.left + (i - 1) % columns * size, y = at.top + (i - 1) / columns * size;
+        DrawRect(hDC, box(x, y, size, size),
                  platform::rgb(palette.Red(i), palette.Green(i), palette.Blue(i)), true);
+        if (size > 4) DrawRect(hDC, box(x, y, size, size), kPaper, false);
+        // White is to be seen, too.
+        if (size > 8) DrawRect(hDC, box(x, y, size - 1, size - 1), kRule, false);
     }
+}
+
+using Fill = void (clsPalette::*)();
+
+clsPalette fixed(Fill fill) {
+    clsPalette palette;
+    (palette.*fill)();
+    return palette;
 }
 
 void drawFixed(HDC hDC, RECT area) {
     heading(hDC, area, u"Fixed palettes");
-    const auto show = [&](TextView name, void (clsPalette::*create)(), int left, int columns,
-                          int size) {
-        clsPalette palette;
-        (palette.*create)();
-        drawSwatches(hDC, box(area.left + left, area.top, 0, 0), palette, columns, size);
-        write(hDC, box(area.left + left, area.top + 66, 260, 16),
-              Text(name) + u": " + number(palette.Count()), kCaption);
-    };
-    show(u"Black and white", &clsPalette::CreateMono2, 0, 2, 26);
-    show(u"System colours", &clsPalette::Create16, 110, 8, 26);
-    show(u"Half-tone", &clsPalette::CreateHalfTone256, 344, 21, 11);
-    show(u"Web-safe", &clsPalette::CreateWebSafe256, 600, 22, 11);
+    const struct {
+        TextView name;
+        Fill fill;
+        int left, columns, size;
+    } kPalettes[] = {{u"Black and white", &clsPalette::CreateMono2, 0, 2, 32},
+                     {u"System colours", &clsPalette::Create16, 110, 8, 26},
+                     {u"Half-tone", &clsPalette::CreateHalfTone256, 350, 25, 9},
+                     {u"Web-safe", &clsPalette::CreateWebSafe256, 594, 32, 8}};
+    for (const auto& p : kPalettes) {
+        const clsPalette palette = fixed(p.fill);
+        const RECT at = box(area.left + p.left, area.top, 0, 0);
+        drawSwatches(hDC, at, palette, p.columns, p.size);
+        write(hDC, box(at.left, at.top + 66, 240, 16),
+              Text(p.name) + u": " + number(palette.Count()), kCaption);
+    }
 }
 
 struct Reduction {
@@ -78,14 +92,12 @@ void drawPalettes(HDC hDC, const RECT& area) {
     drawFixed(hDC, box(area.left, area.top, widthOf(area), 110));
     RECT rest = box(area.left, area.top + 122, widthOf(area), 440);
     heading(hDC, rest,
-            u"The best colours for a picture: how many were wanted, levels of the tree, "
-            u"how many were found");
+            u"A picture in few colours: how many were wanted, levels of the tree, colours found");
     const clsDIBSection picture = landscape(172, 88);
-    const RECT first = box(rest.left, rest.top, 172, 88);
+    Cells cells(rest, 4, 218, 138);
+    const RECT first = cells.next();
     picture.PaintPicture(hDC, first.left, first.top);
-    write(hDC, box(first.left, first.bottom + 28, 180, 16), u"the picture, 24 bits", kCaption);
-
-    Cells cells(box(rest.left + 220, rest.top, 0, 0), 3, 220, 138);
+    write(hDC, box(first.left, first.top + 116, 180, 16), u"the picture, 24 bits", kCaption);
     for (const Reduction& to :
          {Reduction{8, 256, 8}, Reduction{8, 256, 4}, Reduction{8, 64, 6}, Reduction{4, 16, 8},
           Reduction{4, 16, 2}, Reduction{4, 15, 8, platform::rgb(255, 0, 0)}, Reduction{4, 8, 8},
@@ -97,6 +109,10 @@ void drawPalettes(HDC hDC, const RECT& area) {
     }
     drawIn(hDC, cells.next(), picture, 1, darkestAndLightest(bestFor(picture, {4, 8, 8})),
            u"the darkest and the lightest of 8");
+    drawIn(hDC, cells.next(), picture, 8, fixed(&clsPalette::CreateHalfTone256),
+           u"in the half-tone palette");
+    drawIn(hDC, cells.next(), picture, 8, fixed(&clsPalette::CreateWebSafe256),
+           u"in the web-safe palette");
 }
 
 }  // namespace gallery

@@ -39,20 +39,20 @@ void drawPictures(HDC hDC, const RECT& area) {
         {u"its own size", own, {}},
         {u"cut at right and bottom", small, {}},
         {u"cut in height", flat, {}},
-        {u"at most 24 x 30 pixels of it", wide, {.iPicWidth = 24, .iPicHeight = 30}},
+        {u"24 × 30 pixels of it", wide, {.iPicWidth = 24, .iPicHeight = 30}},
         {u"greyed", wide, {.bPicGrayed = true}},
         {u"greyed and cut", small, {.bPicGrayed = true}},
     };
     const Sample kKeyed[] = {
-        {u"the colour at 0, 0 left out", wide, {.bPicTransparent = true}},
-        {u"the colour at 24, 21 left out",
+        {u"the colour at 0, 0", wide, {.bPicTransparent = true}},
+        {u"the colour at 24, 21",
          wide,
          {.bPicTransparent = true, .lPicXTransp = 24, .lPicYTransp = 21}},
-        {u"one colour left out",
+        {u"a colour that is told",
          wide,
          {.bPicTransparent = true, .lPicTranspColor = platform::rgb(236, 92, 112)}},
-        {u"left out and greyed", wide, {.bPicGrayed = true, .bPicTransparent = true}},
-        {u"left out and cut", small, {.bPicTransparent = true}},
+        {u"greyed, too", wide, {.bPicGrayed = true, .bPicTransparent = true}},
+        {u"and cut", small, {.bPicTransparent = true}},
         {u"greyed and cut", small, {.bPicGrayed = true, .bPicTransparent = true}},
         {u"cut in height", flat, {.bPicTransparent = true}},
     };
@@ -62,7 +62,7 @@ void drawPictures(HDC hDC, const RECT& area) {
         {u"greyed", wide, {.bPicGrayed = true, .bPicTransparent = true}},
         {u"its own size", own, {.bPicTransparent = true}},
         {u"cut", small, {.bPicTransparent = true}},
-        {u"at most 24 x 30 pixels of it",
+        {u"24 × 30 pixels of it",
          wide,
          {.bPicTransparent = true, .iPicWidth = 24, .iPicHeight = 30}},
         {u"cut in height", flat, {.bPicTransparent = true}},
@@ -78,10 +78,10 @@ void drawPictures(HDC hDC, const RECT& area) {
         return box(area.left, area.top + i * rowHeight, widthOf(area), rowHeight);
     };
     const auto picture = flower();
-    drawRow(hDC, row(0), u"A picture of 48 x 48, opaque", picture.get(), kPlain);
+    drawRow(hDC, row(0), u"A picture of 48 × 48, opaque", picture.get(), kPlain);
     drawRow(hDC, row(1), u"The same with a colour left out", picture.get(), kKeyed);
     drawRow(hDC, row(2), u"The same as an icon", flowerIcon().get(), kIcons);
-    drawRow(hDC, row(3), u"A black and white icon of 32 x 32", monochromeIcon().get(), kMonochrome);
+    drawRow(hDC, row(3), u"A black and white icon of 32 × 32", monochromeIcon().get(), kMonochrome);
 }
 
 }  // namespace gallery

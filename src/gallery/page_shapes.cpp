@@ -25,15 +25,17 @@ void drawPens(HDC hDC, RECT area) {
     heading(hDC, area, u"Pens");
     int y = area.top;
     const auto line = [&](TextView name, Color color, int width, int style) {
+        const int end = width / 2;  // wide pens have round ends
         write(hDC, box(area.left, y, 96, 20), name, kCaption);
-        DrawLine(hDC, area.left + 100, y + 10, area.right, y + 10, color, width, style);
+        DrawLine(hDC, area.left + 100 + end, y + 10, area.right - end, y + 10, color, width, style);
         y += 20;
     };
     for (const auto& pen : kPenStyles) line(pen.name, kInk, 1, pen.style);
     // Opaque gaps have the background colour.
+    line(u"opaque gaps", kPaper, 1, platform::PS_SOLID);
     const int mode = platform::SetBkMode(hDC, platform::OPAQUE);
-    const Color back = platform::SetBkColor(hDC, rgb(255, 196, 87));
-    line(u"opaque gaps", kInk, 1, platform::PS_DASH);
+    const Color back = platform::SetBkColor(hDC, rgb(255, 160, 0));
+    DrawLine(hDC, area.left + 100, y - 10, area.right, y - 10, kInk, 1, platform::PS_DASH);
     platform::SetBkColor(hDC, back);
     platform::SetBkMode(hDC, mode);
     for (const int width : {2, 3, 5, 8, 12}) {
@@ -89,12 +91,16 @@ void drawRectangles(HDC hDC, RECT area) {
         Color ground;
     } kGrounds[] = {{u"focus on light", kTint},
                     {u"focus on dark", rgb(36, 40, 47)},
-                    {u"focus on colour", rgb(86, 156, 214)},
-                    {u"focus on grey", rgb(128, 128, 128)}};
+                    {u"focus on colour", rgb(86, 156, 214)}};
     for (const auto& ground : kGrounds) {
         const RECT rect = cell(ground.name);
         DrawRect(hDC, rect, ground.ground, true);
         DrawFocus(hDC, inset(rect, 4));
+    }
+    RECT nested = cell(u"one in the other");
+    for (int i = 0; i < 5; ++i) {
+        DrawRect(hDC, nested, ColorBlend(kAccent, kPaper, i * 20), false);
+        nested = inset(nested, 4);
     }
     const RECT twice = cell(u"focus twice: gone");
     DrawRect(hDC, twice, kTint, true);

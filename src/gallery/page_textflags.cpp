@@ -1,7 +1,10 @@
-// Every flag of DrawTextW in use: each sample in its rectangle, with the measured one around it.
+// Every flag of DrawTextW in use: each sample in its rectangle, with a frame around the measured
+// one.
 #include "gallery/Sheet.h"
 #include "gallery/pages.h"
 #include "gfx/modCtlCommon_ctl_shapes.h"
+
+#include <algorithm>
 
 namespace gallery {
 namespace {
@@ -32,7 +35,7 @@ constexpr Sample kSamples[] = {
      DT_WORDBREAK},
     {u"WORDBREAK EDITCONTROL", u"A word: donaudampfschiffahrtsgesellschaftskapitän ends",
      DT_WORDBREAK | DT_EDITCONTROL},
-    {u"NOCLIP", u"This text leaves its rectangle at the right", DT_NOCLIP},
+    {u"NOCLIP", u"Leaves its rectangle at the right", DT_NOCLIP},
     {u"EXTERNALLEADING", kLines, DT_EXTERNALLEADING},
     {u"\"&\" as underline", u"&Open\r\nSave &As...\r\nFish && chips", 0},
     {u"NOPREFIX", u"&Open\r\nSave &As...\r\nFish && chips", DT_NOPREFIX},
@@ -48,17 +51,24 @@ constexpr Sample kSamples[] = {
 }  // namespace
 
 void drawTextFlags(HDC hDC, const RECT& area) {
-    const Color blue = rgb(70, 130, 200), red = rgb(214, 60, 50);
-    Cells cells(area, 4, 215, 94);
+    const Color red = rgb(214, 60, 50);
+    Cells cells(area, 4, 216, 94);
     for (const Sample& sample : kSamples) {
         const RECT cell = cells.next();
         write(hDC, box(cell.left, cell.top, 210, 16), sample.name, kCaption);
-        const RECT rect = box(cell.left, cell.top + 18, 180, 66);
+        const RECT rect = box(cell.left + 3, cell.top + 21, 184, 62);
+        DrawRect(hDC, inset(rect, -3), kRule, false);
         DrawRect(hDC, rect, kTint, true);
-        const RECT text = inset(rect, 1);
-        write(hDC, text, sample.text, kText, sample.flags);
-        DrawRect(hDC, rect, blue, false);
-        DrawRect(hDC, measure(hDC, text, sample.text, kText, sample.flags), red, false);
+        write(hDC, rect, sample.text, kText, sample.flags);
+        // One pixel outside; open at the right where it leaves the cell.
+        const RECT frame = inset(measure(hDC, rect, sample.text, kText, sample.flags), -1);
+        const int right = std::min(frame.right, cell.left + 200);
+        DrawRect(hDC, {frame.left, frame.top, right, frame.top + 1}, red, true);
+        DrawRect(hDC, {frame.left, frame.bottom - 1, right, frame.bottom}, red, true);
+        DrawRect(hDC, {frame.left, frame.top, frame.left + 1, frame.bottom}, red, true);
+        if (right == frame.right) {
+            DrawRect(hDC, {right - 1, frame.top, right, frame.bottom}, red, true);
+        }
     }
 }
 
