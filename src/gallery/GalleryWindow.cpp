@@ -38,6 +38,11 @@ public:
     explicit PageList(GalleryWindow& owner)
         : Window(childOf(owner.hWnd(), u"Pages")), m_owner(owner) {}
     void refresh() { repaint(); }
+    void tellRows() {
+        for (int i = 0; i < static_cast<int>(pages().size()); ++i) {
+            m_owner.tellPlace(hWnd(), rowRect(i), pages()[static_cast<std::size_t>(i)].title);
+        }
+    }
 
 protected:
     LRESULT message(std::uint32_t uMsg, WPARAM wParam, LPARAM lParam) override {
@@ -158,7 +163,7 @@ void GalleryWindow::show(std::size_t page) {
     m_log("page " + toUtf8(next.title));
     if (next.open != nullptr) {
         m_live = next.open({m_view->hWnd(), m_log});
-        arrange();
+        arrangeLive();
     }
 }
 
@@ -166,17 +171,25 @@ void GalleryWindow::arrange() {
     const SIZE all = size();
     m_list->place({0, 0, kListWidth, all.cy});
     m_view->place({kListWidth, 0, std::max(all.cx, kListWidth), all.cy});
+    m_list->tellRows();
+    arrangeLive();
+}
+
+void GalleryWindow::arrangeLive() {
     if (!m_live) return;
     m_live->place(contentArea(m_view->size()));
     for (const HWND stop : m_live->tabStops()) {
         RECT rect;
         GetClientRect(stop, rect);
-        POINT middle{rect.right / 2, rect.bottom / 2};
-        ClientToScreen(stop, middle);
-        ScreenToClient(hWnd(), middle);
-        m_log("at " + std::to_string(middle.x) + ',' + std::to_string(middle.y) + ' ' +
-              toUtf8(GetWindowTextW(stop)));
+        tellPlace(stop, rect, GetWindowTextW(stop));
     }
+}
+
+void GalleryWindow::tellPlace(HWND of, const RECT& rect, TextView name) {
+    POINT middle{(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2};
+    ClientToScreen(of, middle);
+    ScreenToClient(hWnd(), middle);
+    m_log("at " + std::to_string(middle.x) + ',' + std::to_string(middle.y) + ' ' + toUtf8(name));
 }
 
 void GalleryWindow::moveBy(int pageCount) {

@@ -9,8 +9,9 @@
 
 namespace gallery {
 
-// Hears what happens, a line each: "page TITLE" when one is shown, "at X,Y NAME" for each thing on
-// it that takes clicks, by its middle in client pixels of the window, and what the page has to say.
+// Hears what happens, a line each: "page TITLE" when one is shown, "at X,Y NAME" for each row of
+// the list and each part of the page that takes clicks, by its middle in client pixels of the
+// window, and what the page has to say.
 using Log = std::function<void(const std::string& line)>;
 
 class GalleryWindow : public Window {
@@ -30,6 +31,8 @@ private:
     class PageList;
     class PageView;
     void arrange();
+    void arrangeLive();
+    void tellPlace(HWND of, const RECT& rect, TextView name);
     bool key(std::int32_t code);
     void moveBy(int pages);
 

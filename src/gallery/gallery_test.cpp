@@ -104,7 +104,7 @@ protected:
 };
 
 TEST_F(GalleryWindowTest, MovesThroughAllPagesByKeysAndStopsAtBothEnds) {
-    EXPECT_EQ(said(), "page " + titleOf(pages().front()) + '\n');
+    EXPECT_TRUE(said().ends_with("\npage " + titleOf(pages().front()) + '\n'));
     for (std::size_t i = 1; i < pages().size(); ++i) {
         press(i % 2 == 0 ? platform::VK_NEXT : platform::VK_DOWN);
         EXPECT_EQ(m_window.page(), i);

@@ -99,17 +99,22 @@ says "the end of that job" 'job saw Shift' 'child: WM_KEYUP 87' 'child: WM_KEYDO
 xdotool keyup shift
 says "the focus stayed" 'child: WM_KEYUP 16'
 
-xdotool key m
+# A key that moves the focus comes up only when the focus is there, or its release would go nowhere.
+xdotool keydown m
 says "a modal dialog" 'child: WM_KEYDOWN 77' 'child: WM_CHAR 109' 'dialog opens' \
-    'child: WM_KILLFOCUS dialog' 'dialog: WM_SETFOCUS child' 'dialog: WM_KEYUP 77'
+    'child: WM_KILLFOCUS dialog' 'dialog: WM_SETFOCUS child'
+xdotool keyup m
+says "the key that opened it" 'dialog: WM_KEYUP 77'
 at 200 150
 xdotool click 1
 xdotool key --clearmodifiers x
 says "no input for the window behind it" 'dialog: WM_KEYDOWN 88' 'dialog: WM_CHAR 120' \
     'dialog: WM_KEYUP 88'
-xdotool key Escape
+xdotool keydown Escape
 says "the end of the dialog" 'dialog: WM_KEYDOWN 27' 'dialog: WM_CHAR 27' \
-    'dialog: WM_KILLFOCUS 0' 'dialog closed' 'child: WM_SETFOCUS dialog' 'child: WM_KEYUP 27'
+    'dialog: WM_KILLFOCUS 0' 'dialog closed' 'child: WM_SETFOCUS dialog'
+xdotool keyup Escape
+says "the key that closed it" 'child: WM_KEYUP 27'
 
 xdotool windowsize "$window" 400 250
 says "another size" 'main: WM_SIZE 0 400,250'

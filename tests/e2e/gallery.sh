@@ -1,0 +1,80 @@
+#!/usr/bin/env bash
+# gallery.sh PROGRAM CASE: opens the gallery in a real window and answers its file dialog as a person would. Cases: pick,
+# cancel.
+set -euo pipefail
+# shellcheck source=tests/e2e/display.sh
+source "$(dirname -- "$(readlink -f -- "$0")")/display.sh"
+start_display
+
+# The dialog begins in the present directory.
+mkdir "$work/files"
+cd "$work/files"
+touch english.lng dutch.lng
+
+: >"$work/log"
+"$1" --log >>"$work/log" 2>"$work/errors" &
+started+=($!)
+program=$!
+
+said() { grep -qxF -- "$1" "$work/log"; }
+# said_times COUNT LINE
+said_times() { (($(grep -cxF -- "$2" "$work/log") >= $1)); }
+# place NAME: sets x and y to where the program says that it is.
+place() {
+    local line
+    line=$(grep "^at [0-9]*,[0-9]* $1\$" "$work/log" | tail -n 1) || fail "no place of $1 was told"
+    read -r x y < <(sed 's/^at \([0-9]*\),\([0-9]*\) .*/\1 \2/' <<<"$line")
+}
+click() {
+    place "$1"
+    xdotool mousemove --window "$window" "$x" "$y" click 1
+}
+# visible TITLE: sets `found` to the window whose title begins so, when there is one.
+visible() { found=$(xdotool search --onlyvisible --name "^$1" 2>/dev/null | head -n 1) && [[ -n $found ]]; }
+gone() { ! visible "$1"; }
+has_focus() { [[ $(xdotool getwindowfocus 2>/dev/null) == "$1" && $(xdotool getactivewindow 2>/dev/null) == "$1" ]]; }
+ended() { ! kill -0 "$program" 2>/dev/null; }
+
+await "the first page" said "page Button faces on light"
+await "the window" visible "Button faces on light - Quillmere gallery"
+window=$found
+await "the focus" has_focus "$window"
+click "Dialogs"
+await "the page of the dialogs" said "page Dialogs"
+await "its title" visible "Dialogs - Quillmere gallery"
+click "Open a file\.\.\."
+await "the dialog" visible "Open a file"
+await "the focus of the dialog" has_focus "$found"
+
+answer='answer "Open a file...":'
+case $2 in
+    pick)
+        xdotool type --delay 30 dutch.lng
+        xdotool key Return
+        await "the name that was typed" said "$answer $work/files/dutch.lng"
+        ;;
+    cancel)
+        xdotool key Escape
+        await "the first answer" said "$answer cancelled"
+        await "the end of the dialog" gone "Open a file"
+        await "the focus of the window" has_focus "$window"
+        xdotool key space # the button has the focus again
+        await "the dialog once more" visible "Open a file"
+        await "its focus" has_focus "$found"
+        xdotool key alt+F4
+        await "the second answer" said_times 2 "$answer cancelled"
+        ;;
+    *) fail "no case $2" ;;
+esac
+await "the end of the dialog" gone "Open a file"
+
+await "the focus of the window" has_focus "$window"
+click "Desktop"
+await "another page" said "page Desktop"
+xdotool key alt+F4
+await "the end" ended
+wait "$program" && status=0 || status=$?
+[[ $status == 0 && ! -s $work/errors ]] || cat "$work/errors" >&2
+[[ $status == 0 ]] || fail "the program ended with $status"
+[[ ! -s $work/errors ]] || fail "the program wrote errors"
+echo "OK"
