@@ -154,6 +154,10 @@ Application::Application(int& argc, char** argv, const ApplicationOptions& optio
     }
     if (options.offScreen) {
         setenv("QT_QPA_PLATFORM", "offscreen", 1);
+        // Pictures are the same whatever desktop they are made on.
+        for (const char* name : {"QT_QPA_PLATFORMTHEME", "QT_STYLE_OVERRIDE", "QT_FONT_DPI"}) {
+            unsetenv(name);
+        }
     } else if (environment("QT_QPA_PLATFORM").empty()) {
         // Only what has just answered, or the library could try the other one and give up.
         for (const std::string& name : candidates(options)) {

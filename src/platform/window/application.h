@@ -10,7 +10,8 @@ namespace platform {
 
 struct ApplicationOptions {
     Text name = u"Quillmere";  // of the program, as the desktop shows it
-    bool offScreen = false;    // windows live without a display: for pictures and tests
+    bool offScreen = false;    // windows live without a display, in colours and sizes that don't
+                               // depend on a desktop: for pictures and tests
 };
 
 // The window system, from construction to destruction; one at a time. Windows, timers and dialogs
