@@ -1,7 +1,6 @@
 #include "gallery/Sheet.h"
 
 #include "gfx/clsFontHDC.h"
-#include "gfx/clsGdiHandle.h"
 #include "gfx/modCtlCommon_ctl_colors.h"
 #include "gfx/modCtlCommon_ctl_shapes.h"
 #include "gfx/modCtlCommon_ctl_text.h"
@@ -44,14 +43,12 @@ RECT measure(HDC hDC, RECT rect, TextView s, const Lettering& lettering, std::ui
     return rect;
 }
 
-void writeInPixels(HDC hDC, const RECT& rect, TextView s, int pixels, TextView face,
-                   std::uint32_t flags) {
-    const clsGdiHandle font(platform::CreateFontW(-pixels, 0, 0, 0, platform::FW_NORMAL, 0, 0, 0,
-                                                  platform::DEFAULT_CHARSET, 0, 0, 0, 0, face));
-    const platform::HGDIOBJ old = platform::SelectObject(hDC, font.Handle());
-    TextDrawColor(hDC, s, rect, kInk, flags);
-    platform::SelectObject(hDC, old);
-}
+FontScope::FontScope(HDC hDC, int height, int weight, TextView face)
+    : m_hDC(hDC), m_font(platform::CreateFontW(height, 0, 0, 0, weight, 0, 0, 0,
+                                               platform::DEFAULT_CHARSET, 0, 0, 0, 0, face)),
+      m_old(platform::SelectObject(hDC, m_font.Handle())) {}
+
+FontScope::~FontScope() { platform::SelectObject(m_hDC, m_old); }
 
 void heading(HDC hDC, RECT& area, TextView s) {
     write(hDC, box(area.left, area.top, widthOf(area), 18), s, {.bold = true, .color = kAccent});

@@ -2,6 +2,7 @@
 // so that they look like sheets of one set. Sizes are pixels, whatever the screen has; the sheets
 // don't grow with its dots per inch.
 #pragma once
+#include "gfx/clsGdiHandle.h"
 #include "gfx/types.h"
 #include "platform/window/textout.h"
 
@@ -38,9 +39,21 @@ void write(HDC hDC, const RECT& rect, TextView s, const Lettering& lettering = {
 // What DT_CALCRECT makes of the rectangle.
 [[nodiscard]] RECT measure(HDC hDC, RECT rect, TextView s, const Lettering& lettering,
                            std::uint32_t flags);
-// The same as write with a font whose height in pixels is given (of the em), in any face.
-void writeInPixels(HDC hDC, const RECT& rect, TextView s, int pixels, TextView face,
-                   std::uint32_t flags = kOneLine);
+
+// A font of its own in a context, for the length of a scope: height and weight as CreateFontW has
+// them.
+class FontScope {
+public:
+    FontScope(HDC hDC, int height, int weight = 400, TextView face = u"Tahoma");
+    ~FontScope();
+    FontScope(const FontScope&) = delete;
+    FontScope& operator=(const FontScope&) = delete;
+
+private:
+    HDC m_hDC;
+    clsGdiHandle m_font;
+    platform::HGDIOBJ m_old;
+};
 
 constexpr int kHeadingHeight = 26;
 // A heading with a line below it at the top of the area; takes its height off the area.

@@ -2,7 +2,6 @@
 #include "gallery/Sheet.h"
 #include "gallery/pages.h"
 #include "gfx/clsFontHDC.h"
-#include "gfx/clsGdiHandle.h"
 #include "gfx/modCtlCommon_ctl_shapes.h"
 #include "gfx/modCtlCommon_ctl_text.h"
 #include "platform/window/fonts.h"
@@ -79,11 +78,10 @@ void drawWeights(HDC hDC, RECT area) {
     Cells cells(area, 5, 82, 40);
     for (int weight = 100; weight <= 900; weight += 100) {
         const RECT cell = cells.next();
-        const clsGdiHandle font(platform::CreateFontW(
-            -17, 0, 0, 0, weight, 0, 0, 0, platform::DEFAULT_CHARSET, 0, 0, 0, 0, u"Tahoma"));
-        const platform::HGDIOBJ old = platform::SelectObject(hDC, font.Handle());
-        TextDrawColor(hDC, u"Agy", cell, kInk, 0);
-        platform::SelectObject(hDC, old);
+        {
+            const FontScope font(hDC, -17, weight);
+            TextDrawColor(hDC, u"Agy", cell, kInk, 0);
+        }
         write(hDC, box(cell.left, cell.top + 20, 80, 16), number(weight), kCaption);
     }
 }
@@ -91,18 +89,18 @@ void drawWeights(HDC hDC, RECT area) {
 // A large sample with the lines that its measures give.
 void drawMeasures(HDC hDC, RECT area) {
     heading(hDC, area, u"Measures");
-    const clsGdiHandle font(platform::CreateFontW(-64, 0, 0, 0, platform::FW_NORMAL, 0, 0, 0,
-                                                  platform::DEFAULT_CHARSET, 0, 0, 0, 0,
-                                                  u"Tahoma"));
-    const platform::HGDIOBJ old = platform::SelectObject(hDC, font.Handle());
     platform::TEXTMETRICA metrics;
-    (void)platform::GetTextMetricsA(hDC, metrics);  // without a context nothing is drawn
-    const TextView kText = u"Ågypsum";
-    const SIZE size = TextSize(hDC, kText, platform::DT_NOPREFIX);
-    const RECT rect = box(area.left, area.top + 6, size.cx, metrics.tmHeight);
-    DrawRect(hDC, rect, kTint, true);
-    TextDrawColor(hDC, kText, rect, kInk, kOneLine);
-    platform::SelectObject(hDC, old);
+    SIZE size;
+    RECT rect;
+    {
+        const FontScope font(hDC, -64);
+        const TextView kText = u"Ågypsum";
+        (void)platform::GetTextMetricsA(hDC, metrics);  // without a context nothing is drawn
+        size = TextSize(hDC, kText, platform::DT_NOPREFIX);
+        rect = box(area.left, area.top + 6, size.cx, metrics.tmHeight);
+        DrawRect(hDC, rect, kTint, true);
+        TextDrawColor(hDC, kText, rect, kInk, kOneLine);
+    }
 
     const struct {
         TextView name;
@@ -130,15 +128,14 @@ void drawHeights(HDC hDC, RECT area) {
     heading(hDC, area, u"Heights: of the characters (below 0) and of the line");
     int x = area.left;
     for (const int height : {-20, 20, -32, 32}) {
-        const clsGdiHandle font(platform::CreateFontW(height, 0, 0, 0, platform::FW_NORMAL, 0, 0, 0,
-                                                      platform::DEFAULT_CHARSET, 0, 0, 0, 0,
-                                                      u"MS Sans Serif"));
-        const platform::HGDIOBJ old = platform::SelectObject(hDC, font.Handle());
-        const SIZE size = TextSize(hDC, u"Agy", platform::DT_NOPREFIX);
-        const RECT rect = box(x, area.top, size.cx, size.cy);
-        DrawRect(hDC, rect, kTint, true);
-        TextDrawColor(hDC, u"Agy", rect, kInk, kOneLine);
-        platform::SelectObject(hDC, old);
+        SIZE size;
+        {
+            const FontScope font(hDC, height);
+            size = TextSize(hDC, u"Agy", platform::DT_NOPREFIX);
+            const RECT rect = box(x, area.top, size.cx, size.cy);
+            DrawRect(hDC, rect, kTint, true);
+            TextDrawColor(hDC, u"Agy", rect, kInk, kOneLine);
+        }
         write(hDC, box(x, area.top + 42, 90, 16), number(height) + u": line " + number(size.cy),
               kCaption);
         x += 104;

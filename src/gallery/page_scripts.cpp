@@ -2,6 +2,7 @@
 #include "gallery/Sheet.h"
 #include "gallery/pages.h"
 #include "gfx/modCtlCommon_ctl_shapes.h"
+#include "gfx/modCtlCommon_ctl_text.h"
 
 namespace gallery {
 namespace {
@@ -58,7 +59,8 @@ void drawScripts(HDC hDC, const RECT& area) {
             }
             const std::uint32_t direction =
                 sample.rightToLeft ? platform::DT_RTLREADING | platform::DT_RIGHT : 0;
-            writeInPixels(hDC, rect, sample.text, column.pixels, u"Tahoma", kOneLine | direction);
+            const FontScope font(hDC, -column.pixels);
+            TextDrawColor(hDC, sample.text, rect, kInk, kOneLine | direction);
         }
         y += 34;
     }

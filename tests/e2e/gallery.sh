@@ -23,7 +23,8 @@ said_times() { (($(grep -cxF -- "$2" "$work/log") >= $1)); }
 place() {
     local line
     line=$(grep "^at [0-9]*,[0-9]* $1\$" "$work/log" | tail -n 1) || fail "no place of $1 was told"
-    read -r x y < <(sed 's/^at \([0-9]*\),\([0-9]*\) .*/\1 \2/' <<<"$line")
+    [[ $line =~ ^at\ ([0-9]+),([0-9]+) ]]
+    x=${BASH_REMATCH[1]} y=${BASH_REMATCH[2]}
 }
 click() {
     place "$1"
