@@ -4,7 +4,6 @@
 #include "platform/window/surface_internal.h"
 
 #include <algorithm>
-#include <limits>
 #include <unordered_map>
 
 namespace platform {
@@ -128,11 +127,6 @@ constexpr int kSysColors = static_cast<int>(std::size(kClassicColors));
 std::vector<COLORREF>& sysColors() {
     static std::vector<COLORREF> colors(std::begin(kClassicColors), std::end(kClassicColors));
     return colors;
-}
-
-std::int32_t saturated(std::int64_t value) {
-    using Limits = std::numeric_limits<std::int32_t>;
-    return static_cast<std::int32_t>(std::clamp<std::int64_t>(value, Limits::min(), Limits::max()));
 }
 
 }  // namespace

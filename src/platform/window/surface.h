@@ -31,10 +31,10 @@ bool DeleteDC(HDC hDC);
 
 // A handle that stands for the whole screen. It is no window of the window table.
 [[nodiscard]] HWND GetDesktopWindow();
-// A context that draws on the surface of a window: see setWindowSurface in surface_internal.h. With
-// 0 or the desktop's handle: a context of 32 bits whose surface is one pixel that nobody sees, to
-// make compatible ones from. With a window that has no surface yet it draws nothing until there is
-// one. Every call gives a context of its own. 0 on failure.
+// A context that draws on the inner area of a window. With 0 or the desktop's handle: a context of
+// 32 bits whose surface is one pixel that nobody sees, to make compatible ones from. With a window
+// that has no surface yet it draws nothing until there is one. Every call gives a context of its
+// own. 0 on failure, also for an unknown window.
 [[nodiscard]] HDC GetDC(HWND hWnd);
 // Ends a context of GetDC. 1, or 0 for a context that is not one of GetDC(hWnd).
 int ReleaseDC(HWND hWnd, HDC hDC);

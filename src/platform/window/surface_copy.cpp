@@ -148,10 +148,6 @@ RECT readableArea(const DcRecord& dc) {
     return dc.bitmap->stock ? RECT() : RECT{0, 0, dc.bitmap->width, dc.bitmap->height};
 }
 
-std::int32_t between(std::int64_t value, std::int32_t low, std::int32_t high) {
-    return static_cast<std::int32_t>(std::clamp<std::int64_t>(value, low, high));
-}
-
 // The part of width x height pixels at (x, y) that lies in bounds.
 RECT partWithin(const RECT& bounds, std::int64_t x, std::int64_t y, std::int64_t width,
                 std::int64_t height) {

@@ -5,9 +5,32 @@
 #include "platform/window/handles.h"
 #include "platform/window/surface.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <limits>
 
 namespace platform {
+
+// ---- Coordinates
+
+constexpr std::int32_t between(std::int64_t value, std::int32_t low, std::int32_t high) {
+    return static_cast<std::int32_t>(std::clamp<std::int64_t>(value, low, high));
+}
+// As near as 32 bits come.
+constexpr std::int32_t saturated(std::int64_t value) {
+    using Limits = std::numeric_limits<std::int32_t>;
+    return between(value, Limits::min(), Limits::max());
+}
+
+// The part of two rectangles that is common; right <= left or bottom <= top when there is none.
+constexpr RECT intersection(const RECT& a, const RECT& b) {
+    return {a.left > b.left ? a.left : b.left, a.top > b.top ? a.top : b.top,
+            a.right < b.right ? a.right : b.right, a.bottom < b.bottom ? a.bottom : b.bottom};
+}
+constexpr bool isEmpty(const RECT& r) { return r.right <= r.left || r.bottom <= r.top; }
+constexpr bool contains(const RECT& r, std::int64_t x, std::int64_t y) {
+    return x >= r.left && x < r.right && y >= r.top && y < r.bottom;
+}
 
 // ---- Records
 
@@ -142,13 +165,6 @@ constexpr std::uint32_t pixelOf(COLORREF color) {
 constexpr COLORREF colorOf(std::uint32_t pixel) {
     return static_cast<COLORREF>((pixel >> 16 & 0xFF) | (pixel & 0xFF00) | (pixel & 0xFF) << 16);
 }
-
-// The part of two rectangles that is common; right <= left or bottom <= top when there is none.
-constexpr RECT intersection(const RECT& a, const RECT& b) {
-    return {a.left > b.left ? a.left : b.left, a.top > b.top ? a.top : b.top,
-            a.right < b.right ? a.right : b.right, a.bottom < b.bottom ? a.bottom : b.bottom};
-}
-constexpr bool isEmpty(const RECT& r) { return r.right <= r.left || r.bottom <= r.top; }
 
 // Pixels of any bitmap as 0xFFRRGGBB, from (x, y) to the right, and back: what a surface of few
 // colours cannot hold becomes the closest it has. Monochrome bits count as black and white. The

@@ -34,10 +34,6 @@ constexpr Pattern kPatterns[] = {
 
 // ---- Thin lines
 
-bool contains(const RECT& r, std::int64_t x, std::int64_t y) {
-    return x >= r.left && x < r.right && y >= r.top && y < r.bottom;
-}
-
 // A line in steps along its longer direction: pixel i lies i steps along it and across(i) steps
 // along the other. The numbers may be those of any 32-bit coordinates.
 class ThinLine {

@@ -52,10 +52,6 @@ struct RoundShape {
     }
 };
 
-std::int32_t between(std::int64_t value, std::int32_t low, std::int32_t high) {
-    return static_cast<std::int32_t>(std::clamp<std::int64_t>(value, low, high));
-}
-
 // Fills the pixels [left, right) of the row y as far as they are visible.
 void fillRun(DcRecord& dc, std::int64_t left, std::int64_t right, std::int32_t y,
              std::uint32_t value) {
@@ -210,8 +206,7 @@ COLORREF SetPixel(HDC hDC, int x, int y, COLORREF color) {
     DcRecord* dc = dcOf(hDC);
     if (dc == nullptr) return -1;
     if (recording()) record(hDC, "SetPixel %d,%d %s", x, y, recordedColor(color).c_str());
-    const RECT& clip = dc->clip;
-    if (x < clip.left || x >= clip.right || y < clip.top || y >= clip.bottom) return -1;
+    if (!contains(dc->clip, x, y)) return -1;
     BitmapRecord& bitmap = *dc->bitmap;
     std::uint32_t pixel = pixelOf(color);
     if (bitmap.bitsPerPixel == 32) {
@@ -227,8 +222,7 @@ COLORREF SetPixel(HDC hDC, int x, int y, COLORREF color) {
 COLORREF GetPixel(HDC hDC, int x, int y) {
     const DcRecord* dc = dcOf(hDC);
     if (dc == nullptr) return -1;
-    const RECT& clip = dc->clip;
-    if (x < clip.left || x >= clip.right || y < clip.top || y >= clip.bottom) return -1;
+    if (!contains(dc->clip, x, y)) return -1;
     std::uint32_t pixel = 0;
     readPixels(*dc->bitmap, x, y, {&pixel, 1});
     return colorOf(pixel);
@@ -301,9 +295,8 @@ std::span<const RECT> regionRects(HRGN hRgn) {
 
 bool regionContains(HRGN hRgn, POINT point) {
     const auto rects = regionRects(hRgn);
-    return std::any_of(rects.begin(), rects.end(), [&](const RECT& r) {
-        return point.x >= r.left && point.x < r.right && point.y >= r.top && point.y < r.bottom;
-    });
+    return std::any_of(rects.begin(), rects.end(),
+                       [&](const RECT& r) { return contains(r, point.x, point.y); });
 }
 
 }  // namespace platform

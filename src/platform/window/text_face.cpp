@@ -160,7 +160,7 @@ FaceMetrics metricsOf(const QFont& font) {
     const QFontMetricsF toolkit(font);
     FaceMetrics metrics;
     metrics.em = font.pixelSize();
-    metrics.ascent = roundedUp(toolkit.ascent());
+    metrics.ascent = std::max(1, roundedUp(toolkit.ascent()));
     metrics.descent = roundedUp(toolkit.descent());
     metrics.externalLeading = std::max(0, qRound(toolkit.leading()));
     metrics.averageWidth = std::max(1, qRound(toolkit.averageCharWidth()));

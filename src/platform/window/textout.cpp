@@ -7,18 +7,12 @@
 #include "platform/window/text_shape.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace platform {
 namespace {
 
-std::int32_t clamped(std::int64_t value) {
-    return static_cast<std::int32_t>(std::clamp<std::int64_t>(
-        value, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
-}
-
 // The pixels that text is drawn on: those of the context, or for other depths than 32 bits a copy
-// of the area, whose changes go back at the end.
+// of the area, whose changes go back at the end; see forStrips.
 class Target {
 public:
     Target(const DcRecord& dc, const RECT& area) : m_dc(dc), m_area(area) {
@@ -73,6 +67,29 @@ private:
     std::vector<std::uint32_t> m_before, m_pixels;
 };
 
+// How far above and below its line text may reach: letters by less than their height, but marks are
+// stacked, and other faces can have a higher line.
+std::int64_t rowsBeside(const Face& face) { return std::int64_t{2} * face.metrics.em; }
+
+// The rows of an area that text of that height may touch.
+RECT touchedRows(const RECT& area, const Face& face, std::int64_t top, std::int64_t height) {
+    return {area.left, std::max(area.top, saturated(top - rowsBeside(face))), area.right,
+            std::min(area.bottom, saturated(top + height + rowsBeside(face)))};
+}
+
+// Calls f for the parts of an area, from the top: on 32 bits for all of it at once, else for so
+// many rows that their copy needs little memory, however large the surface is.
+template <class F> void forStrips(const DcRecord& dc, const RECT& area, F f) {
+    constexpr int kMostPixels = 1 << 16;
+    if (isEmpty(area)) return;
+    const int rows = dc.bitmap->bitsPerPixel == 32
+                         ? area.bottom - area.top
+                         : std::max(kMostPixels / (area.right - area.left), 1);
+    for (int top = area.top; top < area.bottom; top += rows) {
+        f(RECT{area.left, top, area.right, std::min(top + rows, area.bottom)});
+    }
+}
+
 // Draws lines of one DrawTextW.
 class Painter {
 public:
@@ -85,9 +102,9 @@ public:
     void drawLine(const TextLine& line, std::int64_t x, std::int64_t y) {
         x -= m_target.origin().x;
         y -= m_target.origin().y;
-        const int reach = m_face.metrics.em;  // how far letters may reach out of their place
-        if (y - reach >= m_view.clip.bottom) return;
-        if (y + m_face.metrics.height() + reach <= m_view.clip.top) return;
+        if (y - rowsBeside(m_face) >= m_view.clip.bottom) return;
+        if (y + m_face.metrics.height() + rowsBeside(m_face) <= m_view.clip.top) return;
+        const int reach = m_face.metrics.em;  // how far letters may reach out of their columns
 
         LinePieces pieces(line.text);
         std::int64_t end = 0;  // of the pieces so far, from where reading begins
@@ -117,8 +134,8 @@ public:
 private:
     // Gives the width.
     std::int64_t drawPiece(TextView piece, std::int64_t x, std::int64_t y, int mark) {
-        const RECT window{clamped(m_view.clip.left - x), clamped(m_view.clip.top - y),
-                          clamped(m_view.clip.right - x), clamped(m_view.clip.bottom - y)};
+        const RECT window{saturated(m_view.clip.left - x), saturated(m_view.clip.top - y),
+                          saturated(m_view.clip.right - x), saturated(m_view.clip.bottom - y)};
         std::int64_t width = m_rightToLeft ? -1 : m_face.glyphs.width(m_face, piece);
         std::int64_t markLeft = 0, markRight = 0;
         if (width >= 0) {
@@ -166,7 +183,8 @@ private:
 
     void fillRow(std::int64_t x, std::int64_t y, std::int64_t width, int top, int height,
                  std::uint32_t color) {
-        fill(m_view, {clamped(x), clamped(y + top), clamped(x + width), clamped(y + top + height)},
+        fill(m_view,
+             {saturated(x), saturated(y + top), saturated(x + width), saturated(y + top + height)},
              color);
     }
 
@@ -210,15 +228,16 @@ std::int64_t putSingleLine(const DcRecord& dc, Face& face, const TextLine& line,
         face.metrics.height() +
         ((flags & DT_EXTERNALLEADING) != 0 ? face.metrics.externalLeading : 0);
     if ((flags & DT_CALCRECT) != 0) {
-        rect.right = clamped(rect.left + line.width);
-        rect.bottom = clamped(rect.top + height);
+        rect.right = saturated(rect.left + line.width);
+        rect.bottom = saturated(rect.top + height);
         return height;
     }
     const std::int64_t top = topOf(rect, height, flags);
-    if (const RECT area = drawingArea(dc, rect, flags); !isEmpty(area)) {
-        Painter(dc, face, area, (flags & DT_RTLREADING) != 0)
+    const RECT area = touchedRows(drawingArea(dc, rect, flags), face, top, height);
+    forStrips(dc, area, [&](const RECT& strip) {
+        Painter(dc, face, strip, (flags & DT_RTLREADING) != 0)
             .drawLine(line, leftOf(rect, line.width, flags), top);
-    }
+    });
     return top + height - rect.top;
 }
 
@@ -234,20 +253,24 @@ std::int64_t putLines(const DcRecord& dc, Face& face, const DrawableText& drawab
     if ((flags & DT_CALCRECT) != 0) {
         std::int64_t width = 0;
         for (const TextLine& line : lines) width = std::max(width, line.width);
-        rect.right = clamped(rect.left + width);
-        rect.bottom = clamped(rect.top + height);
+        rect.right = saturated(rect.left + width);
+        rect.bottom = saturated(rect.top + height);
         return height;
     }
-    const RECT area = drawingArea(dc, rect, flags);
-    if (lines.empty() || isEmpty(area)) return height;
-    Painter painter(dc, face, area, options.rightToLeft);
-    std::int64_t y = rect.top;
-    for (const TextLine& line : lines) {
-        const bool partly = y + face.metrics.height() > rect.bottom && y > rect.top;
-        if ((flags & DT_EDITCONTROL) != 0 && partly) break;
-        painter.drawLine(line, leftOf(rect, line.width, flags), y);
-        y += step;
-    }
+    const std::int64_t lineHeight = face.metrics.height();
+    const RECT area = touchedRows(drawingArea(dc, rect, flags), face, rect.top, height);
+    forStrips(dc, area, [&](const RECT& strip) {
+        Painter painter(dc, face, strip, options.rightToLeft);
+        const std::int64_t above = (strip.top - rowsBeside(face) - lineHeight - rect.top) / step;
+        for (auto i = static_cast<std::size_t>(std::max<std::int64_t>(above, 0)); i < lines.size();
+             ++i) {
+            const std::int64_t y = rect.top + static_cast<std::int64_t>(i) * step;
+            const bool partly = y + lineHeight > rect.bottom && y > rect.top;
+            if ((flags & DT_EDITCONTROL) != 0 && partly) break;
+            if (y - rowsBeside(face) >= strip.bottom) break;
+            painter.drawLine(lines[i], leftOf(rect, lines[i].width, flags), y);
+        }
+    });
     return height;
 }
 
@@ -264,14 +287,14 @@ int DrawTextW(HDC hDC, TextView text, RECT& rect, std::uint32_t flags) {
     const bool rightToLeft = (flags & DT_RTLREADING) != 0;
     if ((flags & DT_SINGLELINE) == 0) {
         Text storage;
-        return clamped(putLines(*dc, face, DrawableText(text, flags, storage), rect, flags));
+        return saturated(putLines(*dc, face, DrawableText(text, flags, storage), rect, flags));
     }
 
     // Most text is a line of simple characters: known ones need no other look.
     const bool mayHavePrefix = (flags & DT_NOPREFIX) == 0 && text.find(u'&') != TextView::npos;
     if (!rightToLeft && !mayHavePrefix) {
         if (const std::int64_t width = face.glyphs.width(face, text); width >= 0) {
-            return clamped(putSingleLine(*dc, face, {text, width, -1}, rect, flags));
+            return saturated(putSingleLine(*dc, face, {text, width, -1}, rect, flags));
         }
     }
     Text storage;
@@ -282,7 +305,7 @@ int DrawTextW(HDC hDC, TextView text, RECT& rect, std::uint32_t flags) {
     if (rightToLeft || (flags & (DT_CENTER | DT_RIGHT | DT_CALCRECT)) != 0) {
         line.width = lineWidth(face, line.text, rightToLeft);
     }
-    return clamped(putSingleLine(*dc, face, line, rect, flags));
+    return saturated(putSingleLine(*dc, face, line, rect, flags));
 }
 
 }  // namespace platform

@@ -9,6 +9,7 @@
 
 #include <climits>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 using namespace platform;
 using test::Picture;
@@ -236,6 +237,57 @@ TEST(DrawTextW, DrawsTheSameOnEveryDepthAsFarAsTheDepthGoes) {
             }
         }
     }
+}
+
+TEST(DrawTextW, FillsATallSurfaceOfAnotherDepthAsOneOf32Bits) {
+    const Text text = repeated(u"fj \u0E17\u0E35\u0E48 Z\u0351\u036B\u0323 Wg\n", 900);
+    for (const int height : {-11, -60}) {
+        const test::Canvas best(300, 1500), other(300, 1500, 24);
+        for (const test::Canvas* canvas : {&best, &other}) {
+            const test::Selected selected(canvas->hdc(), fontOf(height));
+            RECT rect{10, 5, 290, 1495};
+            DrawTextW(canvas->hdc(), text, rect, DT_EDITCONTROL);
+        }
+        for (int y = 0; y < 1500; ++y) {
+            for (int x = 0; x < 300; ++x) {
+                ASSERT_EQ(GetPixel(other.hdc(), x, y), GetPixel(best.hdc(), x, y))
+                    << height << ": " << x << ',' << y;
+            }
+        }
+    }
+}
+
+TEST(DrawTextW, TakesLittleMemoryOnAHugeSurface) {
+    BITMAPINFO info;
+    info.bmiHeader.biWidth = info.bmiHeader.biHeight = 30'000;
+    info.bmiHeader.biBitCount = 1;
+    const RGBQUAD table[]{{0, 0, 0, 0}, {255, 255, 255, 0}};
+    info.bmiColors = table;
+    void* bits = nullptr;
+    const HBITMAP hBitmap = CreateDIBSection(0, info, DIB_RGB_COLORS, bits);
+    ASSERT_NE(hBitmap, 0U);
+    const HDC hDC = CreateCompatibleDC(0);
+    const HGDIOBJ hOld = SelectObject(hDC, hBitmap);
+    SetTextColor(hDC, 0xFFFFFF);
+    SetBkColor(hDC, 0xFFFFFF);
+    RECT rect{0, 0, 30'000, 30'000};
+    const auto peakOf = [] {
+        rusage use{};
+        getrusage(RUSAGE_SELF, &use);
+        return use.ru_maxrss;  // KiB
+    };
+    const long before = peakOf();
+    DrawTextW(hDC, u"abc", rect, DT_SINGLELINE | DT_RIGHT | DT_BOTTOM);
+    DrawTextW(hDC, u"abc\nabc", rect, 0);
+    EXPECT_LT(peakOf() - before, 200 << 10);
+    for (const POINT at : {POINT{0, 0}, {17, 25}, {29'999, 29'999}, {29'982, 29'987}}) {
+        EXPECT_EQ(GetPixel(hDC, at.x, at.y), 0xFFFFFF) << at.x << ',' << at.y;
+    }
+    EXPECT_EQ(GetPixel(hDC, 18, 25), 0);
+    EXPECT_EQ(GetPixel(hDC, 15'000, 15'000), 0);
+    SelectObject(hDC, hOld);
+    DeleteDC(hDC);
+    DeleteObject(hBitmap);
 }
 
 TEST(DrawTextW, LeavesTheIndexesOfPixelsThatItDoesNotCover) {
