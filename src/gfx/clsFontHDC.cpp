@@ -7,6 +7,7 @@
 #include "platform/window/surface.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <utility>
 
@@ -50,7 +51,7 @@ void clsFontHDC::select(HDC lHdc, const FontRequest& font, int iWidth) {
 }
 
 void clsFontHDC::SetFontToDCStdFont(HDC lHdc, const StdFont& oFont, const Extras& extras) {
-    const double points = std::clamp(oFont.Size, 0.0, 32767.0);
+    const double points = std::fmin(std::fmax(oFont.Size, 0.0), 32767.0);  // 0 for no number
     SetFontToDC(lHdc, {.sFontName = oFont.Name,
                        .iFontSize = gfx::roundHalfEven(points),
                        .lForeColor = extras.lForeColor,
@@ -64,6 +65,13 @@ void clsFontHDC::SetFontToDCStdFont(HDC lHdc, const StdFont& oFont, const Extras
 }
 
 void clsFontHDC::Destroy() {
-    if (m_hDC != 0) platform::SelectObject(std::exchange(m_hDC, 0), std::exchange(m_hOldFont, 0));
+    if (m_hDC != 0) {
+        const HDC hDC = std::exchange(m_hDC, 0);
+        const bool back = platform::SelectObject(hDC, std::exchange(m_hOldFont, 0)) != 0;
+        // Where fonts go out of turn the old one may be gone; ours must come out all the same.
+        if (!back && platform::GetCurrentObject(hDC, platform::OBJ_FONT) == m_hFont) {
+            platform::SelectObject(hDC, platform::GetStockObject(platform::SYSTEM_FONT));
+        }
+    }
     if (m_hFont != 0) platform::DeleteObject(std::exchange(m_hFont, 0));
 }

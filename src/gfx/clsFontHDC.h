@@ -48,7 +48,8 @@ public:
 
     [[nodiscard]] HFONT hFont() const { return m_hFont; }  // 0 when there is none
 
-    // Puts the font back that the context had, forgets the context, and deletes the font.
+    // Puts the font back that the context had (the stock font when that is gone), forgets the
+    // context, and deletes the font.
     void Destroy();
 
 private:

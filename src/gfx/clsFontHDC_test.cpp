@@ -7,6 +7,8 @@
 #include "platform/window/testhooks.h"
 #include "support/raised.h"
 
+#include <algorithm>
+#include <cmath>
 #include <gtest/gtest.h>
 
 namespace {
@@ -70,6 +72,32 @@ TEST(clsFontHDC, GoesFromContextToContext) {
     EXPECT_EQ(font.hFont(), 0U);
 }
 
+TEST(clsFontHDC, LeavesNothingBehindInWhateverOrderFontsGo) {
+    const FontSurface target;
+    const auto stock = target.selected();
+    int order[] = {0, 1, 2};
+    do {
+        clsFontHDC fonts[3];
+        for (clsFontHDC& font : fonts) font.SetFontToDC(target.hdc(), {.sFontName = u"Arial"});
+        for (const int i : order) {
+            fonts[i].Destroy();
+            fonts[i].Destroy();
+        }
+        EXPECT_EQ(platform::handleCount(platform::HandleKind::Font), 0);
+        EXPECT_EQ(target.selected(), stock);
+    } while (std::next_permutation(std::begin(order), std::end(order)));
+}
+
+TEST(clsFontHDC, OutlivesItsContext) {
+    clsFontHDC font;
+    {
+        const FontSurface target;
+        font.SetFontToDC(target.hdc(), {.sFontName = u"Arial"});
+    }
+    font.Destroy();
+    EXPECT_EQ(platform::liveHandles(), "");
+}
+
 TEST(clsFontHDC, WidensAndNarrowsByPixelsOfAverageWidth) {
     const FontSurface target;
     clsFontHDC font;
@@ -131,7 +159,7 @@ TEST(clsFontHDC, RoundsTheHostsSizeToWholePoints) {
     const struct {
         double size;
         int pixels;
-    } kCases[] = {{8.25, 11}, {8.5, 11}, {9.5, 13}, {9.0, 12}, {1e9, 2048}};
+    } kCases[] = {{8.25, 11}, {8.5, 11}, {9.5, 13}, {9.0, 12}, {1e9, 2048}, {std::nan(""), 16}};
     for (const auto& c : kCases) {
         font.SetFontToDCStdFont(target.hdc(), {.Name = u"Arial", .Size = c.size, .Bold = true});
         EXPECT_EQ(target.emHeight(), c.pixels) << c.size;
