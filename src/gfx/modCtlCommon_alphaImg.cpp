@@ -125,7 +125,7 @@ IconDibs wholeIcon(HICON hIcon) {
     clsDIBSection &mask = icon.oMask, &color = icon.oColor;
     if (color.hDib() == 0) {
         const int extent = mask.Width();
-        const int half = static_cast<int>(gfx::roundedQuotient(mask.Height(), 2));
+        const int half = static_cast<int>(gfx::roundedHalf(mask.Height()));
         color.CreateDC(extent, extent, 24);
         mask.PaintPicture(color.Hdc(), 0, 0, extent, extent, 0, half, extent, extent);
     }
@@ -138,8 +138,9 @@ void overlapIcon(HDC lHdc, POINT at, SIZE area, HICON hIcon, const ImagePlacing&
     const int columns = icon.oColor.Width(), rows = icon.oColor.Height();
     const int width = placing.iPicWidth < 0 ? area.cx : placing.iPicWidth;
     const int height = placing.iPicHeight < 0 ? area.cy : placing.iPicHeight;
-    const auto centred = [](std::int64_t start, double room, double extent) {
-        return start + gfx::roundHalfEven((room - extent) / 2);
+    // The place itself is rounded, not the distance: it depends on whether the area starts odd.
+    const auto centred = [](std::int64_t start, int room, int extent) {
+        return gfx::roundedHalf(2 * start + room - extent);
     };
     const std::int64_t left = centred(at.x, area.cx, std::min(columns, width));
     const std::int64_t top = centred(at.y, area.cy, std::min(rows, height));
@@ -157,7 +158,7 @@ void overlapIcon(HDC lHdc, POINT at, SIZE area, HICON hIcon, const ImagePlacing&
 }  // namespace
 
 PixelView pvBuildSA3D(const clsDIBSection& oDib) {
-    if (oDib.Bpp() != 32) {
+    if (oDib.Bpp() != 32 || oDib.BitsPtr() == nullptr) {
         throw Failure(kOwnError, u"pvBuildSA3D", u"Cannot create Safe Array for this DIB bpp");
     }
     return {oDib.BitsPtr(), oDib.Width()};
@@ -185,7 +186,7 @@ void pvOverlapIcon(HDC lHdc, int X1, int Y1, int X2, int Y2, const platform::Pic
     }
     try {
         overlapIcon(lHdc, {X1, Y1}, area, oPic->Handle(), placing);
-    } catch (const Failure&) {  // NOLINT(bugprone-empty-catch): a picture that is missing says it
+    } catch (...) {  // NOLINT(bugprone-empty-catch): a picture that is missing says it
     }
 }
 
@@ -200,7 +201,7 @@ void pvOverlapImage(HDC lHdc, int X1, int Y1, int X2, int Y2, const platform::Pi
     if (area.cx < 1 || area.cy < 1) return;
     try {
         overlapBitmap(lHdc, {X1, Y1}, area, oPic->Handle(), placing);
-    } catch (const Failure&) {  // NOLINT(bugprone-empty-catch): a picture that is missing says it
+    } catch (...) {  // NOLINT(bugprone-empty-catch): a picture that is missing says it
     }
 }
 

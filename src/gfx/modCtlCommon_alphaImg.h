@@ -46,7 +46,8 @@ private:
     std::uint8_t* m_pBits;
     std::ptrdiff_t m_stride;
 };
-// Raises kOwnError, "pvBuildSA3D", "Cannot create Safe Array for this DIB bpp" for another depth.
+// Raises kOwnError, "pvBuildSA3D", "Cannot create Safe Array for this DIB bpp" for another depth
+// and for a section that has no pixels.
 [[nodiscard]] PixelView pvBuildSA3D(const clsDIBSection& oDib);
 
 // An icon split into its images, each a section of its own depth. An image that the icon doesn't

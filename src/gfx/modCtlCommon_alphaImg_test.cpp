@@ -238,6 +238,12 @@ TEST(pvOverlapImage, PlacesIcons) {
          color,
          {.bPicTransparent = true},
          "..rgb.\n..y.x.\n..b#r.\n......\n"},
+        {"the same from an odd start",
+         {8, 6},
+         {1, 1, 7, 5},
+         color,
+         {.bPicTransparent = true},
+         "........\n........\n..rgb...\n..y.x...\n..b#r...\n........\n"},
         {"one column and one row more than asked for",
          {3, 3},
          {0, 0, 3, 3},
@@ -276,6 +282,9 @@ TEST(pvBuildSA3D, AddressesRowsFromTheBottom) {
     view(0, 0, 1) = 255;
     EXPECT_EQ(platform::GetPixel(section.Hdc(), 0, 1), rgb(0, 255, 0));
     section.CreateDC(3, 2, 24);
+    EXPECT_EQ(test::raised([&] { (void)pvBuildSA3D(section); }),
+              "pvBuildSA3D: Cannot create Safe Array for this DIB bpp");
+    (void)test::raised([&] { section.CreateDC(40'000, 2, 32); });  // knows its size, has no pixels
     EXPECT_EQ(test::raised([&] { (void)pvBuildSA3D(section); }),
               "pvBuildSA3D: Cannot create Safe Array for this DIB bpp");
 }

@@ -17,6 +17,8 @@ TEST(Rounding, TakesHalvesToTheEvenNumber) {
     EXPECT_EQ(gfx::roundHalfEven(2.5), 2);
     EXPECT_EQ(gfx::roundHalfEven(-0.4), 0);
     EXPECT_EQ(gfx::roundHalfEven(2147483646.5), 2147483646);
+    const std::int64_t kHalves[] = {-2, -2, -1, 0, 0, 0, 1, 2, 2};  // of -4 to 4
+    for (std::int64_t i = -4; i <= 4; ++i) EXPECT_EQ(gfx::roundedHalf(i), kHalves[i + 4]) << i;
     EXPECT_EQ(gfx::roundedQuotient(5, 2), 2);
     EXPECT_EQ(gfx::roundedQuotient(7, 2), 4);
     EXPECT_EQ(gfx::roundedQuotient(8, 3), 3);

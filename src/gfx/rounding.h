@@ -19,6 +19,12 @@ inline std::int32_t roundHalfEven(double value) {
     return static_cast<std::int32_t>((value + kNoFraction) - kNoFraction);
 }
 
+// Half of a whole number, exactly.
+constexpr std::int64_t roundedHalf(std::int64_t twice) {
+    const std::int64_t below = twice >> 1;
+    return below + (twice & below & 1);
+}
+
 // sum / count for sum >= 0 and count > 0, exactly.
 inline std::int64_t roundedQuotient(std::int64_t sum, std::int64_t count) {
     const std::int64_t quotient = sum / count, twiceRest = sum % count * 2;
