@@ -204,7 +204,9 @@ void clsPalette::CreateOptimal(const clsDIBSection& oDib, std::int32_t lMaxColor
 
     Octree tree(lLevels);
     const std::uint8_t* line = oDib.BitsPtr();
-    for (int y = 0; y < oDib.Height(); ++y, line += oDib.BytesPerScanLine()) {
+    // A surface whose making failed knows its size, but has no pixels.
+    const int lines = line != nullptr ? oDib.Height() : 0;
+    for (int y = 0; y < lines; ++y, line += oDib.BytesPerScanLine()) {
         const std::uint8_t* const end = line + static_cast<std::ptrdiff_t>(oDib.Width()) * 3;
         for (const std::uint8_t* pixel = line; pixel != end; pixel += 3) {
             tree.pvAddColour(pixel[2], pixel[1], pixel[0]);

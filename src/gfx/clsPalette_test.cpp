@@ -288,6 +288,15 @@ TEST(CreateOptimal, RefusesOtherDepthsAndLevels) {
     EXPECT_EQ(dump(palette), "000000 FFFFFF");
 }
 
+TEST(CreateOptimal, FindsNoColoursInASurfaceWithoutPixels) {
+    clsDIBSection section;
+    EXPECT_NE(test::raised([&] { section.CreateDC(2, 40'000, 24); }), "nothing");
+    EXPECT_EQ(section.Height(), 40'000);
+    clsPalette palette;
+    palette.CreateOptimal(section, 8, 4, rgb(1, 2, 3));
+    EXPECT_EQ(dump(palette), "010203");
+}
+
 TEST(CreateOptimal, AsksWhenNothingCanBeJoined) {
     const platform::test::WindowHookScope scope;
     platform::test::DialogScript dialogs;
