@@ -105,6 +105,11 @@ void clsDIBSection::CloneFromHBmp(HBITMAP hBmp, int Bpp, PaletteSlot* cPal) {
 void clsDIBSection::CloneFromHdc(HDC lHdc, int Bpp, PaletteSlot* cPal, int lSrcLeft, int lSrcTop,
                                  int lSrcWidth, int lSrcHeight, std::uint32_t eRop) {
     requirePalette(Bpp, cPal);
+    if (lHdc != 0 && lHdc == m_hDC) {  // as in CloneFromDib
+        const clsDIBSection before = std::move(*this);
+        CloneFromHdc(before.m_hDC, Bpp, cPal, lSrcLeft, lSrcTop, lSrcWidth, lSrcHeight, eRop);
+        return;
+    }
     const platform::BITMAP source = gfx::bitmapIn(lHdc);
     if (lSrcWidth < 1 || lSrcHeight < 1) {
         lSrcWidth = source.bmWidth;

@@ -37,8 +37,9 @@ public:
     // depth. These two raise kOwnError, "clsDIBSection", "Palette is required!" when there is no
     // palette and Bpp is from 1 to 23.
     void CloneFromHBmp(HBITMAP hBmp, int Bpp = 24, PaletteSlot* cPal = nullptr);
-    // A copy of an area of another context, which must not be this surface's own. A width or height
-    // below 1 takes both from the bitmap in lHdc; Bpp -1 is the depth of that bitmap.
+    // A copy of an area of a context, which may be this surface's own. A width or height below 1
+    // takes both from the bitmap in lHdc; Bpp -1 is the depth of that bitmap. What lies outside of
+    // it is 0.
     void CloneFromHdc(HDC lHdc, int Bpp = 24, PaletteSlot* cPal = nullptr, int lSrcLeft = 0,
                       int lSrcTop = 0, int lSrcWidth = -1, int lSrcHeight = -1,
                       std::uint32_t eRop = platform::SRCCOPY);

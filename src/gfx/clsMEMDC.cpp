@@ -36,6 +36,11 @@ void clsMEMDC::CloneFromHBmp(HBITMAP hBmp, int iBkMode) {
 
 void clsMEMDC::CloneFromHdc(HDC lHdc, int lSrcLeft, int lSrcTop, int lSrcWidth, int lSrcHeight,
                             std::uint32_t eRop) {
+    if (lHdc != 0 && lHdc == m_hDC) {  // CreateDC would end what is to be copied
+        const clsMEMDC before = std::move(*this);
+        CloneFromHdc(before.m_hDC, lSrcLeft, lSrcTop, lSrcWidth, lSrcHeight, eRop);
+        return;
+    }
     if (lSrcWidth < 1 || lSrcHeight < 1) {
         const platform::BITMAP source = gfx::bitmapIn(lHdc);
         lSrcWidth = source.bmWidth;

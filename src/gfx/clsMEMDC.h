@@ -25,8 +25,8 @@ public:
     void CreateDC(int Width = -1, int Height = -1, int iBkMode = platform::TRANSPARENT);
     // A copy of a bitmap that is in no context; it stays the caller's.
     void CloneFromHBmp(HBITMAP hBmp, int iBkMode = platform::TRANSPARENT);
-    // A copy of an area of another context, which must not be this surface's own, with its
-    // background mode. A width or height below 1 takes both from the bitmap in lHdc.
+    // A copy of an area of a context, which may be this surface's own, with its background mode. A
+    // width or height below 1 takes both from the bitmap in lHdc; what lies outside of it is black.
     void CloneFromHdc(HDC lHdc, int lSrcLeft = 0, int lSrcTop = 0, int lSrcWidth = -1,
                       int lSrcHeight = -1, std::uint32_t eRop = platform::SRCCOPY);
 

@@ -104,6 +104,13 @@ TEST(clsMEMDC, ClonesAreasAndBitmaps) {
         EXPECT_EQ(surface.BkMode(), platform::OPAQUE);
     }
 
+    clsMEMDC own;
+    own.CloneFromHdc(source.hdc());
+    own.CloneFromHdc(own.Hdc(), 1, 0, 2, 1);  // a part of itself
+    EXPECT_EQ(pictureOf(own), "gb\n");
+    EXPECT_EQ(own.BkMode(), platform::OPAQUE);
+    own.Destroy();
+
     const clsGdiHandle bitmap(looseBitmap(2, 2));
     clsMEMDC surface;
     surface.CloneFromHBmp(bitmap.Handle());
@@ -309,6 +316,12 @@ TEST(clsDIBSection, ClonesAtItsOwnOrAnotherDepth) {
     deep.CloneFromHdc(source.hdc());
     EXPECT_EQ(deep.Bpp(), 24);
     EXPECT_EQ(pictureOf(deep), "rg\nb.\n");
+    deep.CloneFromHdc(deep.Hdc(), -1, nullptr, 0, 1, 2, 1);  // a part of itself
+    EXPECT_EQ(deep.Bpp(), 24);
+    EXPECT_EQ(pictureOf(deep), "b.\n");
+    EXPECT_EQ(raised([&] { deep.CloneFromHdc(deep.Hdc(), 8); }),
+              "clsDIBSection: Palette is required!");
+    EXPECT_EQ(pictureOf(deep), "b.\n");
     deep.CloneFromHdc(source.hdc(), -1, nullptr, 1, 0, 1, 2);
     EXPECT_EQ(deep.Bpp(), 32);
     EXPECT_EQ(pictureOf(deep), "g\n.\n");
