@@ -14,6 +14,7 @@ public:
     Selection(const Selection&) = delete;
     Selection& operator=(const Selection&) = delete;
 
+    // False when the object or the context is none: what is drawn would be drawn with another.
     [[nodiscard]] bool done() const { return m_hOld != 0; }
 
 private:

@@ -1,7 +1,7 @@
 // gfx/modCtlCommon_ctl_colors.h: arithmetic on colours.
 //
-// Every colour that goes in may be one of the desktop's; what comes out is a plain one. Nothing
-// here fails.
+// Every colour that goes in may be one of the desktop's; what comes out is a plain one unless told
+// otherwise. Nothing here fails.
 #pragma once
 #include "gfx/types.h"
 
@@ -30,6 +30,6 @@ struct RedGreenBlue {  // each 0 to 255
 // The colour brightened or darkened by what its luminance lacks of iTarget.
 [[nodiscard]] Color ColorToLuminance(Color iColor, std::int32_t iTarget);
 
-// iColor, or when that is kAutoColor a border that shows on iBase: darker than it by 68, and by
-// more when iBase is nearly white.
+// iColor as it is given, or when that is kAutoColor a border that shows on iBase: darker than it by
+// 68, and by more when iBase is nearly white.
 [[nodiscard]] Color AutoBorderColor(Color iColor, Color iBase);

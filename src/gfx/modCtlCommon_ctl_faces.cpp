@@ -17,7 +17,7 @@ struct Canvas {
     HDC hDC = 0;
     RECT rect;       // not empty
     Color back = 0;  // plain
-    bool bPressed = false, bRounded = false, bAdapt = false;
+    bool bBorder = false, bPressed = false, bRounded = false, bAdapt = false;
 
     [[nodiscard]] int height() const { return rect.bottom - rect.top; }
     [[nodiscard]] Color B(int n) const { return ColorBrighten(back, static_cast<std::int16_t>(n)); }
@@ -109,8 +109,10 @@ CornerFills paintGlass(const Canvas& face) {  // style 4
     face.rows(0, 5, dark, face.back);
     face.rows(5, 15, face.back, face.back);
     face.rows(15, face.height(), face.back, light);
-    gfx::gradientRows(face.hDC, {r.left + 1, std::min(r.left + 2, r.right - 1)},
-                      {r.top + 1, r.top + 11}, {r.top, r.bottom - 1}, dark, face.back);
+    if (face.bBorder) {  // its inner edge
+        gfx::gradientRows(face.hDC, {r.left + 1, std::min(r.left + 2, r.right - 1)},
+                          {r.top + 1, r.top + 11}, {r.top, r.bottom - 1}, dark, face.back);
+    }
     return {dark, light};
 }
 
@@ -228,7 +230,8 @@ void DrawButtonFace(HDC hDC, const RECT& rect, const ButtonFace& face) {
     const RECT r = held(rect);
     if (hDC == 0 || isEmpty(r)) return;
     const Border border = bordersOf(face.iBorderColor, face.iBackColor, face.iOuterColor);
-    const Canvas canvas{hDC, r, border.back, face.bPressed, face.bRounded, face.bAdapt};
+    const Canvas canvas{hDC,           r,          border.back, face.bBorder, face.bPressed,
+                        face.bRounded, face.bAdapt};
     const CornerFills fills =
         paintStyle(canvas, exists(face.iStyle) ? face.iStyle : AppButtonStyle());
     if (face.bBorder) drawBorder(hDC, r, face.bRounded, border, fills);

@@ -151,14 +151,24 @@ TEST(ButtonFaces, HaveABorderWithCornersOfTheirOwn) {
     EXPECT_EQ(picture({7, 6}, face).substr(0, 6), "100 30");
 }
 
-TEST(ButtonFaces, PressedInStyle4HaveAShadeAtTheLeft) {
-    clsMEMDC surface;
-    surface.CreateDC(9, 14);
-    DrawButtonFace(surface.Hdc(), {0, 0, 9, 14},
-                   {.iBackColor = rgb(100, 100, 100), .bPressed = true, .iStyle = 4});
-    std::string column;
-    for (int y = 0; y < 14; ++y) column += level(platform::GetPixel(surface.Hdc(), 1, y)) + " ";
-    EXPECT_EQ(column, "49 49 54 59 64 69 75 80 85 90 95 100 100 100 ");
+TEST(ButtonFaces, PressedInStyle4HaveAShadeInsideOfTheBorder) {
+    const auto column = [](bool bBorder, bool bRounded) {
+        clsMEMDC surface;
+        surface.CreateDC(9, 14);
+        DrawButtonFace(surface.Hdc(), {0, 0, 9, 14},
+                       {.iBackColor = rgb(100, 100, 100),
+                        .bBorder = bBorder,
+                        .iBorderColor = 0,
+                        .bPressed = true,
+                        .bRounded = bRounded,
+                        .iStyle = 4});
+        std::string levels;
+        for (int y = 0; y < 14; ++y) levels += level(platform::GetPixel(surface.Hdc(), 1, y)) + " ";
+        return levels;
+    };
+    EXPECT_EQ(column(true, false), "0 49 54 59 64 69 75 80 85 90 95 100 100 0 ");
+    EXPECT_EQ(column(true, true), "30 24 54 59 64 69 75 80 85 90 95 100 102 30 ");
+    EXPECT_EQ(column(false, false), "49 59 69 80 90 100 100 100 100 100 100 100 100 100 ");
 }
 
 TEST(ButtonFaces, ShowDefaultCancelAndFocusInsideOfTheBorder) {

@@ -5,6 +5,7 @@
 #include "gfx/gradient.h"
 #include "gfx/modCtlCommon_ctl_colors.h"
 #include "gfx/rounding.h"
+#include "gfx/surfaceSteps.h"
 
 #include <algorithm>
 #include <limits>
@@ -68,12 +69,6 @@ Steps visibleSteps(Span along, Span shown, std::int32_t extent) {
             std::int64_t{std::min({along.end, shown.end, extent})} - along.begin};
 }
 
-platform::BITMAP surfaceOf(HDC hDC) {
-    platform::BITMAP surface;
-    platform::GetObjectA(platform::GetCurrentObject(hDC, platform::OBJ_BITMAP), surface);
-    return surface;
-}
-
 void fill(HDC hDC, const RECT& rect, Color plain) {
     const clsGdiHandle brush(platform::CreateSolidBrush(plain));
     platform::FillRect(hDC, rect, brush.Handle());
@@ -83,7 +78,7 @@ void fill(HDC hDC, const RECT& rect, Color plain) {
 
 void gfx::gradientRows(HDC hDC, Span columns, Span rows, Span shown, Color from, Color to) {
     if (hDC == 0 || rows.end <= rows.begin) return;
-    const Steps steps = visibleSteps(rows, shown, surfaceOf(hDC).bmHeight);
+    const Steps steps = visibleSteps(rows, shown, bitmapIn(hDC).bmHeight);
     if (steps.end <= steps.begin) return;
     forGradientRuns(std::int64_t{rows.end} - rows.begin, steps, from, to,
                     [&](std::int64_t begin, std::int64_t end, Color color) {
@@ -95,7 +90,7 @@ void gfx::gradientRows(HDC hDC, Span columns, Span rows, Span shown, Color from,
 
 void gfx::gradientColumns(HDC hDC, Span rows, Span columns, Span shown, Color from, Color to) {
     if (hDC == 0 || columns.end <= columns.begin) return;
-    const Steps steps = visibleSteps(columns, shown, surfaceOf(hDC).bmWidth);
+    const Steps steps = visibleSteps(columns, shown, bitmapIn(hDC).bmWidth);
     if (steps.end <= steps.begin) return;
     forGradientRuns(std::int64_t{columns.end} - columns.begin, steps, from, to,
                     [&](std::int64_t begin, std::int64_t end, Color color) {
@@ -141,6 +136,7 @@ void DrawLine(HDC hDC, int x1, int y1, int x2, int y2, Color iColor, int iWidth,
     if (hDC == 0) return;
     const clsGdiHandle pen(platform::CreatePen(iStyle, iWidth, TranslateColor(iColor)));
     const gfx::Selection selected(hDC, pen.Handle());
+    if (!selected.done()) return;
     platform::MoveToEx(hDC, x1, y1);
     platform::LineTo(hDC, x2, y2);
 }
@@ -175,6 +171,7 @@ void DrawRoundRect(HDC hDC, int x1, int y1, int x2, int y2, const RoundRectStyle
     const gfx::Selection brushSelected(
         hDC, style.bFill ? brush.Handle() : platform::GetStockObject(platform::NULL_BRUSH));
     const gfx::Selection penSelected(hDC, pen.Handle());
+    if (!brushSelected.done() || !penSelected.done()) return;
     const int ellipse = ellipseOf(style.iRadius);
     platform::RoundRect(hDC, x1, y1, right, bottom, ellipse, ellipse);
 }

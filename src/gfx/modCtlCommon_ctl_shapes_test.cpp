@@ -229,6 +229,18 @@ TEST(Shapes, DrawNothingWithoutAContext) {
     EXPECT_EQ(recorder.text(), "");
 }
 
+TEST(Shapes, DrawNothingRatherThanWithAnotherPen) {
+    const Canvas canvas(5, 4);
+    std::vector<platform::HPEN> pens;
+    while (const platform::HPEN hPen = platform::CreatePen(platform::PS_SOLID, 1, 0)) {
+        pens.push_back(hPen);
+    }
+    DrawLine(canvas.hdc(), 0, 0, 5, 4, rgb(255, 0, 0));
+    DrawRoundRect(canvas.hdc(), 0, 0, 5, 4, {.bFill = true, .iFillColor = rgb(255, 0, 0)});
+    EXPECT_EQ(canvas.picture(), ".....\n.....\n.....\n.....\n");
+    for (const platform::HPEN hPen : pens) platform::DeleteObject(hPen);
+}
+
 TEST(Shapes, MakeRegionsUpToTheLargestSurface) {
     const HRGN region = CreateRoundRegion(100, 25, 2);
     EXPECT_EQ(platform::liveHandles(), "region 1");

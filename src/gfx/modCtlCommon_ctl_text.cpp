@@ -7,6 +7,7 @@
 #include "platform/window/textout.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -17,7 +18,12 @@ constexpr std::uint32_t kMeasureWrapped = platform::DT_CALCRECT | platform::DT_W
 SIZE measured(HDC hDC, TextView s, RECT rect, std::uint32_t iFlags) {
     if (platform::GetBkMode(hDC) == 0) return {};  // no context
     platform::DrawTextW(hDC, s, rect, iFlags);
-    return {rect.right - rect.left, rect.bottom - rect.top};
+    // Text wider than 32 bits can tell ends at their limit, wherever it began.
+    const auto extent = [](std::int64_t from, std::int64_t to) {
+        return static_cast<std::int32_t>(
+            std::min<std::int64_t>(to - from, std::numeric_limits<std::int32_t>::max()));
+    };
+    return {extent(rect.left, rect.right), extent(rect.top, rect.bottom)};
 }
 
 }  // namespace

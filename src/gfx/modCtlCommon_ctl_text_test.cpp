@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace {
 
@@ -82,6 +83,19 @@ TEST(TextMeasuring, WrapsAtWordsInTheWidthThatIsKept) {
     SIZE two;
     TextSizeWrapped(canvas.hdc(), u"one\r\ntwo", 0, false, false, two);
     EXPECT_EQ(two.cy, 2 * line.cy);
+}
+
+TEST(TextMeasuring, HoldsWhatIsWiderThan32Bits) {
+    clsMEMDC surface;
+    surface.CreateDC(1, 1);
+    clsFontHDC font;
+    font.SetFontToDC(surface.Hdc(), {.sFontName = u"Arial", .iFontSize = 1536});  // 2048 pixels
+    constexpr int kMax = std::numeric_limits<int>::max(), kMin = std::numeric_limits<int>::min();
+    const Text huge(1'300'000, u'W');
+    EXPECT_EQ(TextSize(surface.Hdc(), huge, 0).cx, kMax);
+    for (const int left : {0, -1000, kMin}) {
+        EXPECT_EQ(TextSizeInRect(surface.Hdc(), huge, left, 0, left, 0, 0).cx, kMax) << left;
+    }
 }
 
 TEST(TextMeasuring, GivesNothingWithoutAContext) {
