@@ -93,8 +93,10 @@ TEST(Fonts, FacesThatAreNotThereAreTheProgramsOwn) {
         return rect.right;
     };
     const int own = widthIn(u"Liberation Sans", 0);
-    for (const TextView name : {u"MS Sans Serif", u"tahoma", u" ARIAL ", u"MS Shell Dlg",
-                                u"No Such Face", u"", u"Liberation Sans"}) {
+    constexpr TextView kNames[] = {u"MS Sans Serif",   u"tahoma",       u" ARIAL ",
+                                   u"MS Shell Dlg",    u"No Such Face", u"",
+                                   u"Liberation Sans", u"\xD800",       {u"Noto\0Sans Thai", 14}};
+    for (const TextView name : kNames) {
         EXPECT_EQ(widthIn(name, 0), own) << toUtf8(name);
         EXPECT_EQ(widthIn(name, FW_NORMAL), own) << toUtf8(name);
         EXPECT_GT(widthIn(name, FW_BOLD), own) << toUtf8(name);

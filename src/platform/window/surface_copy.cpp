@@ -180,14 +180,15 @@ void copy(DcRecord& dc, const RECT& area, const DcRecord& source, int dx, int dy
     const bool straight = plain && to.bitsPerPixel == 32 && from.bitsPerPixel == 32;
     const bool same = &to == &from;
     // A section may hold anything in the unused bytes, so its rows are read, not moved.
-    const bool move = straight && (same || !from.section);
+    const bool move = straight && !from.section;
+    const bool read = straight && !move && !same;
     if (move && area.right - area.left == to.width && to.stride == from.stride && !to.section) {
         // Whole rows touch each other.
         std::memmove(to.row(area.top), from.row(area.top + dy),
                      width * 4 * static_cast<std::size_t>(area.bottom - area.top));
         return;
     }
-    const Values row = straight ? Values() : scratchRow(width);
+    const Values row = move || read ? Values() : scratchRow(width);
     const SourcePixels pixels(source, dc, from, false);
     RowWriter writer(dc, rop);
 
@@ -197,7 +198,7 @@ void copy(DcRecord& dc, const RECT& area, const DcRecord& source, int dx, int dy
         const int y = upwards ? area.bottom - 1 - i : area.top + i;
         if (move) {
             std::memmove(to.row(y) + area.left, from.row(y + dy) + area.left + dx, width * 4);
-        } else if (straight) {
+        } else if (read) {
             readValues(from, area.left + dx, y + dy, Values(to.row(y) + area.left, width));
         } else {
             pixels.read(area.left + dx, y + dy, row);

@@ -91,6 +91,19 @@ TEST(BitBlt, OverlappingCopiesAreAsIfTheSourceHadBeenReadFirst) {
     }
 }
 
+TEST(BitBlt, SetsTheUnusedBytesThatASectionLeftOpen) {
+    Canvas source(4, 2, 32), canvas(4, 2), other(4, 2, 32);
+    for (const Canvas* target : {&canvas, &other, &source}) {
+        for (int i = 0; i < 4 * 2; ++i) source.bits()[i * 4 + 3] = static_cast<std::uint8_t>(i);
+        BitBlt(target->hdc(), 1, 0, 3, 2, source.hdc(), 0, 0, SRCCOPY);
+        for (int y = 0; y < 2; ++y) {
+            for (int x = 1; x < 4; ++x) {
+                EXPECT_EQ(dcOf(target->hdc())->bitmap->row(y)[x] >> 24, 0xFFU) << x << ',' << y;
+            }
+        }
+    }
+}
+
 // Each operation against its definition: a table of three bits.
 TEST(BitBlt, KnowsAll256RasterOperations) {
     std::mt19937 random(7);

@@ -42,7 +42,9 @@ constexpr std::uint32_t DT_RTLREADING = 0x20000;
 // put is left to the other flags.
 //
 // A line of more than kLongLine units is shaped in pieces: those in sight are drawn one beside the
-// other, and measuring adds them up. Memory doesn't grow with it.
+// other, and measuring adds them up. Of text with prefixes, control units or lone surrogates there
+// is a copy meanwhile; nothing else grows with it. On surfaces of another depth than 32 bits text
+// is drawn in strips, so that memory doesn't grow with the surface either.
 int DrawTextW(HDC hDC, TextView text, RECT& rect, std::uint32_t flags);
 constexpr std::size_t kLongLine = 1024;
 
