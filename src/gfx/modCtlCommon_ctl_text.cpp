@@ -28,9 +28,13 @@ SIZE measured(HDC hDC, TextView s, RECT rect, std::uint32_t iFlags) {
 
 }  // namespace
 
+void TextDraw(HDC hDC, TextView s, RECT& rect, std::uint32_t iFlags) {
+    if (hDC != 0) platform::DrawTextW(hDC, s, rect, iFlags);
+}
+
 void TextDraw(HDC hDC, TextView s, const RECT& rect, std::uint32_t iFlags) {
-    RECT area = rect;
-    if (hDC != 0) platform::DrawTextW(hDC, s, area, iFlags);
+    RECT unchanged = rect;
+    TextDraw(hDC, s, unchanged, iFlags);
 }
 
 void TextDrawColor(HDC hDC, TextView s, const RECT& rect, Color iColor, std::uint32_t iFlags) {

@@ -5,6 +5,9 @@
 #pragma once
 #include "gfx/types.h"
 
+// With DT_CALCRECT nothing is drawn: right and bottom of the rectangle, where it can be changed, go
+// to the end of the text.
+void TextDraw(HDC hDC, TextView s, RECT& rect, std::uint32_t iFlags);
 void TextDraw(HDC hDC, TextView s, const RECT& rect, std::uint32_t iFlags);
 // These two leave the context with that text colour, which may be one of the desktop's.
 void TextDrawColor(HDC hDC, TextView s, const RECT& rect, Color iColor, std::uint32_t iFlags);

@@ -33,6 +33,19 @@ TEST(TextOutput, GoesOutWideWithItsFlagsAndColour) {
                                "DrawTextW 3,4,50,60 #0A246A flags 0x0 \"x\"\n");
 }
 
+TEST(TextOutput, SetsARectangleThatMeasures) {
+    const TextCanvas canvas;
+    const platform::DrawingRecorder recorder;
+    RECT rect{10, 20, 60, 21};
+    TextDraw(canvas.hdc(), u"one two three four", rect, 1104);  // wrapped, with tabs
+    const SIZE size = TextSizeInRect(canvas.hdc(), u"one two three four", 10, 20, 60, 21, 64);
+    EXPECT_EQ(rect, (RECT{10, 20, 10 + size.cx, 20 + size.cy}));
+    EXPECT_GT(size.cy, 20);
+    EXPECT_EQ(recorder.text(), "");
+    TextDraw(canvas.hdc(), u"x", rect, 0);
+    EXPECT_EQ(rect, (RECT{10, 20, 10 + size.cx, 20 + size.cy}));
+}
+
 TEST(TextMeasuring, TakesTheWidestLine) {
     const TextCanvas canvas;
     const auto width = [&](TextView s) { return TextSize(canvas.hdc(), s, 0).cx; };
