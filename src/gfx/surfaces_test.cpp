@@ -282,6 +282,36 @@ TEST(clsDIBSection, ShowsItsPixelsFromTheBottomUp) {
     EXPECT_EQ(pictureOf(section), "..\n..\n");
 }
 
+TEST(clsDIBSection, DrawsAsTheOtherSurfaceDoes) {
+    clsDIBSection section;
+    section.BkMode(platform::OPAQUE);
+    section.BkColor(5);
+    EXPECT_EQ(section.BkMode() + section.BkColor(), 0);
+    section.CreateDC(-9, 1, 32);                    // 2 x 1
+    EXPECT_EQ(section.BkMode(), platform::OPAQUE);  // as contexts begin
+    section.BkMode(platform::TRANSPARENT);
+    section.BkColor(sysColor(2));
+    EXPECT_EQ(section.BkMode(), platform::TRANSPARENT);
+    EXPECT_EQ(section.BkColor(), platform::GetSysColor(2));
+
+    // Made smaller, lines are dropped, not joined.
+    const Canvas source("r#.\n");
+    platform::StretchBlt(section.Hdc(), 0, 0, 2, 1, source.hdc(), 0, 0, 3, 1, platform::SRCCOPY);
+    EXPECT_EQ(pictureOf(section), "r.\n");
+    const Canvas target(4, 2);
+    section.PaintPicture(target.hdc(), 1, 0, -1, 2, 0, 0, -1, 1, platform::SRCAND);
+    EXPECT_EQ(target.picture(), ".r..\n.r..\n");
+    section.PaintPicture(section.Hdc(), 1, 0, 1, 1, 0, 0, 1, 1);  // onto itself
+    EXPECT_EQ(pictureOf(section), "rr\n");
+
+    const clsDIBSection other = std::move(section);
+    EXPECT_EQ(pictureOf(other), "rr\n");
+    clsDIBSection coarse;
+    coarse.CloneFromDib(other, 8);  // gets the colours that 8 bits have without a palette
+    EXPECT_EQ(pictureOf(coarse), "rr\n");
+    EXPECT_EQ(coarse.Palette()->Red(5), 255);
+}
+
 TEST(clsDIBSection, GivesBackThePaletteItMade) {
     const struct { int bits, count, entries; } kCases[] = {{1, 2, 2}, {4, 16, 16}, {8, 125, 256}};
     for (const auto& c : kCases) {
