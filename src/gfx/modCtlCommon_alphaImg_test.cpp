@@ -33,13 +33,13 @@ PicturePtr pictureOf(std::string_view picture, int bits = 32) {
 
 // mask: # where the picture shows, . where the background does. Without a colour image the lower
 // half of the mask is the picture.
-PicturePtr iconOf(std::string_view mask, std::string_view color) {
+PicturePtr iconOf(std::string_view mask, std::string_view color, bool bIsIcon = true) {
     const Canvas canvas(mask, Canvas::kMonochrome);
     clsDIBSection section;
     section.CloneFromHdc(canvas.hdc(), -1);
     const clsGdiHandle hMask(section.ReleasehDib());
     const clsGdiHandle hColor(color.empty() ? 0 : bitmapOf(color, 24));
-    const platform::ICONINFO info{true, 1, 2, hMask.Handle(), hColor.Handle()};
+    const platform::ICONINFO info{bIsIcon, 1, 2, hMask.Handle(), hColor.Handle()};
     return platform::OleCreatePictureIndirect(
         {platform::PICTYPE_ICON, platform::CreateIconIndirect(info)}, true);
 }
@@ -222,6 +222,7 @@ TEST(pvGetIconDibs, SplitsAnIconIntoImagesOfTheirOwnDepth) {
     EXPECT_EQ(icon.oMask.Bpp(), 1);
     EXPECT_EQ(icon.oColor.Bpp(), 24);
     EXPECT_EQ(icon.oColor.Width(), 2);
+    EXPECT_FALSE(pvGetIconDibs(iconOf("#\n", "r\n", false)->Handle()).bIsIcon);
     EXPECT_EQ(pvGetIconDibs(plain->Handle()).oColor.hDib(), 0U);
     EXPECT_EQ(pvGetIconDibs(plain->Handle()).oMask.Height(), 2);
     EXPECT_EQ(pvGetIconDibs(0).oMask.hDib(), 0U);
@@ -250,6 +251,12 @@ TEST(pvOverlapImage, PlacesIcons) {
          color,
          {.iPicWidth = 1, .iPicHeight = 0},
          "...\n...\n.rg\n"},
+        {"one column when none was asked for",
+         {3, 3},
+         {0, 0, 3, 3},
+         color,
+         {.iPicWidth = 0},
+         "..r\n..y\n..b\n"},
         {"beyond a small area", {4, 4}, {0, 0, 2, 2}, color, {}, "rgb.\nyyx.\nb#r.\n....\n"},
         {"a black and white one", {2, 2}, {0, 0, 2, 2}, "", {.bPicTransparent = true}, "#.\n.#\n"},
     };
@@ -260,6 +267,22 @@ TEST(pvOverlapImage, PlacesIcons) {
         ASSERT_NE(icon, nullptr);
         pvOverlapImageRect(canvas.hdc(), c.area, icon.get(), c.placing);
         EXPECT_EQ(canvas.picture(), c.result) << c.name;
+    }
+}
+
+TEST(pvOverlapImage, TakesASquareOfABlackAndWhiteIcon) {
+    const struct {
+        std::string mask, picture;
+    } kCases[] = {
+        {"##\n##\n##\n.#\n#.\n##\n", ".#..\n#...\n....\n....\n"},  // its third row is cut
+        // The row that it lacks is black, and shows where there is a mask.
+        {"##\n#.\n", "#...\n#...\n....\n....\n"},
+    };
+    for (const auto& c : kCases) {
+        const Canvas canvas(4, 4);
+        pvOverlapImage(canvas.hdc(), 0, 0, 2, 2, iconOf(c.mask, "").get(),
+                       {.bPicTransparent = true});
+        EXPECT_EQ(canvas.picture(), c.picture) << c.mask;
     }
 }
 

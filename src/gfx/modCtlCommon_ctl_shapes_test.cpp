@@ -245,6 +245,9 @@ TEST(Shapes, MakeRegionsUpToTheLargestSurface) {
     const HRGN region = CreateRoundRegion(100, 25, 2);
     EXPECT_EQ(platform::liveHandles(), "region 1");
     EXPECT_TRUE(platform::DeleteObject(region));
+    const HRGN widest = CreateRoundRegion(platform::kMaxBitmapExtent, 25, 2);
+    EXPECT_TRUE(platform::DeleteObject(widest));
+    EXPECT_EQ(CreateRoundRegion(platform::kMaxBitmapExtent + 1, 25, 2), 0U);
     EXPECT_EQ(CreateRoundRegion(kMax, 25, 2), 0U);
 }
 

@@ -80,9 +80,11 @@ TEST(clsMEMDC, PaintsItsOwnSizeUnlessToldOtherwise) {
     surface.PaintPicture(canvas.hdc());
     surface.PaintPicture(canvas.hdc(), 1, 2, -1, 2, 3, 0, -1, 2, platform::SRCAND);
     surface.PaintPicture(canvas.hdc(), 0, 0, 8, -1, 0, 1);
+    surface.PaintPicture(canvas.hdc(), 0, 0, 0, 0, 0, 0, 0, 0);  // no size is no default
     EXPECT_EQ(recorder.text(), "BitBlt 0,0 4x3 from 0,0 rop 0xCC0020\n"
                                "BitBlt 1,2 4x2 from 3,0 rop 0x8800C6\n"
-                               "StretchBlt 0,0 8x3 from 0,1 4x3 rop 0xCC0020\n");
+                               "StretchBlt 0,0 8x3 from 0,1 4x3 rop 0xCC0020\n"
+                               "BitBlt 0,0 0x0 from 0,0 rop 0xCC0020\n");
 }
 
 TEST(clsMEMDC, ClonesAreasAndBitmaps) {
