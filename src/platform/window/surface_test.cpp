@@ -372,6 +372,8 @@ TEST(Icons, GiveCopiesOfTheirBitmaps) {
         icon = CreateIconIndirect({false, 1, 2, mask.bitmap(), color.bitmap()});
         EXPECT_EQ(CreateIconIndirect({true, 0, 0, mask.bitmap(), Canvas(2, 3).bitmap()}), 0U);
         EXPECT_EQ(CreateIconIndirect({true, 0, 0, color.bitmap(), 0}), 0U) << "mask of 24 bits";
+        const Canvas odd(2, 3, Canvas::kMonochrome);
+        EXPECT_EQ(CreateIconIndirect({true, 0, 0, odd.bitmap(), 0}), 0U) << "no lower half";
         EXPECT_EQ(CreateIconIndirect({}), 0U);
     }
     ICONINFO info;
