@@ -102,9 +102,11 @@ void SubclassAttach(ISubclass& oSink, HWND hWnd, std::uint32_t uMsg, std::int32_
 
     const std::intptr_t attachments = WinPropGet(hWnd, WinPropKey::attachments());
     if (attachments == 0) {
-        const std::intptr_t previous =
-            SetWindowLongW(hWnd, GWL_WNDPROC, reinterpret_cast<std::intptr_t>(&SubclassWindowProc));
-        if (previous == 0) {
+        const auto shared = reinterpret_cast<std::intptr_t>(&SubclassWindowProc);
+        const std::intptr_t previous = SetWindowLongW(hWnd, GWL_WNDPROC, shared);
+        // The shared procedure without attachments was put there by somebody who had it from an
+        // earlier one. As its own predecessor it would call itself without end.
+        if (previous == 0 || previous == shared) {
             WinPropSet(hWnd, WinPropKey::mode(uMsg, index), 0);
             WinPropSet(hWnd, WinPropKey::sink(uMsg, index), 0);
             WinPropSet(hWnd, WinPropKey::count(uMsg), index - 1);

@@ -28,11 +28,13 @@ constexpr std::int32_t kInvalidArgument = 5;
 // Raises one of the failures above, and the window and all its attachments are as they were:
 // kInvalidWindow, kExternalWindow for one of another process, kAlreadyAttached for a sink that is
 // attached to this message already, kInvalidArgument for the mode 0, kCannotSubclass when the
-// window keeps its procedure.
+// window keeps its procedure, or somebody else has left the common one there after the last
+// detachment, so that the window's own is not known any more.
 void SubclassAttach(ISubclass& oSink, platform::HWND hWnd, std::uint32_t uMsg, std::int32_t iMode);
 
 // Does nothing for a window that is gone or of another process and for a sink that is not attached.
-// The sinks behind it move up by one place.
+// The sinks behind it move up by one place. The last one puts the window's own procedure back, also
+// over one that somebody else has put in front since.
 void SubclassDetach(const ISubclass& oSink, platform::HWND hWnd, std::uint32_t uMsg) noexcept;
 
 // For use inside a sink: runs the window's previous procedure at once and gives its result; 0

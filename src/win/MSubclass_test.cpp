@@ -74,8 +74,14 @@ public:
     std::function<void()> own;
     HWND hWnd = 0;
     std::intptr_t procedure = 0;
-    Sink a{log, "a"}, b{log, "b"}, c{log, "c"};
+    Sink a{log, "a"}, b{log, "b"}, c{log, "c"}, d{log, "d"};
 };
+
+// Somebody else's procedure in front of all.
+WNDPROC g_behind = nullptr;
+LRESULT inFront(HWND hWnd, std::uint32_t uMsg, WPARAM wParam, LPARAM lParam) {
+    return 1000 + CallWindowProcW(g_behind, hWnd, uMsg, wParam, lParam);
+}
 
 }  // namespace
 
@@ -222,6 +228,30 @@ TEST_F(Subclass, DetachesNothingWhereNothingIs) {
     EXPECT_EQ(windowsWithProps(), 0U);
 }
 
+TEST_F(Subclass, LivesWithAProcedureThatSomebodyElsePutsInFront) {
+    attach(a);
+    const auto front = reinterpret_cast<std::intptr_t>(&inFront);
+    const std::intptr_t shared = SetWindowLongW(hWnd, GWL_WNDPROC, front);
+    g_behind = reinterpret_cast<WNDPROC>(shared);
+    attach(b);
+    EXPECT_EQ(send(), "b(before, 0) a(before, 0) own = 1100");
+    detach(b);
+    detach(a);
+    EXPECT_TRUE(isPlain()) << "the window's own, whatever stood in front";
+
+    // The other one puts back what it had replaced: now nobody knows the window's own any more.
+    SetWindowLongW(hWnd, GWL_WNDPROC, shared);
+    EXPECT_EQ(send(), "= 0");
+    EXPECT_EQ(::test::raised([&] { attach(a); }),
+              std::to_string(kCannotSubclass) + " win_test.WindowProc: Can't subclass window")
+        << "not a procedure that calls itself";
+    EXPECT_EQ(dumpWinProps(hWnd), "");
+    SetWindowLongW(hWnd, GWL_WNDPROC, procedure);
+    attach(a);
+    EXPECT_EQ(send(), "a(before, 0) own = 100");
+    detach(a);
+}
+
 // ---- While a dispatch runs
 
 TEST_F(Subclass, LetsSinksComeAndGoWhileTheyRun) {
@@ -250,6 +280,10 @@ TEST_F(Subclass, LetsSinksComeAndGoWhileTheyRun) {
              b.act = nullptr;
          },
          "c(before, 0) b(before, 0) a(before, 0) own = 100"},
+        {"one more behind all", [&] { attach(d); },
+         "c(before, 0) b(before, 0) a(before, 0) own = 100"},
+        {"all, and a new one", [&] { detach(a), detach(b), detach(c), attach(d); },
+         "c(before, 0) b(before, 0) d(before, 0) own = 100"},
     };
     for (const auto& k : kCases) {
         attach(a);
@@ -257,7 +291,7 @@ TEST_F(Subclass, LetsSinksComeAndGoWhileTheyRun) {
         attach(c);
         b.act = [&](bool&, LRESULT&) { k.act(); };
         EXPECT_EQ(send(), k.expected) << k.what;
-        for (const Sink* sink : {&a, &b, &c}) detach(*sink);
+        for (const Sink* sink : {&a, &b, &c, &d}) detach(*sink);
         EXPECT_TRUE(isPlain()) << k.what;
     }
 }
@@ -277,7 +311,9 @@ TEST_F(Subclass, GoesOnWithTheNextMessageInsideAMessage) {
 }
 
 TEST_F(Subclass, EndsADispatchWhoseWindowASinkDestroys) {
-    for (const std::int32_t mode : {smBefore, smAfter}) {
+    for (const int way : {0, 1, 2, 3}) {
+        const std::int32_t mode = (way & 1) == 0 ? smBefore : smAfter;
+        const bool nested = (way & 2) != 0;  // inside a message that b sends
         WindowOptions options;
         options.kind = WindowKind::Main;
         options.procedure = [](HWND, std::uint32_t uMsg, WPARAM, LPARAM) -> LRESULT {
@@ -286,13 +322,20 @@ TEST_F(Subclass, EndsADispatchWhoseWindowASinkDestroys) {
         };
         const HWND gone = createWindow(options);
         for (Sink* sink : {&a, &b, &c}) SubclassAttach(*sink, gone, kMessage, mode);
+        SubclassAttach(d, gone, kOther, mode);
+        d.act = [&](bool&, LRESULT&) { DestroyWindow(gone); };
         b.act = [&](bool&, LRESULT& lReturn) {
-            DestroyWindow(gone);
+            if (nested) {
+                SendMessageW(gone, kOther, 0, 0);
+            } else {
+                DestroyWindow(gone);
+            }
             lReturn = 3;
         };
         log.clear();
         EXPECT_EQ(SendMessageW(gone, kMessage, 0, 0), mode == smBefore ? 0 : 3);
-        EXPECT_EQ(log, "c(before, 0) b(before, 0) ");
+        const std::string inner = mode == smBefore ? "d(before, 0) " : "d(after, 0) ";
+        EXPECT_EQ(log, "c(before, 0) b(before, 0) " + (nested ? inner : ""));
         EXPECT_EQ(windowsWithProps(), 0U);
     }
 }

@@ -1,9 +1,9 @@
 // win/clsWinProp.h: values by window and key, the store behind MSubclass. Only MSubclass and its
 // tests include this.
 //
-// Each window with entries has an ordered list of them, found by the letter H and the handle; the
-// list goes with its last entry. The keys of an entry, with h the handle, m the message and i an
-// index from 1, all decimal:
+// Each window with entries has a list of them in the order of their making; the list goes with its
+// last entry. The keys of an entry, with h the handle, m the message and i an index from 1, all
+// decimal:
 //
 //   h        the window's previous procedure
 //   Ch       how many attachments the window has, over all messages
