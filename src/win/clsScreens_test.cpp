@@ -132,8 +132,10 @@ TEST_F(Screens, AnswersForOneScreenWhereThePlatformKnowsNoSeveral) {
         bool several;
     } kVersions[] = {
         {{3, 1, VER_PLATFORM_WIN32s}, false},         // code 1
+        {{2, 0, 3}, false},                           // 2
         {{4, 0, VER_PLATFORM_WIN32_WINDOWS}, false},  // 3
         {{4, 10, VER_PLATFORM_WIN32_WINDOWS}, true},  // 4
+        {{4, 90, VER_PLATFORM_WIN32_WINDOWS}, true},  // 5
         {{3, 51, VER_PLATFORM_WIN32_NT}, false},      // 6
         {{4, 0, VER_PLATFORM_WIN32_NT}, false},       // 7
         {{5, 0, VER_PLATFORM_WIN32_NT}, true},        // 8

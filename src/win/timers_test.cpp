@@ -1,4 +1,5 @@
 #include "platform/base/testhooks.h"
+#include "platform/window/application.h"
 #include "platform/window/testhooks.h"
 #include "support/raised.h"
 #include "win/CTimer.h"
@@ -116,6 +117,28 @@ TEST_F(WinTimers, MayEndInItsOwnEvent) {
     EXPECT_EQ(fired, 1);
 }
 
+TEST_F(WinTimers, MayChangeItsIntervalInItsOwnEventAndSurvivesAFailureThere) {
+    CTimer timer;
+    std::string fired;
+    timer.ThatTime = [&] {
+        fired += std::to_string(timer.Interval()) + ' ';
+        timer.Interval(timer.Interval() == 10 ? 50 : 0);
+        timer.ThatTime = [&] {
+            fired += "last ";
+            timer.Interval(0);
+            throw std::runtime_error("no");
+        };
+    };
+    timer.Interval(10);
+    std::string failed;
+    platform::setFailureHandler([&](const std::exception_ptr&) { failed += "failed "; });
+    advanceTimers(500);
+    platform::setFailureHandler(nullptr);
+    EXPECT_EQ(fired, "10 last ");
+    EXPECT_EQ(failed, "failed ");
+    EXPECT_EQ(timer.Interval(), 0);
+}
+
 TEST_F(WinTimers, CallsItsOwnerWithTheTimeSinceTheStart) {
     Owner owner;
     cUniTimer timer;
@@ -133,9 +156,29 @@ TEST_F(WinTimers, CallsItsOwnerWithTheTimeSinceTheStart) {
     EXPECT_EQ(owner.calls, "200#-7 400#-7 600#-7 100#0 ");
     EXPECT_TRUE(timer.TmrStop());
 
+    EXPECT_TRUE(timer.TmrStart(owner, 0)) << "as short as a timer can be";
+    advanceTimers(20);
+    EXPECT_TRUE(timer.TmrStop());
+    EXPECT_TRUE(timer.TmrStart(owner, static_cast<std::uint32_t>(-1))) << "and as long";
+    advanceTimers(1000);
+    EXPECT_EQ(owner.calls, "200#-7 400#-7 600#-7 100#0 10#0 20#0 ");
+    EXPECT_TRUE(timer.TmrStop());
+
     platform::test::failTimers(true);
     EXPECT_FALSE(timer.TmrStart(owner, 100));
     EXPECT_FALSE(timer.IsActive());
+}
+
+TEST_F(WinTimers, MayBeStoppedAndStartedAnewByItsOwner) {
+    Owner owner;
+    cUniTimer timer;
+    owner.act = [&] {
+        EXPECT_TRUE(timer.TmrStop());
+        if (owner.calls == "10#1 ") (void)timer.TmrStart(owner, 20, 2);
+    };
+    timer.TmrStart(owner, 10, 1);
+    advanceTimers(500);
+    EXPECT_EQ(owner.calls, "10#1 20#2 ");
 }
 
 TEST_F(WinTimers, MayBeDestroyedByItsOwner) {

@@ -24,7 +24,8 @@ struct Timer {
     int libraryId = 0;       // 0 while a test moves the clock
     std::uint32_t due = 0;   // tick at which it fires then
     bool dead = false;
-    bool late = false;  // was due while timers were held back
+    bool running = false;  // the callback is at work
+    bool late = false;     // was due while timers were held back
 };
 
 // In the order of starting.
@@ -35,16 +36,19 @@ std::vector<std::shared_ptr<Timer>>& timers() {
 
 int g_held = 0;
 
+// The callback may end the timer and start one anew: that is another Timer, and this one stays for
+// the caller of fire.
 void fire(const std::shared_ptr<Timer>& timer) {
-    if (timer->dead) return;
+    if (timer->dead || timer->running) return;
+    timer->running = true;
     guarded([&] {
         if (timer->callback) {
-            const TimerCallback callback = timer->callback;  // it may start the timer anew
-            callback(timer->id, GetTickCount());
+            timer->callback(timer->id, GetTickCount());
         } else {
             SendMessageW(timer->hWnd, WM_TIMER, timer->id, 0);
         }
     });
+    timer->running = false;
 }
 
 // The library's timers of this process; lives and dies with the application.
@@ -133,7 +137,7 @@ std::uint32_t SetTimer(HWND hWnd, std::uint32_t idEvent, std::uint32_t elapse,
             procedure(0, WM_TIMER, id, time);
         });
     }
-    if (!IsWindow(hWnd)) return 0;
+    if (!IsWindow(hWnd) || idEvent == 0) return 0;
     KillTimer(hWnd, idEvent);
     TimerCallback callback;
     if (procedure != nullptr) {

@@ -18,7 +18,8 @@ using TIMERPROC = void (*)(HWND hWnd, std::uint32_t uMsg, std::uint32_t idEvent,
 // With a window: the timer idEvent of that window, which is started anew if it runs; it goes with
 // the window. Without one idEvent has no influence, and the id is a new one. It calls the procedure
 // with WM_TIMER, or without one sends WM_TIMER to the window. Gives the id; 0 when there is no
-// message loop, for an unknown window, and for a timer that would have neither window nor callback.
+// message loop, for an unknown window, for the timer 0 of a window, and for a timer that would have
+// neither window nor callback.
 [[nodiscard]] std::uint32_t SetTimer(HWND hWnd, std::uint32_t idEvent, std::uint32_t elapse,
                                      TIMERPROC procedure);
 // False for a timer that doesn't run. A firing that is due but did not come yet is dropped.

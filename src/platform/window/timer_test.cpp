@@ -86,6 +86,8 @@ TEST_F(Timers, BelongToAWindowAndGoWithIt) {
     DestroyWindow(hWnd);
     EXPECT_EQ(runningTimers(), 0);
     EXPECT_EQ(SetTimer(hWnd, 7, 50, nullptr), 0U) << "no window";
+    ::test::LoggedWindow other(log, "other", someWindow());
+    EXPECT_EQ(SetTimer(other.hWnd(), 0, 50, nullptr), 0U) << "0 is no timer";
     EXPECT_EQ(SetTimer(0, 7, 50, nullptr), 0U) << "nobody to call";
     (void)log.take();
 }
@@ -162,6 +164,30 @@ TEST_F(Timers, RunOnTheRealClockUntilKilledAndWaitWhileHeldBack) {
     }
     const int before = calls;
     EXPECT_TRUE(waitUntil([&] { return calls > before; }));
+    EXPECT_TRUE(KillTimer(0, id));
+}
+
+TEST_F(Timers, DoNotFireInsideTheirOwnFiringAlsoALateOne) {
+    platform::test::setManualTimers(false);
+    platform::test::setTickCount(std::nullopt);
+    const auto readFor = [](std::uint32_t milliseconds) {
+        const std::uint32_t start = GetTickCount();
+        while (GetTickCount() - start < milliseconds) pumpMessages();
+    };
+    int calls = 0, depth = 0, deepest = 0;
+    const std::uint32_t id = setTimer(10, [&](std::uint32_t, std::uint32_t) {
+        ++calls;
+        deepest = std::max(deepest, ++depth);
+        readFor(40);
+        --depth;
+    });
+    {
+        const TimerHold hold;
+        readFor(30);
+        EXPECT_EQ(calls, 0);
+    }
+    while (calls < 2) pumpMessages();
+    EXPECT_EQ(deepest, 1);
     EXPECT_TRUE(KillTimer(0, id));
 }
 
