@@ -408,8 +408,8 @@ LRESULT DefWindowProcW(HWND hWnd, std::uint32_t uMsg, WPARAM wParam, LPARAM lPar
         } else {
             stashed->result = true;
         }
-        if (!IsWindow(hWnd)) return 0;
     }
+    if (!IsWindow(hWnd)) return 0;
 
     const HWND parent = record->kind == WindowKind::Child ? GetParent(hWnd) : 0;
     switch (uMsg) {

@@ -117,16 +117,16 @@ void reportPlace(WindowRecord& record, QEvent* event) {
     const HWND hWnd = record.handle;
     const QWidget& widget = *record.widget;
     const POINT position{widget.geometry().x(), widget.geometry().y()};
-    const SIZE size{widget.width(), widget.height()};
-    WPARAM state = SIZE_RESTORED;
-    if (widget.isWindow() && widget.isMinimized()) state = SIZE_MINIMIZED;
-    if (widget.isWindow() && !widget.isMinimized() && widget.isMaximized()) state = SIZE_MAXIMIZED;
-
     if (position != record.reportedPosition) {
         record.reportedPosition = position;
         SendMessageW(hWnd, WM_MOVE, 0, makeLParam(position.x, position.y));
         if (!IsWindow(hWnd)) return;
     }
+    // Asked only now: whoever heard of the move may have sized the window, and reported that.
+    const SIZE size{widget.width(), widget.height()};
+    WPARAM state = SIZE_RESTORED;
+    if (widget.isWindow() && widget.isMinimized()) state = SIZE_MINIMIZED;
+    if (widget.isWindow() && !widget.isMinimized() && widget.isMaximized()) state = SIZE_MAXIMIZED;
     if (size != record.reportedSize || state != record.reportedState) {
         record.reportedSize = size;
         record.reportedState = state;

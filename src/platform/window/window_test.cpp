@@ -301,6 +301,28 @@ TEST_F(Window, TellsChangesOfPlaceAtOnceAndOnlyOnce) {
     EXPECT_EQ(rect, (RECT{41, 52, 61, 62}));
 }
 
+TEST_F(Window, ReportsTheSizeThatAMoveHasLedTo) {
+    LoggedWindow main(log, "main", mainWindow());
+    LoggedWindow child(log, "child", childOf(main));
+    for (const bool visible : {false, true}) {
+        if (visible) show(main);
+        SetWindowPos(child.hWnd(), 0, 10, 10, 50, 30, SWP_NOZORDER);
+        (void)log.take();
+        child.on = [&](std::uint32_t uMsg, WPARAM, LPARAM) -> std::optional<LRESULT> {
+            if (uMsg == WM_MOVE) {
+                SetWindowPos(child.hWnd(), 0, 0, 0, 7, 8, SWP_NOMOVE | SWP_NOZORDER);
+            }
+            return std::nullopt;
+        };
+        SetWindowPos(child.hWnd(), 0, 20, 20, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+        EXPECT_EQ(log.take(), "child: WM_MOVE 0 20,20\nchild: WM_SIZE 0 7,8\n") << visible;
+        RECT rect{};
+        GetClientRect(child.hWnd(), rect);
+        EXPECT_EQ(rect, (RECT{0, 0, 7, 8}));
+        child.on = nullptr;
+    }
+}
+
 TEST_F(Window, ShowsHidesAndMinimises) {
     LoggedWindow main(log, "main", mainWindow());
     LoggedWindow child(log, "child", childOf(main));
@@ -681,17 +703,21 @@ TEST_F(Window, MayBeDestroyedInEachOfItsMessages) {
         {WM_CLOSE, [](HWND h) { widgetOf(h)->close(); }},
         {WM_ENABLE, [](HWND h) { EnableWindow(h, false); }},
     };
-    for (const bool child : {true, false}) {
+    // Straight, and by a message that the message sends.
+    for (const int way : {0, 1, 2, 3}) {
+        const bool child = (way & 1) == 0, nested = (way & 2) != 0;
         for (const auto& message : kMessages) {
-            const std::string what =
-                (child ? "child " : "top ") + ::test::messageLine(message.uMsg, 0, 0);
+            const std::string what = std::string(child ? "child " : "top ") +
+                                     (nested ? "nested " : "") +
+                                     ::test::messageLine(message.uMsg, 0, 0);
             LoggedWindow main(log, "main", mainWindow());
             LoggedWindow target(log, "target", child ? childOf(main) : mainWindow());
             show(main);
             ShowWindow(target.hWnd(), SW_SHOW);
             settle();
             target.on = [&](std::uint32_t uMsg, WPARAM, LPARAM) -> std::optional<LRESULT> {
-                if (uMsg == message.uMsg) DestroyWindow(target.hWnd());
+                if (uMsg == message.uMsg && nested) SendMessageW(target.hWnd(), WM_APP, 0, 0);
+                if (uMsg == (nested ? WM_APP : message.uMsg)) DestroyWindow(target.hWnd());
                 return std::nullopt;
             };
             message.act(target.hWnd());
