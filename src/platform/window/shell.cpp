@@ -85,7 +85,8 @@ std::intptr_t ShellExecuteW(HWND hWnd, TextView verb, TextView file, TextView pa
 
     std::string path = pathToSystem(file);
     if (!path.empty() && path.front() != '/' && !directory.empty()) {
-        path = pathToSystem(directory) + '/' + path;
+        const std::string around = pathToSystem(directory);
+        path = around + (around.ends_with('/') ? "" : "/") + path;
     }
     struct stat state {};
     if (path.empty() || ::stat(path.c_str(), &state) != 0) return SE_ERR_FNF;
