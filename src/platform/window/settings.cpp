@@ -87,7 +87,11 @@ bool SaveSetting(TextView application, TextView section, TextView key, TextView 
     store.setAtomicSyncRequired(true);
     store.setValue(keyOf(section, key), toStored(value));
     store.sync();
-    return store.status() == QSettings::NoError;
+    if (store.status() != QSettings::FormatError) return store.status() == QSettings::NoError;
+    // That tells of the file as it was; a second look tells whether it has been written.
+    QSettings written(store.fileName(), QSettings::IniFormat);
+    written.sync();
+    return written.status() == QSettings::NoError;
 }
 
 }  // namespace platform

@@ -10,7 +10,8 @@ namespace platform {
 // The stored text; sDefault when there is none or the store cannot be read.
 [[nodiscard]] Text GetSetting(TextView application, TextView section, TextView key,
                               TextView sDefault = {});
-// False when it cannot be written; what was stored before stays then.
+// False when it cannot be written; what was stored before stays then. Lines of the file that are no
+// settings go with the first change.
 bool SaveSetting(TextView application, TextView section, TextView key, TextView value);
 
 }  // namespace platform

@@ -60,9 +60,32 @@ TEST_F(Settings, HoldAnyText) {
     EXPECT_FALSE(std::filesystem::exists(dir.path().parent_path() / "x"));
 }
 
+TEST_F(Settings, SurviveADamagedFile) {
+    EXPECT_TRUE(SaveSetting(u"App", u"S", u"K", u"kept"));
+    const std::string good = dir.read("App/settings.ini");
+    const std::string kDamages[] = {"no setting\n" + good, good + "[open\nx\x80\xFF\n",
+                                    std::string("\0\0\n", 3) + good};
+    for (const std::string& damaged : kDamages) {
+        dir.write("App/settings.ini", damaged);
+        EXPECT_EQ(GetSetting(u"App", u"S", u"K"), u"kept") << damaged;
+        dir.write("App/settings.ini", damaged + "\n");  // as if it were new
+        EXPECT_TRUE(SaveSetting(u"App", u"S", u"New", u"1")) << damaged;
+        EXPECT_EQ(GetSetting(u"App", u"S", u"K"), u"kept") << damaged;
+        EXPECT_EQ(GetSetting(u"App", u"S", u"New"), u"1") << damaged;
+    }
+    dir.write("App/settings.ini", "\x1F\x8B");
+    EXPECT_EQ(GetSetting(u"App", u"S", u"K", u"default"), u"default");
+}
+
 TEST_F(Settings, SayWhenTheyCannotBeWritten) {
     dir.write("folder", "a file where a folder is needed");
     platform::test::setSettingsFolder((dir.path() / "folder").string());
     EXPECT_FALSE(SaveSetting(u"App", u"S", u"K", u"1"));
     EXPECT_EQ(GetSetting(u"App", u"S", u"K", u"default"), u"default");
+
+    // What can be read, is no settings, and takes no writing.
+    platform::test::setSettingsFolder(dir.path().string());
+    std::filesystem::create_directory(dir.path() / "Link");
+    std::filesystem::create_symlink("/proc/version", dir.path() / "Link" / "settings.ini");
+    EXPECT_FALSE(SaveSetting(u"Link", u"S", u"K", u"1"));
 }
