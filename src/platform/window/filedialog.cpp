@@ -2,6 +2,7 @@
 #include "platform/base/codepages.h"
 #include "platform/base/paths.h"
 #include "platform/window/dialogs.h"
+#include "platform/window/surface.h"
 #include "platform/window/testhooks_internal.h"
 #include "platform/window/toolkit_internal.h"
 #include "platform/window/window_internal.h"
@@ -12,12 +13,14 @@
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
 #include <algorithm>
 #include <dirent.h>
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <sys/stat.h>
@@ -64,6 +67,11 @@ bool isDirectory(const std::string& path) {
 
 std::string join(const std::string& directory, const std::string& name) {
     return directory.ends_with('/') ? directory + name : directory + '/' + name;
+}
+
+// Of an absolute path; the root's is the root.
+std::string directoryOf(const std::string& path) {
+    return path.substr(0, std::max<std::size_t>(path.rfind('/'), 1));
 }
 
 struct Resolved {
@@ -133,9 +141,7 @@ private:
     }
     [[nodiscard]] std::string pathOf(const QListWidgetItem& item) const {
         const std::string name = item.data(Qt::UserRole).toByteArray().toStdString();
-        if (name != "..") return join(m_directory, name);
-        const std::size_t last = m_directory.rfind('/');
-        return last == 0 || last == std::string::npos ? "/" : m_directory.substr(0, last);
+        return name == ".." ? directoryOf(m_directory) : join(m_directory, name);
     }
 
     bool m_directoriesOnly;
@@ -164,7 +170,11 @@ public:
         m_odd->onChosen([this](const std::string& path) { choose(path); });
         connect(this, &QFileDialog::directoryEntered, this, [this] { showOdd(); });
         connect(this, &QFileDialog::filterSelected, this, [this] { showOdd(); });
+        // What was chosen or typed last counts.
         connect(this, &QFileDialog::currentChanged, this, [this] { m_odd->clearSelection(); });
+        if (auto* name = findChild<QLineEdit*>()) {
+            connect(name, &QLineEdit::textChanged, this, [this] { m_odd->clearSelection(); });
+        }
         connect(m_odd, &QListWidget::itemSelectionChanged, this, [this] {
             // The library sees no name in its own field.
             auto* buttons = findChild<QDialogButtonBox*>();
@@ -174,6 +184,16 @@ public:
         });
     }
 
+    // Starts in a directory that is there, an absolute path. The library can show one only when its
+    // name is text: the list opens any other one, and the library shows the next around it.
+    void startIn(const std::string& directory) {
+        std::string shownByLibrary = directory;
+        while (!isText(shownByLibrary)) shownByLibrary = directoryOf(shownByLibrary);
+        setDirectory(QFile::decodeName(shownByLibrary.c_str()));
+        showOdd();
+        if (m_odd != nullptr && shownByLibrary != directory) showOdd(directory, true);
+    }
+
     void showOdd() {
         if (m_odd == nullptr) return;
         const QString filter = selectedNameFilter();
@@ -181,9 +201,7 @@ public:
         QStringList patterns;
         if (open >= 0) patterns = filter.mid(open + 1).chopped(1).split(u' ');
         m_odd->setPatterns(patterns.isEmpty() ? QStringList{QStringLiteral("*")} : patterns);
-        m_odd->enter(QFile::encodeName(directory().absolutePath()).toStdString(), false);
-        m_odd->setVisible(m_odd->count() > 0);
-        m_oddLabel->setVisible(m_odd->count() > 0);
+        showOdd(QFile::encodeName(directory().absolutePath()).toStdString(), false);
     }
 
     // Runs the dialog until a path is there that acceptable takes, or it is cancelled: then the
@@ -191,7 +209,8 @@ public:
     [[nodiscard]] std::string
     run(const std::function<bool(QWidget& dialog, const std::string& path)>& acceptable) {
         const QPointer<PathDialog> self = this;
-        showOdd();
+        const int dpi = logicalDpiX();
+        resize(size().expandedTo(QSize(MulDiv(640, dpi, 96), MulDiv(420, dpi, 96))));
         while (exec() == Accepted && !self.isNull()) {
             Resolved found{m_chosen, {}};
             if (m_chosen.empty()) found = resolve(selectedFiles().value(0));
@@ -221,6 +240,11 @@ protected:
     }
 
 private:
+    void showOdd(const std::string& directory, bool all) {
+        m_odd->enter(directory, all);
+        m_odd->setVisible(m_odd->count() > 0);
+        m_oddLabel->setVisible(m_odd->count() > 0);
+    }
     void choose(const std::string& path) {
         m_chosen = path;
         // The library's file dialog would look for a name in its own field.
@@ -236,8 +260,22 @@ QDir g_lastDirectory;  // the present one at first
 
 // ---- Records
 
+// A pattern as the library's own form of a filter can hold it: blanks part the patterns there, and
+// of all letters it knows only some. What it would not take fits any character.
+QString heldPattern(QString pattern) {
+    if (pattern == u"*.*") return QStringLiteral("*");
+    for (QChar& c : pattern) {
+        const bool held =
+            c.unicode() < 128 &&
+            (c.isLetterOrNumber() || QStringView(u"_.,*?+;#-[]@{}/!<>$%&=^~:|").contains(c));
+        if (!held) c = u'?';
+    }
+    return pattern;
+}
+
 // "Language Files", "*.lng; *.ini" -> "Language Files (*.lng *.ini)". A description that ends in
-// patterns of its own loses them: the dialog shows them anyway.
+// patterns of its own loses them: the dialog shows them anyway. A missing pattern is that of all
+// files; an empty description ends the list.
 QStringList nameFilters(TextView filter) {
     QStringList filters;
     const auto takePart = [&] {
@@ -251,11 +289,13 @@ QStringList nameFilters(TextView filter) {
         QStringList patterns;
         for (const QString& pattern : takePart().split(u';', Qt::SkipEmptyParts)) {
             const QString trimmed = pattern.trimmed();
-            if (!trimmed.isEmpty()) patterns << (trimmed == u"*.*" ? QStringLiteral("*") : trimmed);
+            if (!trimmed.isEmpty()) patterns << heldPattern(trimmed);
         }
         if (patterns.isEmpty()) patterns << QStringLiteral("*");
         const qsizetype open = description.lastIndexOf(u'(');
-        if (open > 0 && description.endsWith(u')')) description = description.left(open).trimmed();
+        if (open > 0 && description.endsWith(u')') && description.indexOf(u'*', open) > 0) {
+            description = description.left(open).trimmed();
+        }
         filters << description + QStringLiteral(" (") + patterns.join(u' ') + u')';
     }
     return filters;
@@ -287,7 +327,7 @@ std::string extensionOf(const std::string& path) {
 
 bool canWrite(const std::string& path) {
     if (exists(path)) return ::access(path.c_str(), W_OK) == 0;
-    return ::access(path.substr(0, std::max<std::size_t>(path.rfind('/'), 1)).c_str(), W_OK) == 0;
+    return ::access(directoryOf(path).c_str(), W_OK) == 0;
 }
 
 std::uint32_t flagsAfter(const OPENFILENAMEW& record, const std::string& path) {
@@ -322,12 +362,16 @@ bool askByScript(test::DialogScript& script, OPENFILENAMEW& record, bool save) {
     return true;
 }
 
-// The directory of a dialog: text names it, or the last one counts.
-QString directoryFor(const std::string& systemPath) {
-    const QString name = QFile::decodeName(systemPath.c_str());
-    return !systemPath.empty() && isDirectory(systemPath) && isText(systemPath)
-               ? name
-               : g_lastDirectory.absolutePath();
+// The directory to start in: the wished one when it is there, else the last one.
+std::string startDirectory(const std::string& wished) {
+    return isDirectory(wished) ? std::filesystem::absolute(wished).string()
+                               : QFile::encodeName(g_lastDirectory.absolutePath()).toStdString();
+}
+
+// Shows a message of the dialog. Always false, for acceptable.
+bool tell(QWidget& dialog, const QString& text) {
+    QMessageBox::warning(&dialog, dialog.windowTitle(), text);
+    return false;
 }
 
 bool ask(OPENFILENAMEW& record, bool save) {
@@ -350,17 +394,13 @@ bool ask(OPENFILENAMEW& record, bool save) {
     const std::size_t slash = name.rfind('/');
     const std::string around = slash == std::string::npos ? pathToSystem(record.lpstrInitialDir)
                                                           : name.substr(0, slash + 1);
-    dialog->setDirectory(directoryFor(around));
+    dialog->startIn(startDirectory(around));
     if (!name.empty() && isText(name)) {
         dialog->selectFile(shown(slash == std::string::npos ? name : name.substr(slash + 1)));
     }
 
-    const auto tell = [](QWidget& parent, const QString& text) {
-        QMessageBox::warning(&parent, parent.windowTitle(), text);
-        return false;
-    };
     const std::string path = dialog->run([&](QWidget& box, const std::string& chosen) {
-        const std::string directory = chosen.substr(0, std::max<std::size_t>(chosen.rfind('/'), 1));
+        const std::string directory = directoryOf(chosen);
         if (mustExist && !exists(chosen)) {
             return tell(box, QFileDialog::tr("%1\nFile not found.").arg(shown(chosen)));
         }
@@ -373,7 +413,14 @@ bool ask(OPENFILENAMEW& record, bool save) {
         if (pathFromSystem(chosen).size() + 1 > record.nMaxFile) {
             return tell(box, QFileDialog::tr("%1\nThe path is too long.").arg(shown(chosen)));
         }
-        return true;
+        // The library has asked already, unless it did not see the name.
+        const bool ask = save && (record.Flags & OFN_OVERWRITEPROMPT) != 0;
+        return !ask || isText(chosen) || !exists(chosen) ||
+               QMessageBox::warning(
+                   &box, box.windowTitle(),
+                   QFileDialog::tr("%1 already exists.\nDo you want to replace it?")
+                       .arg(shown(chosen)),
+                   QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
     });
     if (path.empty() || !dialog) return false;
 
@@ -421,9 +468,13 @@ ITEMIDLIST browse(HWND owner, TextView title, BFFCALLBACK callback, LPARAM data)
     options.kind = WindowKind::Bare;
     options.procedure = browseProcedure;
     options.userData = reinterpret_cast<std::intptr_t>(&selection);
-    const HWND stand = createWindow(options);
-    if (callback != nullptr) callback(stand, BFFM_INITIALIZED, 0, data);
-    DestroyWindow(stand);
+    if (callback != nullptr) {
+        const struct Stand {
+            HWND hWnd;
+            ~Stand() { DestroyWindow(hWnd); }
+        } stand{createWindow(options)};
+        callback(stand.hWnd, BFFM_INITIALIZED, 0, data);
+    }
     selection = trimmedName(selection);
 
     if (test::DialogScript* script = dialogScript()) {
@@ -433,9 +484,11 @@ ITEMIDLIST browse(HWND owner, TextView title, BFFCALLBACK callback, LPARAM data)
     }
     DialogPointer<PathDialog> dialog(new PathDialog(widgetOf(owner), true));
     if (!title.empty()) dialog->setWindowTitle(toQt(title));
-    dialog->setDirectory(directoryFor(pathToSystem(selection)));
-    const std::string path =
-        dialog->run([](QWidget&, const std::string& chosen) { return isDirectory(chosen); });
+    dialog->startIn(startDirectory(pathToSystem(selection)));
+    const std::string path = dialog->run([](QWidget& box, const std::string& chosen) {
+        return isDirectory(chosen) ||
+               tell(box, QFileDialog::tr("%1\nFolder not found.").arg(shown(chosen)));
+    });
     return path.empty() ? 0 : keepItem(path);
 }
 
