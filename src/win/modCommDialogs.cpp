@@ -189,21 +189,27 @@ bool ShowFontEx(ChosenFont& CurFont, FontDialogOptions& options) {
         record.nSizeMin = options.MinSize;
         record.nSizeMax = options.MaxSize > 0 ? options.MaxSize : 0x7FFF;
     }
-    LogicalFont& font = record.lpLogFont;
-    font.lfFaceName = CurFont.Name;
-    const float pixels = CurFont.Size * static_cast<float>(logPixels()) / kPointsPerInch;
-    font.lfHeight = -static_cast<std::int32_t>(std::lrintf(pixels));
+    LOGFONTA& font = record.lpLogFont;
+    (void)setFaceName(font, CurFont.Name);  // else it stays empty
+    const auto dpi = static_cast<float>(logPixels());
+    font.lfHeight = -static_cast<std::int32_t>(std::lrintf(CurFont.Size * dpi / kPointsPerInch));
     font.lfWeight = CurFont.Weight;
-    font.lfItalic = CurFont.Italic;
-    font.lfUnderline = CurFont.Underline;
-    font.lfStrikeOut = CurFont.Strikethrough;
+    font.lfItalic = CurFont.Italic ? 1 : 0;
+    font.lfUnderline = CurFont.Underline ? 1 : 0;
+    font.lfStrikeOut = CurFont.Strikethrough ? 1 : 0;
+    const Text shownName = faceNameOf(font);
+    const std::int32_t shownHeight = font.lfHeight;
     if (!ChooseFontA(record)) return false;
-    CurFont.Name = font.lfFaceName;
-    CurFont.Size = static_cast<float>(record.iPointSize) / 10;
+    // Whole pixels stand for several sizes, and a name may not have fitted: only a choice counts.
+    if (Text name = faceNameOf(font); name != shownName) CurFont.Name = std::move(name);
+    const float shownPoints = static_cast<float>(-shownHeight) * kPointsPerInch / dpi;
+    if (record.iPointSize != std::lround(shownPoints * 10) || font.lfHeight != shownHeight) {
+        CurFont.Size = static_cast<float>(record.iPointSize) / 10;
+    }
     CurFont.Weight = font.lfWeight;
-    CurFont.Italic = font.lfItalic;
-    CurFont.Underline = font.lfUnderline;
-    CurFont.Strikethrough = font.lfStrikeOut;
+    CurFont.Italic = font.lfItalic != 0;
+    CurFont.Underline = font.lfUnderline != 0;
+    CurFont.Strikethrough = font.lfStrikeOut != 0;
     if (options.Color != -1) options.Color = record.rgbColors;
     return true;
 }

@@ -26,15 +26,16 @@ void InitDialogs();  // clears the custom colours
 
 // A font as a person chooses it.
 struct ChosenFont {
-    Text Name;
-    float Size = 0;  // points; 0: none given
+    Text Name = u"MS Sans Serif";
+    float Size = 8.25F;  // points
     std::int32_t Weight = 400;
     bool Italic = false, Underline = false, Strikethrough = false;
 
     [[nodiscard]] bool Bold() const { return Weight > 550; }  // nearer to 700 than to 400
 };
 
-// All in and out. A blank name and a size below 1 give the dialog no start.
+// All in and out. A blank name and a size below 1 are those of a new ChosenFont. The size is whole
+// points, halves to even; what the person leaves alone comes back as it was given.
 [[nodiscard]] bool ShowFont(Text& sFontName, platform::COLORREF& lFontColor, bool& bFontBold,
                             bool& bFontItalic, bool& bFontUnderline, bool& bFontStrikeout,
                             std::int32_t& iSize);
@@ -45,6 +46,8 @@ struct FontDialogOptions {
     std::int32_t MinSize = 0, MaxSize = 0;  // points; 0: no limit
     std::uint32_t flags = 0;                // CF_..., added to those that the rest asks for
 };
+// A name that a dialog record cannot hold (31 bytes of the system's code page) is shown as the
+// program's own face, and stays when the person chooses no other.
 [[nodiscard]] bool ShowFontEx(ChosenFont& CurFont, FontDialogOptions& options);
 
 // The chosen folder. One such dialog at a time.

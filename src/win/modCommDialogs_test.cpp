@@ -6,6 +6,7 @@
 #include "support/raised.h"
 #include "win/clsCommDialogs.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 
 using namespace platform;
@@ -163,9 +164,9 @@ TEST_F(CommDialogs, LetAFontBeChosen) {
     std::int32_t size = 12;
     EXPECT_FALSE(ShowFont(name, color, bold, italic, underline, strikeout, size));
     EXPECT_TRUE(name == u"Arial" && bold && strikeout && size == 12) << "cancelled";
-    LogicalFont chosen;
-    chosen.lfFaceName = u"Tahoma";
-    chosen.lfItalic = chosen.lfUnderline = true;
+    LOGFONTA chosen;
+    EXPECT_TRUE(setFaceName(chosen, u"Tahoma"));
+    chosen.lfItalic = chosen.lfUnderline = 1;
     script.answerFont(chosen, 9, rgb(7, 8, 9));
     EXPECT_TRUE(ShowFont(name, color, bold, italic, underline, strikeout, size));
     EXPECT_EQ(name, u"Tahoma");
@@ -179,7 +180,9 @@ TEST_F(CommDialogs, LetAFontBeChosen) {
     EXPECT_EQ(script.log(),
               "UNANSWERED font flags=0x141 name=\"Arial\" height=-16 weight=700 color=0x30201\n"
               "font flags=0x141 name=\"Arial\" height=-16 weight=700 color=0x30201\n"
-              "UNANSWERED font flags=0x141 name=\"\" height=0 weight=400 color=0x90807\n");
+              "UNANSWERED font flags=0x141 name=\"MS Sans Serif\" height=-11 weight=400 "
+              "color=0x90807\n")
+        << "a blank name and no size are those of a new font";
 }
 
 TEST_F(CommDialogs, PassTheFontOptionsOn) {
@@ -190,8 +193,9 @@ TEST_F(CommDialogs, PassTheFontOptionsOn) {
     options.PrinterDC = 5;
     options.MinSize = 6;
     options.Color = 0;
-    LogicalFont chosen;
+    LOGFONTA chosen;
     chosen.lfWeight = 900;
+    EXPECT_TRUE(setFaceName(chosen, u"Tahoma"));
     script.answerFont(chosen, 10, rgb(1, 1, 1));
     EXPECT_TRUE(ShowFontEx(font, options));
     EXPECT_EQ(font.Size, 10);
@@ -200,6 +204,28 @@ TEST_F(CommDialogs, PassTheFontOptionsOn) {
     EXPECT_EQ(script.log(),
               "UNANSWERED font flags=0x41 name=\"Tahoma\" height=-11 weight=600 color=0x0\n"
               "font flags=0x2142 name=\"Tahoma\" height=-11 weight=600 color=0x0\n");
+}
+
+TEST_F(CommDialogs, LeaveOfAFontWhatWasNotChosen) {
+    platform::test::setLocale("C");
+    const auto confirmed = [](const ChosenFont& given, const LOGFONTA& answer, int points) {
+        DialogScript script;
+        script.answerFont(answer, points);
+        ChosenFont font = given;
+        FontDialogOptions options;
+        EXPECT_TRUE(ShowFontEx(font, options));
+        return toUtf8(font.Name) + ' ' + std::to_string(std::lround(font.Size * 100));
+    };
+    const Text longName(40, u'x');
+    LOGFONTA none, tahoma;
+    EXPECT_TRUE(setFaceName(tahoma, u"Tahoma"));
+    EXPECT_EQ(confirmed({longName, 12}, none, 12), std::string(40, 'x') + " 1200")
+        << "the record could not hold the name, and no other was chosen";
+    EXPECT_EQ(confirmed({u"\u4E2D", 12}, none, 12), "\xE4\xB8\xAD 1200");
+    EXPECT_EQ(confirmed({longName, 12}, tahoma, 12), "Tahoma 1200");
+    EXPECT_EQ(confirmed({u"Tahoma", 8.25F}, tahoma, 8), "Tahoma 800")
+        << "another size of as many pixels";
+    EXPECT_EQ(confirmed({u"Tahoma", 12.1F}, tahoma, 12), "Tahoma 1210") << "16 pixels";
 }
 
 TEST_F(CommDialogs, LetAFolderBeChosen) {

@@ -3,6 +3,7 @@
 
 #include "platform/window/surface.h"
 #include "platform/window/testhooks_internal.h"
+#include "platform/window/text_face.h"
 #include "platform/window/toolkit_internal.h"
 #include "platform/window/window_internal.h"
 
@@ -145,7 +146,9 @@ bool ChooseColorA(CHOOSECOLORA& record) {
     if (dialog->exec() != QDialog::Accepted || !dialog) return false;
     record.rgbResult = colorOf(dialog->selectedColor());
     for (int i = 0; i < kCustom; ++i) {
-        record.lpCustColors[static_cast<std::size_t>(i)] = colorOf(QColorDialog::customColor(i));
+        // The high byte is no part of the colour, and the caller's.
+        COLORREF& custom = record.lpCustColors[static_cast<std::size_t>(i)];
+        custom = (custom & ~0xFFFFFF) | colorOf(QColorDialog::customColor(i));
     }
     return true;
 }
@@ -159,6 +162,20 @@ int screenDpi() {
     const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
     ReleaseDC(0, screen);
     return dpi == 0 ? 96 : dpi;
+}
+
+// How a font record looks in the dialog. What stands for the wished face shows under its own name.
+QFont shownFont(const LOGFONTA& wish, int dpi) {
+    const HFONT hFont = CreateFontIndirectA(wish);
+    const QFont drawn = toolkitFontOf(hFont);
+    DeleteObject(hFont);
+    QFont font(drawn.family());
+    font.setPointSizeF(drawn.pixelSize() * 72.0 / dpi);
+    font.setWeight(drawn.weight());
+    font.setItalic(drawn.italic());
+    font.setUnderline(drawn.underline());
+    font.setStrikeOut(drawn.strikeOut());
+    return font;
 }
 
 class FontDialog final : public QFontDialog {
@@ -182,12 +199,18 @@ private:
     void done(int result) override {
         const double points = currentFont().pointSizeF();
         const bool limited = (m_wish.Flags & CF_LIMITSIZE) != 0;
-        if (result == Accepted && limited &&
-            (points < m_wish.nSizeMin || points > m_wish.nSizeMax)) {
-            QMessageBox::warning(this, windowTitle(),
-                                 tr("The size must be between %1 and %2 points.")
-                                     .arg(m_wish.nSizeMin)
-                                     .arg(m_wish.nSizeMax));
+        QString wrong;
+        if (limited && (points < m_wish.nSizeMin || points > m_wish.nSizeMax)) {
+            wrong = tr("The size must be between %1 and %2 points.")
+                        .arg(m_wish.nSizeMin)
+                        .arg(m_wish.nSizeMax);
+        } else if (LOGFONTA font; !setFaceName(font, toText(currentFont().family()))) {
+            wrong = tr("%1\nThis font cannot be used here: its name is too long, or has characters "
+                       "that the system's code page lacks.")
+                        .arg(currentFont().family());
+        }
+        if (result == Accepted && !wrong.isEmpty()) {
+            QMessageBox::warning(this, windowTitle(), wrong);
             return;
         }
         QFontDialog::done(result);
@@ -200,11 +223,12 @@ private:
 }  // namespace
 
 bool ChooseFontA(CHOOSEFONTA& record) {
+    if ((record.Flags & CF_LIMITSIZE) != 0 && record.nSizeMax < record.nSizeMin) return false;
     const int dpi = screenDpi();
-    LogicalFont& chosen = record.lpLogFont;
+    LOGFONTA& chosen = record.lpLogFont;
     if (test::DialogScript* script = dialogScript()) {
         const auto answer = script->next(
-            "font", "flags=" + hex(record.Flags) + " name=" + quotedText(chosen.lfFaceName) +
+            "font", "flags=" + hex(record.Flags) + " name=" + quotedText(faceNameOf(chosen)) +
                         " height=" + std::to_string(chosen.lfHeight) +
                         " weight=" + std::to_string(chosen.lfWeight) +
                         " color=" + hex(static_cast<std::uint32_t>(record.rgbColors)));
@@ -217,28 +241,32 @@ bool ChooseFontA(CHOOSEFONTA& record) {
     }
 
     DialogPointer<FontDialog> dialog(new FontDialog(widgetOf(record.hwndOwner), record));
-    if ((record.Flags & CF_INITTOLOGFONTSTRUCT) != 0) {
-        QFont font(toQt(chosen.lfFaceName));
-        if (chosen.lfHeight != 0) font.setPointSizeF(std::abs(chosen.lfHeight) * 72.0 / dpi);
-        font.setWeight(static_cast<QFont::Weight>(std::clamp(chosen.lfWeight, 1, 1000)));
-        font.setItalic(chosen.lfItalic);
-        font.setUnderline(chosen.lfUnderline);
-        font.setStrikeOut(chosen.lfStrikeOut);
-        dialog->setCurrentFont(font);
-    }
+    const bool startsWithFont = (record.Flags & CF_INITTOLOGFONTSTRUCT) != 0;
+    const QFont shown = shownFont(startsWithFont ? chosen : LOGFONTA(), dpi);
+    dialog->setCurrentFont(shown);
+    const QFont start = dialog->currentFont();  // the dialog knows fewer sizes and weights
     if (dialog->exec() != QDialog::Accepted || !dialog) return false;
     const QFont font = dialog->selectedFont();
-    const double points = font.pointSizeF() > 0 ? font.pointSizeF() : font.pixelSize() * 72.0 / dpi;
-    chosen.lfFaceName = toText(font.family());
-    chosen.lfWeight = font.weight();
-    chosen.lfItalic = font.italic();
-    if ((record.Flags & CF_EFFECTS) != 0) {
-        chosen.lfUnderline = font.underline();
-        chosen.lfStrikeOut = font.strikeOut();
-        record.rgbColors = dialog->color();
+    // What the person left alone stays what the caller gave, not what stood for it.
+    const auto changed = [&](const auto& part) {
+        return !startsWithFont || part(font) != part(start);
+    };
+    if (changed([](const QFont& f) { return f.family(); })) {
+        (void)setFaceName(chosen, toText(font.family()));  // the dialog has seen to it
+    }
+    if (changed([](const QFont& f) { return f.weight(); })) chosen.lfWeight = font.weight();
+    double points = shown.pointSizeF();
+    if (changed([](const QFont& f) { return f.pointSizeF(); })) {
+        points = font.pointSizeF();
+        chosen.lfHeight = -static_cast<std::int32_t>(std::lround(points * dpi / 72));
     }
     record.iPointSize = static_cast<std::int32_t>(std::lround(points * 10));
-    chosen.lfHeight = -static_cast<std::int32_t>(std::lround(points * dpi / 72));
+    chosen.lfItalic = font.italic() ? 1 : 0;
+    if ((record.Flags & CF_EFFECTS) != 0) {
+        chosen.lfUnderline = font.underline() ? 1 : 0;
+        chosen.lfStrikeOut = font.strikeOut() ? 1 : 0;
+        record.rgbColors = dialog->color();
+    }
     return true;
 }
 

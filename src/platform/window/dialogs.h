@@ -5,6 +5,7 @@
 // inside form. A cancelled dialog and a failed one both give false or 0, and change nothing in the
 // record.
 #pragma once
+#include "platform/window/fonts.h"
 #include "platform/window/messages.h"
 
 #include <array>
@@ -81,12 +82,6 @@ struct CHOOSECOLORA {
 
 // ---- Font
 
-struct LogicalFont {
-    std::int32_t lfHeight = 0;  // pixels; below 0: of the characters without leading
-    std::int32_t lfWeight = 400;
-    bool lfItalic = false, lfUnderline = false, lfStrikeOut = false;
-    Text lfFaceName;
-};
 constexpr std::uint32_t CF_SCREENFONTS = 0x1;
 constexpr std::uint32_t CF_PRINTERFONTS = 0x2;
 constexpr std::uint32_t CF_INITTOLOGFONTSTRUCT = 0x40;  // start with lpLogFont
@@ -95,13 +90,16 @@ constexpr std::uint32_t CF_LIMITSIZE = 0x2000;          // nSizeMin to nSizeMax
 struct CHOOSEFONTA {
     HWND hwndOwner = 0;
     HDC hDC = 0;                  // the printer's; fonts of the screen serve for both
-    LogicalFont lpLogFont;        // in and out
+    LOGFONTA lpLogFont;           // in and out
     std::int32_t iPointSize = 0;  // out: tenths of a point
     std::uint32_t Flags = 0;
     COLORREF rgbColors = 0;                   // in and out with CF_EFFECTS
     std::int32_t nSizeMin = 0, nSizeMax = 0;  // points
 };
-// A size outside the limits is told to the person, and the dialog stays open.
+// The dialog shows the face that stands for the one in the record. What the person leaves alone
+// comes back as it was given, height and weight included. A size outside the limits and a face
+// whose name the record cannot hold are told to the person, and the dialog stays open. False also
+// for limits that no size keeps.
 [[nodiscard]] bool ChooseFontA(CHOOSEFONTA& record);
 
 // ---- Folder

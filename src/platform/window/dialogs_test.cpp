@@ -2,6 +2,7 @@
 
 #include "platform/base/paths.h"
 #include "platform/base/testhooks.h"
+#include "platform/window/handles.h"
 #include "platform/window/testhooks.h"
 #include "platform/window/window.h"
 #include "support/TempDir.h"
@@ -156,6 +157,41 @@ TEST_F(Dialogs, FollowAScriptThatNotesWhatWasAsked) {
               "color flags=0x0\n"
               "UNANSWERED color flags=0x0\n"
               "UNANSWERED messagebox style=0x4 title=\"\" text=\"?\"\n");
+}
+
+TEST_F(Dialogs, UnderstandFiltersOfAnyShape) {
+    const struct {
+        Text filter;
+        std::string shown;
+    } kFilters[] = {
+        {u"", ""},
+        {whole(u"\0*.a\0"), ""},  // an empty description is the end
+        {u"Alone", "Alone (*)"},
+        {whole(u"Odd\0*.a\0Count"), "Odd (*.a)|Count (*)"},
+        {whole(u"No pattern\0\0Behind\0*.b\0\0"), "No pattern (*)|Behind (*.b)"},
+        {whole(u"Pieces\0; *.a ;;*.b; \0"), "Pieces (*.a *.b)"},
+        {whole(u"End\0*.a\0\0Behind\0*.b\0"), "End (*.a)"},
+        {whole(u"Mixed (*.a; *.b)\0*.a;*.b\0"), "Mixed (*.a *.b)"},
+        {whole(u"Text (old)\0*.txt\0Text (new)\0*.txt\0"), "Text (old) (*.txt)|Text (new) (*.txt)"},
+        {whole(u"(*.a)\0*.a\0"), "(*.a) (*.a)"},
+        {whole(u"Blanks\0my file*.a;(x).\u0436\0"), "Blanks (my?file*.a ?x?.?)"},
+    };
+    for (const auto& f : kFilters) {
+        DialogScript script;
+        OPENFILENAMEW r;
+        r.lpstrFilter = f.filter;
+        EXPECT_FALSE(GetOpenFileNameW(r));
+        const std::string log = script.log();
+        const std::size_t at = log.find("filter=") + 7;
+        EXPECT_EQ(log.substr(at, log.find(" index=") - at), f.shown) << toUtf8(f.filter);
+    }
+}
+
+TEST_F(Dialogs, NoteATextOfAnyCharacters) {
+    DialogScript script;
+    (void)MessageBoxW(0, u"\xD83D\xDE00\t\u0416", u"", MB_OK);
+    EXPECT_EQ(script.log(), "UNANSWERED messagebox style=0x0 title=\"\" text="
+                            "\"\xF0\x9F\x98\x80\\0009\xD0\x96\"\n");
 }
 
 // ---- Message box
@@ -314,6 +350,96 @@ TEST_F(Dialogs, ANameThatIsNoTextComesBackIntact) {
     EXPECT_EQ(chosen(r), dir.path().string() + "/caf\xC3\xA9.lng");
 }
 
+TEST_F(Dialogs, AsksBeforeItReplacesAFileWhoseNameIsNoText) {
+    const ::test::TempDir dir;
+    dir.write("caf\xE9.lng", "");
+    const auto save = [](QFileDialog& dialog) {
+        dialog.findChild<QListWidget*>()->setCurrentRow(0);
+        QMetaObject::invokeMethod(&dialog, "accept");
+    };
+    const auto answer = [](QMessageBox::StandardButton button) {
+        return [button](QMessageBox& box) {
+            EXPECT_TRUE(box.text().contains(QStringLiteral("already exists")));
+            box.button(button)->click();
+        };
+    };
+    OPENFILENAMEW r = record(dir, OFN_OVERWRITEPROMPT);
+    person.then<QFileDialog>(save);
+    person.then<QMessageBox>(answer(QMessageBox::No));
+    person.then<QFileDialog>(save);
+    person.then<QMessageBox>(answer(QMessageBox::Yes));
+    EXPECT_TRUE(GetSaveFileNameW(r));
+    EXPECT_EQ(chosen(r), dir.path().string() + "/caf\xE9.lng");
+
+    r = record(dir, 0);
+    person.then<QFileDialog>(save);
+    EXPECT_TRUE(GetSaveFileNameW(r)) << "not asked for";
+
+    // What is typed after the choice counts.
+    r = record(dir, OFN_OVERWRITEPROMPT);
+    person.then<QFileDialog>([](QFileDialog& dialog) {
+        dialog.findChild<QListWidget*>()->setCurrentRow(0);
+        type("other.lng")(dialog);
+    });
+    EXPECT_TRUE(GetSaveFileNameW(r));
+    EXPECT_EQ(chosen(r), dir.path().string() + "/other.lng");
+}
+
+TEST_F(Dialogs, StartsInADirectoryWhoseNameIsNoText) {
+    const ::test::TempDir dir;
+    ASSERT_EQ(::mkdir((dir.path() / "d\xFF").c_str(), 0700), 0);
+    dir.write("d\xFF/in.lng", "");
+    OPENFILENAMEW r = record(dir, OFN_FILEMUSTEXIST);
+    r.lpstrInitialDir = dir.inside("d\xFF");
+    r.nFilterIndex = 99;
+    person.then<QFileDialog>([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.directory().absolutePath().toStdString(), dir.path().string());
+        EXPECT_EQ(dialog.selectedNameFilter(), dialog.nameFilters().back()) << "there is no 99th";
+        auto* odd = dialog.findChild<QListWidget*>();
+        ASSERT_EQ(odd->count(), 2);
+        emit odd->itemActivated(odd->item(1));
+    });
+    EXPECT_TRUE(GetOpenFileNameW(r));
+    EXPECT_EQ(chosen(r), dir.path().string() + "/d\xFF/in.lng");
+}
+
+TEST_F(Dialogs, AFolderDialogIsLargeEnoughAndTakesOnlyFolders) {
+    const ::test::TempDir dir;
+    static Text s_start;
+    s_start = dir.inside("");
+    BROWSEINFOW info;
+    info.lpfn = [](HWND hWnd, std::uint32_t, LPARAM, LPARAM) {
+        SendMessageW(hWnd, BFFM_SETSELECTIONW, 1, reinterpret_cast<LPARAM>(&s_start));
+        return 0;
+    };
+    person.then<QFileDialog>([](QFileDialog& dialog) {
+        EXPECT_GE(dialog.width(), 640);
+        EXPECT_GE(dialog.height(), 420);
+        type("none")(dialog);
+    });
+    person.then<QMessageBox>(dismiss("not found"));
+    // Gone while it stands in the list.
+    ASSERT_EQ(::mkdir((dir.path() / "d\xFF").c_str(), 0700), 0);
+    person.then<QFileDialog>([&](QFileDialog& dialog) {
+        auto* odd = dialog.findChild<QListWidget*>();
+        odd->setCurrentRow(0);
+        QObject::connect(&dialog, &QDialog::accepted,
+                         [&] { ::rmdir((dir.path() / "d\xFF").c_str()); });
+        QMetaObject::invokeMethod(&dialog, "accept");
+    });
+    person.then<QMessageBox>(dismiss("Folder not found"));
+    person.then<QFileDialog>([](QFileDialog& dialog) { dialog.close(); });
+    EXPECT_EQ(SHBrowseForFolderW(info), 0U);
+}
+
+TEST_F(Dialogs, NothingIsLeftWhenTheCallbackOfAFolderDialogFails) {
+    const int before = handleCount(HandleKind::Window);
+    BROWSEINFOW info;
+    info.lpfn = [](HWND, std::uint32_t, LPARAM, LPARAM) -> int { throw std::runtime_error("no"); };
+    EXPECT_THROW((void)SHBrowseForFolderW(info), std::runtime_error);
+    EXPECT_EQ(handleCount(HandleKind::Window), before);
+}
+
 TEST_F(Dialogs, AFolderDialogStartsWhereTheCallbackSays) {
     const ::test::TempDir dir;
     ASSERT_EQ(::mkdir((dir.path() / "inner").c_str(), 0700), 0);
@@ -375,7 +501,7 @@ TEST_F(Dialogs, AColourDialogKeepsTheCustomColours) {
     CHOOSECOLORA r;
     r.rgbResult = rgb(192, 227, 255);
     r.Flags = CC_RGBINIT | CC_FULLOPEN;
-    r.lpCustColors[3] = rgb(9, 8, 7);
+    r.lpCustColors[3] = rgb(9, 8, 7) | 0x11000000;
     person.then<QColorDialog>([](QColorDialog& dialog) {
         EXPECT_EQ(dialog.currentColor(), QColor(192, 227, 255));
         EXPECT_EQ(QColorDialog::customColor(3), QColor(9, 8, 7));
@@ -386,7 +512,7 @@ TEST_F(Dialogs, AColourDialogKeepsTheCustomColours) {
     EXPECT_TRUE(ChooseColorA(r));
     EXPECT_EQ(r.rgbResult, rgb(5, 6, 7));
     EXPECT_EQ(r.lpCustColors[15], rgb(1, 1, 1));
-    EXPECT_EQ(r.lpCustColors[3], rgb(9, 8, 7));
+    EXPECT_EQ(r.lpCustColors[3], rgb(9, 8, 7) | 0x11000000) << "also what is no part of the colour";
     person.then<QColorDialog>([](QColorDialog& dialog) { dialog.close(); });
     EXPECT_FALSE(ChooseColorA(r));
     EXPECT_EQ(r.rgbResult, rgb(5, 6, 7));
@@ -398,7 +524,9 @@ TEST_F(Dialogs, AFontDialogKeepsToItsLimits) {
     r.nSizeMin = 8;
     r.nSizeMax = 20;
     r.rgbColors = rgb(1, 2, 3);
-    r.lpLogFont = {-16, 700, true, false, true, u"Quillmere Sans"};
+    r.lpLogFont.lfHeight = -16;
+    r.lpLogFont.lfWeight = 700;
+    r.lpLogFont.lfItalic = r.lpLogFont.lfStrikeOut = 1;
     person.then<QFontDialog>([](QFontDialog& dialog) {
         const QFont start = dialog.currentFont();
         EXPECT_EQ(start.pointSizeF(), 12);
@@ -420,8 +548,59 @@ TEST_F(Dialogs, AFontDialogKeepsToItsLimits) {
     EXPECT_EQ(r.iPointSize, 90);
     EXPECT_EQ(r.lpLogFont.lfHeight, -12);
     EXPECT_EQ(r.lpLogFont.lfWeight, 700);
-    EXPECT_TRUE(r.lpLogFont.lfUnderline && r.lpLogFont.lfStrikeOut);
+    EXPECT_TRUE(r.lpLogFont.lfUnderline != 0 && r.lpLogFont.lfStrikeOut != 0);
     EXPECT_EQ(r.rgbColors, rgb(1, 2, 3));
     person.then<QFontDialog>([](QFontDialog& dialog) { dialog.close(); });
     EXPECT_FALSE(ChooseFontA(r));
+    r.nSizeMin = 21;
+    EXPECT_FALSE(ChooseFontA(r)) << "no size keeps to that";
+}
+
+TEST_F(Dialogs, AFontRecordHoldsANameOf31BytesOfTheCodePage) {
+    platform::test::setLocale("C");
+    LOGFONTA record;
+    for (const Text& name : {Text(31, u'y'), Text(u"Ch\u00E2teau"), Text()}) {
+        EXPECT_TRUE(setFaceName(record, name));
+        EXPECT_EQ(faceNameOf(record), name);
+    }
+    EXPECT_TRUE(setFaceName(record, u"Tahoma"));
+    for (const Text& name : {Text(32, u'y'), Text(u"\u0416"), Text(u"a\0b", 3)}) {
+        EXPECT_FALSE(setFaceName(record, name));
+        EXPECT_EQ(faceNameOf(record), u"Tahoma");
+    }
+}
+
+TEST_F(Dialogs, AFontDialogShowsTheFaceThatIsDrawnAndGivesBackTheNameThatWasGiven) {
+    const auto ok = [](QFontDialog& dialog) {
+        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+    };
+    for (const TextView name : {u"MS Sans Serif", u"tahoma", u"No Such Face", u""}) {
+        CHOOSEFONTA r;
+        r.Flags = CF_SCREENFONTS | CF_INITTOLOGFONTSTRUCT;
+        r.lpLogFont.lfHeight = -11;
+        r.lpLogFont.lfWeight = 600;
+        r.lpLogFont.lfUnderline = 1;
+        ASSERT_TRUE(setFaceName(r.lpLogFont, name));
+        person.then<QFontDialog>([&](QFontDialog& dialog) {
+            EXPECT_EQ(dialog.currentFont().family(), QStringLiteral("Quillmere Sans"));
+            EXPECT_TRUE(dialog.currentFont().bold());
+            ok(dialog);
+        });
+        EXPECT_TRUE(ChooseFontA(r));
+        EXPECT_EQ(faceNameOf(r.lpLogFont), name);
+        EXPECT_EQ(r.lpLogFont.lfHeight, -11);
+        EXPECT_EQ(r.lpLogFont.lfWeight, 600);
+        EXPECT_EQ(r.lpLogFont.lfUnderline, 1) << "without effects";
+        EXPECT_EQ(r.iPointSize, 83);
+
+        person.then<QFontDialog>([&](QFontDialog& dialog) {
+            QFont font = dialog.currentFont();
+            font.setFamily(QStringLiteral("Noto Sans Hebrew"));
+            dialog.setCurrentFont(font);
+            ok(dialog);
+        });
+        EXPECT_TRUE(ChooseFontA(r));
+        EXPECT_EQ(faceNameOf(r.lpLogFont), u"Noto Sans Hebrew");
+        EXPECT_EQ(r.lpLogFont.lfHeight, -11);
+    }
 }

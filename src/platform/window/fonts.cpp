@@ -18,14 +18,26 @@ HFONT CreateFontW(int height, int width, int /*escapement*/, int /*orientation*/
     return addObject(fontTable(), std::move(record));
 }
 
-HFONT CreateFontIndirectA(const LOGFONTA& font) {
+Text faceNameOf(const LOGFONTA& font) {
     const char* end = std::find(std::begin(font.lfFaceName), std::end(font.lfFaceName), '\0');
-    const Text name = bytesToText(reinterpret_cast<const std::uint8_t*>(font.lfFaceName),
-                                  static_cast<std::size_t>(end - font.lfFaceName), GetACP());
+    return bytesToText(reinterpret_cast<const std::uint8_t*>(font.lfFaceName),
+                       static_cast<std::size_t>(end - font.lfFaceName), GetACP());
+}
+
+bool setFaceName(LOGFONTA& font, TextView name) {
+    const Bytes bytes = textToBytes(name, GetACP());
+    if (bytes.size() >= sizeof font.lfFaceName) return false;
+    if (bytesToText(bytes.data(), bytes.size(), GetACP()) != name) return false;
+    if (name.find(u'\0') != TextView::npos) return false;  // it would end there
+    std::fill(std::ranges::copy(bytes, font.lfFaceName).out, std::end(font.lfFaceName), '\0');
+    return true;
+}
+
+HFONT CreateFontIndirectA(const LOGFONTA& font) {
     return CreateFontW(font.lfHeight, font.lfWidth, font.lfEscapement, font.lfOrientation,
                        font.lfWeight, font.lfItalic, font.lfUnderline, font.lfStrikeOut,
                        font.lfCharSet, font.lfOutPrecision, font.lfClipPrecision, font.lfQuality,
-                       font.lfPitchAndFamily, name);
+                       font.lfPitchAndFamily, faceNameOf(font));
 }
 
 bool GetTextMetricsA(HDC hDC, TEXTMETRICA& metrics) {

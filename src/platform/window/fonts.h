@@ -40,6 +40,10 @@ struct LOGFONTA {
     char lfFaceName[32] = {};
 };
 [[nodiscard]] HFONT CreateFontIndirectA(const LOGFONTA& font);
+// The record's face name as text, and a text as the record's face name. False, and the record
+// stays, for a name of more than 31 bytes or with characters that the code page lacks.
+[[nodiscard]] Text faceNameOf(const LOGFONTA& font);
+[[nodiscard]] bool setFaceName(LOGFONTA& font, TextView name);
 
 // Pixels. tmHeight is tmAscent + tmDescent, the height of a line of text.
 struct TEXTMETRICA {

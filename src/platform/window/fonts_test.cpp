@@ -131,6 +131,7 @@ TEST(Fonts, ARecordMakesTheSameFont) {
     EXPECT_EQ(metrics.tmStruckOut, 0);
     std::fill(std::begin(record.lfFaceName), std::end(record.lfFaceName), 'x');  // no end
     EXPECT_EQ(metricsOf(CreateFontIndirectA(record)).tmHeight, 19);
+    EXPECT_EQ(faceNameOf(record), Text(32, u'x'));
 }
 
 TEST(Fonts, ThatWishTheSameShareOneFaceAndFewAreKept) {

@@ -27,14 +27,17 @@ test::DialogScript* dialogScript() { return g_script; }
 
 std::string quotedText(TextView text) {
     std::string result = "\"";
-    for (const char16_t unit : text) {
-        if (unit < 32) {
-            char escape[8];
-            std::snprintf(escape, sizeof escape, "\\%04X", unit);
-            result += escape;
-        } else {
-            result += toUtf8(TextView(&unit, 1));
-        }
+    const auto isControl = [](char16_t unit) { return unit < 32; };
+    while (!text.empty()) {
+        const auto plain =
+            static_cast<std::size_t>(std::ranges::find_if(text, isControl) - text.begin());
+        result += toUtf8(text.substr(0, plain));
+        text.remove_prefix(plain);
+        if (text.empty()) break;
+        char escape[8];
+        std::snprintf(escape, sizeof escape, "\\%04X", text.front());
+        result += escape;
+        text.remove_prefix(1);
     }
     return result + '"';
 }
@@ -197,9 +200,8 @@ void DialogScript::answerColor(std::optional<COLORREF> color) {
     m_answers.push_back({.kind = "color", .color = color});
 }
 
-void DialogScript::answerFont(std::optional<LogicalFont> font, int points, COLORREF color) {
-    m_answers.push_back(
-        {.kind = "font", .color = color, .font = std::move(font), .points = points});
+void DialogScript::answerFont(const std::optional<LOGFONTA>& font, int points, COLORREF color) {
+    m_answers.push_back({.kind = "font", .color = color, .font = font, .points = points});
 }
 
 DialogScript::Answer DialogScript::next(const std::string& kind, const std::string& question) {

@@ -114,7 +114,7 @@ public:
     void answerFile(Text path, std::uint32_t filterIndex = 0);
     void answerFolder(Text path);
     void answerColor(std::optional<COLORREF> color);  // nullopt cancels
-    void answerFont(std::optional<LogicalFont> font, int points = 0, COLORREF color = 0);
+    void answerFont(const std::optional<LOGFONTA>& font, int points = 0, COLORREF color = 0);
 
     [[nodiscard]] const std::string& log() const { return m_log; }
 
@@ -125,7 +125,7 @@ public:
         Text path{};     // so does an empty one
         std::uint32_t filterIndex = 0;
         std::optional<COLORREF> color{};
-        std::optional<LogicalFont> font{};
+        std::optional<LOGFONTA> font{};
         int points = 0;
     };
     [[nodiscard]] Answer next(const std::string& kind, const std::string& question);
