@@ -26,12 +26,12 @@ public:
         return place == m_places.end() ? 0 : m_entries[place->second].hData;
     }
     void set(HWND hWnd, WinPropKey key, std::intptr_t hData) {
-        const auto [place, isNew] = m_places.try_emplace(key.number(), m_entries.size());
-        if (isNew) {
-            m_entries.push_back({hWnd, key.text(hWnd), hData});
-        } else {
+        if (const auto place = m_places.find(key.number()); place != m_places.end()) {
             m_entries[place->second].hData = hData;
+            return;
         }
+        m_entries.push_back({hWnd, key.text(hWnd), hData});
+        m_places.emplace(key.number(), m_entries.size() - 1);
     }
     std::intptr_t remove(WinPropKey key) {
         const auto found = m_places.find(key.number());
