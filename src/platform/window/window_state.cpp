@@ -10,6 +10,7 @@
 #include <QRegion>
 #include <QWidget>
 #include <algorithm>
+#include <utility>
 
 namespace platform {
 
@@ -152,8 +153,16 @@ void setOrder(WindowRecord& record, HWND insertAfter) {
             return;
         }
         const bool visible = widget.isVisible();
-        widget.setWindowFlag(Qt::WindowStaysOnTopHint, top);  // hides
-        if (visible) widget.show();
+        // This hides the window, which is not the end of its modal loop, unless it is the end of
+        // the window.
+        QEventLoop* const loop = std::exchange(record.modalLoop, nullptr);
+        widget.setWindowFlag(Qt::WindowStaysOnTopHint, top);
+        if (record.widget != nullptr) {
+            record.modalLoop = loop;
+            if (visible) widget.show();
+        } else if (loop != nullptr) {
+            loop->quit();
+        }
     } else if (QWidget* above = widgetOf(insertAfter);
                above != nullptr && above->parentWidget() == widget.parentWidget()) {
         widget.stackUnder(above);

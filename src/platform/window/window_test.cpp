@@ -815,6 +815,27 @@ TEST_F(Window, RunsModallyUntilItIsHiddenOrDestroyed) {
     (void)log.take();
 }
 
+TEST_F(Window, GoesOnModallyWhenItIsPutOnTop) {
+    LoggedWindow dialog(log, "dialog", mainWindow());
+    std::string done;
+    dialog.on = [&](std::uint32_t uMsg, WPARAM wParam, LPARAM) -> std::optional<LRESULT> {
+        if (uMsg != WM_APP) return std::nullopt;
+        done += std::to_string(wParam);
+        if (wParam == 1) {
+            SetWindowPos(dialog.hWnd(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+            PostMessageW(dialog.hWnd(), WM_APP, 2, 0);
+        } else {
+            EXPECT_TRUE(IsWindowVisible(dialog.hWnd()));
+            ShowWindow(dialog.hWnd(), SW_HIDE);
+        }
+        return 0;
+    };
+    PostMessageW(dialog.hWnd(), WM_APP, 1, 0);
+    EXPECT_TRUE(runModal(dialog.hWnd()));
+    EXPECT_EQ(done, "12");
+    (void)log.take();
+}
+
 TEST_F(Window, SurvivesALoopInsideTheMessageOfAWindowThatGoes) {
     LoggedWindow main(log, "main", mainWindow());
     LoggedWindow child(log, "child", childOf(main));
