@@ -61,7 +61,8 @@ struct OPENFILENAMEW {
     Text lpstrInitialDir;        // empty: that of the last dialog, at first the present directory
     Text lpstrTitle;             // empty: the desktop's own
     std::uint32_t Flags = 0;     // in and out
-    Text lpstrDefExt;            // is added to a typed name without an extension; empty: none
+    Text lpstrDefExt;            // is added to a typed name without an extension, for opening only
+                                 // when there is no such file; empty: none
 };
 // One file, never several. A path that does not fit into nMaxFile is told to the person and counts
 // as cancelled. A name whose bytes are no text comes back as that very file.

@@ -11,6 +11,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -194,6 +195,9 @@ public:
         if (m_odd != nullptr && shownByLibrary != directory) showOdd(directory, true);
     }
 
+    // The extension of a typed name that has none and is not there as it is.
+    void setExtension(const QString& extension) { m_extension = extension; }
+
     void showOdd() {
         if (m_odd == nullptr) return;
         const QString filter = selectedNameFilter();
@@ -235,6 +239,10 @@ protected:
         if (!odd.empty() && isDirectory(odd) == folder) {
             choose(odd);
         } else {
+            const auto* name = findChild<QLineEdit*>();
+            const bool whole = acceptMode() == AcceptOpen && name != nullptr &&
+                               QFileInfo(directory(), name->text()).isFile();
+            setDefaultSuffix(whole ? QString() : m_extension);
             QFileDialog::accept();
         }
     }
@@ -253,6 +261,7 @@ private:
 
     OddNames* m_odd = nullptr;
     QLabel* m_oddLabel = nullptr;
+    QString m_extension;
     std::string m_chosen;
 };
 
@@ -384,7 +393,7 @@ bool ask(OPENFILENAMEW& record, bool save) {
     dialog->setFileMode(mustExist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
     dialog->setOption(QFileDialog::DontConfirmOverwrite, (record.Flags & OFN_OVERWRITEPROMPT) == 0);
     if (!record.lpstrTitle.empty()) dialog->setWindowTitle(toQt(record.lpstrTitle));
-    if (!record.lpstrDefExt.empty()) dialog->setDefaultSuffix(toQt(record.lpstrDefExt));
+    dialog->setExtension(toQt(record.lpstrDefExt));
     if (!filters.isEmpty()) {
         dialog->setNameFilters(filters);
         const auto wanted = static_cast<qsizetype>(std::max(record.nFilterIndex, 1U)) - 1;
