@@ -7,6 +7,7 @@
 #include "platform/window/toolkit_internal.h"
 #include "platform/window/window_internal.h"
 
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QColorDialog>
 #include <QDialogButtonBox>
@@ -183,7 +184,16 @@ public:
     FontDialog(QWidget* parent, const CHOOSEFONTA& wish)
         : QFontDialog(parent), m_wish(wish), m_color(wish.rgbColors) {
         setOption(DontUseNativeDialog);  // it has neither limits nor a colour
-        if ((wish.Flags & CF_EFFECTS) == 0) return;
+        if ((wish.Flags & CF_EFFECTS) == 0) {
+            for (const QCheckBox* effect : findChildren<QCheckBox*>()) {
+                QWidget* const group = effect->parentWidget();
+                QSizePolicy policy = group->sizePolicy();
+                policy.setRetainSizeWhenHidden(true);  // the sample beside it needs the height
+                group->setSizePolicy(policy);
+                group->hide();
+            }
+            return;
+        }
         auto* buttons = findChild<QDialogButtonBox*>();
         if (buttons == nullptr) return;
         QPushButton* button = buttons->addButton(tr("Color..."), QDialogButtonBox::ActionRole);

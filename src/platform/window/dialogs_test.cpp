@@ -9,6 +9,7 @@
 #include "support/window/LoggedWindow.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QColorDialog>
 #include <QDialogButtonBox>
 #include <QFileDialog>
@@ -234,15 +235,46 @@ TEST_F(Dialogs, AMessageBoxHasTheButtonsOfItsStyle) {
 }
 
 TEST_F(Dialogs, EndWhenTheirOwnerIsDestroyed) {
-    ::test::MessageLog log;
-    WindowOptions options;
-    options.kind = WindowKind::Main;
-    options.size = {50, 50};
-    ::test::LoggedWindow owner(log, "owner", options);
-    ShowWindow(owner.hWnd(), SW_SHOW);
-    person.then<QMessageBox>([&](QMessageBox&) { DestroyWindow(owner.hWnd()); });
-    EXPECT_EQ(MessageBoxW(owner.hWnd(), u"?", u"", MB_YESNOCANCEL), IDCANCEL);
-    platform::test::settle();
+    const ::test::TempDir dir;
+    const std::pair<const char*, std::function<bool(HWND)>> kDialogs[] = {
+        {"message", [](HWND h) { return MessageBoxW(h, u"?", u"", MB_YESNOCANCEL) != IDCANCEL; }},
+        {"file",
+         [&](HWND h) {
+             OPENFILENAMEW r = record(dir, 0);
+             r.hwndOwner = h;
+             return GetOpenFileNameW(r);
+         }},
+        {"folder",
+         [](HWND h) {
+             BROWSEINFOW info;
+             info.hwndOwner = h;
+             return SHBrowseForFolderW(info) != 0;
+         }},
+        {"colour",
+         [](HWND h) {
+             CHOOSECOLORA r;
+             r.hwndOwner = h;
+             return ChooseColorA(r);
+         }},
+        {"font",
+         [](HWND h) {
+             CHOOSEFONTA r;
+             r.hwndOwner = h;
+             return ChooseFontA(r);
+         }},
+    };
+    for (const auto& [what, ask] : kDialogs) {
+        ::test::MessageLog log;
+        WindowOptions options;
+        options.kind = WindowKind::Main;
+        options.size = {50, 50};
+        ::test::LoggedWindow owner(log, "owner", options);
+        ShowWindow(owner.hWnd(), SW_SHOW);
+        const HWND hWnd = owner.hWnd();
+        person.then<QDialog>([hWnd](QDialog&) { DestroyWindow(hWnd); });
+        EXPECT_FALSE(ask(hWnd)) << what;
+        platform::test::settle();
+    }
 }
 
 // ---- Files
@@ -272,6 +304,23 @@ TEST_F(Dialogs, AFileDialogGivesAFileThatIsThere) {
     EXPECT_FALSE(GetOpenFileNameW(again)) << "cancelled";
     EXPECT_EQ(again.lpstrFile, before.lpstrFile);
     EXPECT_EQ(again.Flags, before.Flags);
+}
+
+TEST_F(Dialogs, AnOpenDialogAddsTheExtensionWhereThereIsNoSuchFile) {
+    const ::test::TempDir dir;
+    for (const char* name : {"plain", "plain.lng", "dutch.lng", "x.ini"}) dir.write(name, "");
+    for (const auto& [typed, expected] : {std::pair{"plain", "/plain"},
+                                          {"dutch", "/dutch.lng"},
+                                          {"plain.lng", "/plain.lng"},
+                                          {"x.ini", "/x.ini"}}) {
+        OPENFILENAMEW r = record(dir, OFN_FILEMUSTEXIST);
+        r.lpstrDefExt = u"lng";
+        person.then<QFileDialog>(type(typed));
+        EXPECT_TRUE(GetOpenFileNameW(r));
+        EXPECT_EQ(chosen(r), dir.path().string() + expected);
+        const bool differs = std::string_view(expected).find(".lng") == std::string_view::npos;
+        EXPECT_EQ((r.Flags & OFN_EXTENSIONDIFFERENT) != 0, differs) << typed;
+    }
 }
 
 TEST_F(Dialogs, ASaveDialogTakesANewNameInADirectoryThatIsThere) {
@@ -574,33 +623,46 @@ TEST_F(Dialogs, AFontDialogShowsTheFaceThatIsDrawnAndGivesBackTheNameThatWasGive
     const auto ok = [](QFontDialog& dialog) {
         dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
     };
-    for (const TextView name : {u"MS Sans Serif", u"tahoma", u"No Such Face", u""}) {
+    const struct {
+        TextView name;
+        const char *shown, *other;
+    } kFaces[] = {
+        {u"MS Sans Serif", "Quillmere Sans", "Noto Sans Hebrew"},
+        {u"tahoma", "Quillmere Sans", "Noto Sans Hebrew"},
+        {u"No Such Face", "Quillmere Sans", "Noto Sans Hebrew"},
+        {u"", "Quillmere Sans", "Noto Sans Hebrew"},
+        {u"NOTO Sans Thai", "Noto Sans Thai", "Quillmere Sans"},
+    };
+    for (const auto& k : kFaces) {
         CHOOSEFONTA r;
         r.Flags = CF_SCREENFONTS | CF_INITTOLOGFONTSTRUCT;
         r.lpLogFont.lfHeight = -11;
         r.lpLogFont.lfWeight = 600;
         r.lpLogFont.lfUnderline = 1;
-        ASSERT_TRUE(setFaceName(r.lpLogFont, name));
+        ASSERT_TRUE(setFaceName(r.lpLogFont, k.name));
         person.then<QFontDialog>([&](QFontDialog& dialog) {
-            EXPECT_EQ(dialog.currentFont().family(), QStringLiteral("Quillmere Sans"));
-            EXPECT_TRUE(dialog.currentFont().bold());
+            EXPECT_EQ(dialog.currentFont().family().toStdString(), k.shown);
+            EXPECT_EQ(dialog.findChild<QLineEdit*>()->text().toStdString(), k.shown);
+            for (const auto* effect : dialog.findChildren<QCheckBox*>()) {
+                EXPECT_FALSE(effect->isVisible()) << "without effects";
+            }
             ok(dialog);
         });
         EXPECT_TRUE(ChooseFontA(r));
-        EXPECT_EQ(faceNameOf(r.lpLogFont), name);
+        EXPECT_EQ(faceNameOf(r.lpLogFont), k.name);
         EXPECT_EQ(r.lpLogFont.lfHeight, -11);
         EXPECT_EQ(r.lpLogFont.lfWeight, 600);
-        EXPECT_EQ(r.lpLogFont.lfUnderline, 1) << "without effects";
+        EXPECT_EQ(r.lpLogFont.lfUnderline, 1);
         EXPECT_EQ(r.iPointSize, 83);
 
         person.then<QFontDialog>([&](QFontDialog& dialog) {
             QFont font = dialog.currentFont();
-            font.setFamily(QStringLiteral("Noto Sans Hebrew"));
+            font.setFamily(QString::fromUtf8(k.other));
             dialog.setCurrentFont(font);
             ok(dialog);
         });
         EXPECT_TRUE(ChooseFontA(r));
-        EXPECT_EQ(faceNameOf(r.lpLogFont), u"Noto Sans Hebrew");
+        EXPECT_EQ(toUtf8(faceNameOf(r.lpLogFont)), k.other);
         EXPECT_EQ(r.lpLogFont.lfHeight, -11);
     }
 }
