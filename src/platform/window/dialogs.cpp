@@ -22,9 +22,6 @@
 namespace platform {
 namespace {
 
-QColor colorOf(COLORREF color) { return QColor(redOf(color), greenOf(color), blueOf(color)); }
-COLORREF colorOf(const QColor& color) { return rgb(color.red(), color.green(), color.blue()); }
-
 struct BoxButton {
     int id;
     QMessageBox::StandardButton button;
@@ -84,12 +81,6 @@ private:
     bool m_closable;
 };
 
-std::string hex(std::uint32_t value) {
-    char text[16];
-    std::snprintf(text, sizeof text, "0x%X", value);
-    return text;
-}
-
 }  // namespace
 
 int MessageBoxW(HWND hWnd, TextView text, TextView caption, std::uint32_t style) {
@@ -100,7 +91,7 @@ int MessageBoxW(HWND hWnd, TextView text, TextView caption, std::uint32_t style)
     const int escape = has(IDCANCEL) ? IDCANCEL : has(IDNO) ? IDNO : has(IDOK) ? IDOK : 0;
     if (test::DialogScript* script = dialogScript()) {
         const auto answer =
-            script->next("messagebox", "style=" + hex(style) + " title=" + quotedText(caption) +
+            script->next("messagebox", "style=" + hexText(style) + " title=" + quotedText(caption) +
                                            " text=" + quotedText(text));
         return answer.button != 0 ? answer.button : escape;
     }
@@ -128,8 +119,8 @@ int MessageBoxW(HWND hWnd, TextView text, TextView caption, std::uint32_t style)
 bool ChooseColorA(CHOOSECOLORA& record) {
     const bool start = (record.Flags & CC_RGBINIT) != 0;
     if (test::DialogScript* script = dialogScript()) {
-        std::string question = "flags=" + hex(record.Flags);
-        if (start) question += " start=" + hex(static_cast<std::uint32_t>(record.rgbResult));
+        std::string question = "flags=" + hexText(record.Flags);
+        if (start) question += " start=" + hexText(static_cast<std::uint32_t>(record.rgbResult));
         const auto answer = script->next("color", question);
         if (!answer.color) return false;
         record.rgbResult = *answer.color;
@@ -138,12 +129,12 @@ bool ChooseColorA(CHOOSECOLORA& record) {
 
     constexpr int kCustom = 16;
     for (int i = 0; i < kCustom; ++i) {
-        QColorDialog::setCustomColor(i, colorOf(record.lpCustColors[static_cast<std::size_t>(i)]));
+        QColorDialog::setCustomColor(i, qtColor(record.lpCustColors[static_cast<std::size_t>(i)]));
     }
     DialogPointer<QColorDialog> dialog(new QColorDialog(widgetOf(record.hwndOwner)));
     // The desktop's own would not give the custom colours back.
     dialog->setOption(QColorDialog::DontUseNativeDialog);
-    dialog->setCurrentColor(start ? colorOf(record.rgbResult) : QColor(Qt::black));
+    dialog->setCurrentColor(start ? qtColor(record.rgbResult) : QColor(Qt::black));
     if (dialog->exec() != QDialog::Accepted || !dialog) return false;
     record.rgbResult = colorOf(dialog->selectedColor());
     for (int i = 0; i < kCustom; ++i) {
@@ -198,7 +189,7 @@ public:
         if (buttons == nullptr) return;
         QPushButton* button = buttons->addButton(tr("Color..."), QDialogButtonBox::ActionRole);
         connect(button, &QPushButton::clicked, this, [this] {
-            const QColor chosen = QColorDialog::getColor(colorOf(m_color), this, QString(),
+            const QColor chosen = QColorDialog::getColor(qtColor(m_color), this, QString(),
                                                          QColorDialog::DontUseNativeDialog);
             if (chosen.isValid()) m_color = colorOf(chosen);
         });
@@ -238,10 +229,10 @@ bool ChooseFontA(CHOOSEFONTA& record) {
     LOGFONTA& chosen = record.lpLogFont;
     if (test::DialogScript* script = dialogScript()) {
         const auto answer = script->next(
-            "font", "flags=" + hex(record.Flags) + " name=" + quotedText(faceNameOf(chosen)) +
+            "font", "flags=" + hexText(record.Flags) + " name=" + quotedText(faceNameOf(chosen)) +
                         " height=" + std::to_string(chosen.lfHeight) +
                         " weight=" + std::to_string(chosen.lfWeight) +
-                        " color=" + hex(static_cast<std::uint32_t>(record.rgbColors)));
+                        " color=" + hexText(static_cast<std::uint32_t>(record.rgbColors)));
         if (!answer.font) return false;
         chosen = *answer.font;
         record.iPointSize = answer.points * 10;

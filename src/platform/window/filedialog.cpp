@@ -195,8 +195,11 @@ public:
         if (m_odd != nullptr && shownByLibrary != directory) showOdd(directory, true);
     }
 
-    // The extension of a typed name that has none and is not there as it is.
-    void setExtension(const QString& extension) { m_extension = extension; }
+    // The extension of a typed name that has none; for opening, if it is not there as it is.
+    void setExtension(const QString& extension) {
+        m_extension = extension;
+        if (isSave()) setDefaultSuffix(extension);
+    }
 
     void showOdd() {
         if (m_odd == nullptr) return;
@@ -239,15 +242,16 @@ protected:
         if (!odd.empty() && isDirectory(odd) == folder) {
             choose(odd);
         } else {
-            const auto* name = findChild<QLineEdit*>();
-            const bool whole = acceptMode() == AcceptOpen && name != nullptr &&
-                               QFileInfo(directory(), name->text()).isFile();
-            setDefaultSuffix(whole ? QString() : m_extension);
+            if (const auto* name = findChild<QLineEdit*>(); name != nullptr && !isSave()) {
+                const bool isThere = QFileInfo(directory(), name->text()).isFile();
+                setDefaultSuffix(isThere ? QString() : m_extension);
+            }
             QFileDialog::accept();
         }
     }
 
 private:
+    [[nodiscard]] bool isSave() const { return acceptMode() == AcceptSave; }
     void showOdd(const std::string& directory, bool all) {
         m_odd->enter(directory, all);
         m_odd->setVisible(m_odd->count() > 0);
@@ -355,15 +359,13 @@ bool askByScript(test::DialogScript& script, OPENFILENAMEW& record, bool save) {
     for (const QString& one : nameFilters(record.lpstrFilter)) {
         filter += (filter.empty() ? "" : "|") + one.toStdString();
     }
-    char flags[16];
-    std::snprintf(flags, sizeof flags, "0x%X", record.Flags);
-    const auto answer =
-        script.next(save ? "save" : "open",
-                    "title=" + quotedText(record.lpstrTitle) + " filter=" + filter +
-                        " index=" + std::to_string(record.nFilterIndex) + " flags=" + flags +
-                        " dir=" + quotedText(record.lpstrInitialDir) +
-                        " name=" + quotedText(trimmedName(record.lpstrFile)) +
-                        " ext=" + quotedText(record.lpstrDefExt));
+    const auto answer = script.next(save ? "save" : "open",
+                                    "title=" + quotedText(record.lpstrTitle) + " filter=" + filter +
+                                        " index=" + std::to_string(record.nFilterIndex) +
+                                        " flags=" + hexText(record.Flags) +
+                                        " dir=" + quotedText(record.lpstrInitialDir) +
+                                        " name=" + quotedText(trimmedName(record.lpstrFile)) +
+                                        " ext=" + quotedText(record.lpstrDefExt));
     if (answer.path.empty() || !putPath(record.lpstrFile, answer.path, record.nMaxFile))
         return false;
     record.Flags = flagsAfter(record, pathToSystem(answer.path));

@@ -3,6 +3,7 @@
 #include "platform/window/screen_internal.h"
 #include "platform/window/surface_internal.h"
 #include "platform/window/testhooks_internal.h"
+#include "platform/window/toolkit_internal.h"
 #include "platform/window/window.h"
 #include "platform/window/window_internal.h"
 
@@ -247,15 +248,6 @@ bool GetMonitorInfoA(HMONITOR hMonitor, MONITORINFO& info) {
 
 // ---- The desktop's look
 
-namespace {
-
-COLORREF colorOf(const QPalette& palette, QPalette::ColorGroup group, QPalette::ColorRole role) {
-    const QColor color = palette.color(group, role);
-    return rgb(color.red(), color.green(), color.blue());
-}
-
-}  // namespace
-
 std::vector<COLORREF> systemColorsOf(const QPalette& palette) {
     struct Source {
         QPalette::ColorRole role;
@@ -299,7 +291,7 @@ std::vector<COLORREF> systemColorsOf(const QPalette& palette) {
     std::vector<COLORREF> colors;
     colors.reserve(std::size(kSources));
     for (const Source& source : kSources) {
-        colors.push_back(colorOf(palette, source.group, source.role));
+        colors.push_back(colorOf(palette.color(source.group, source.role)));
     }
     return colors;
 }

@@ -42,6 +42,12 @@ std::string quotedText(TextView text) {
     return result + '"';
 }
 
+std::string hexText(std::uint32_t value) {
+    char text[16];
+    std::snprintf(text, sizeof text, "0x%X", value);
+    return text;
+}
+
 namespace test {
 
 namespace {

@@ -20,5 +20,6 @@ struct TestHooks {
 [[nodiscard]] test::DialogScript* dialogScript();
 // A text in quotes, with control units as \XXXX, for the script's log.
 [[nodiscard]] std::string quotedText(TextView text);
+[[nodiscard]] std::string hexText(std::uint32_t value);  // 0x1F
 
 }  // namespace platform

@@ -88,6 +88,7 @@ TEST_F(Timers, BelongToAWindowAndGoWithIt) {
     EXPECT_EQ(SetTimer(hWnd, 7, 50, nullptr), 0U) << "no window";
     ::test::LoggedWindow other(log, "other", someWindow());
     EXPECT_EQ(SetTimer(other.hWnd(), 0, 50, nullptr), 0U) << "0 is no timer";
+    EXPECT_EQ(runningTimers(), 0);
     EXPECT_EQ(SetTimer(0, 7, 50, nullptr), 0U) << "nobody to call";
     (void)log.take();
 }

@@ -1,5 +1,6 @@
 #include "platform/window/toolkit_internal.h"
 
+#include <QColor>
 #include <QString>
 
 namespace platform {
@@ -9,5 +10,9 @@ QString toQt(TextView s) {
 }
 
 Text toText(const QString& s) { return s.toStdU16String(); }
+
+QColor qtColor(COLORREF color) { return QColor(redOf(color), greenOf(color), blueOf(color)); }
+
+COLORREF colorOf(const QColor& color) { return rgb(color.red(), color.green(), color.blue()); }
 
 }  // namespace platform

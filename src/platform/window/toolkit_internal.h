@@ -1,8 +1,9 @@
 // platform/window/toolkit_internal.h: small helpers for the library's own types. Nothing above the
 // folder includes this.
 #pragma once
-#include "platform/base/text.h"
+#include "platform/window/types.h"
 
+class QColor;
 class QString;
 template <class T> class QPointer;
 
@@ -10,6 +11,8 @@ namespace platform {
 
 [[nodiscard]] QString toQt(TextView s);
 [[nodiscard]] Text toText(const QString& s);
+[[nodiscard]] QColor qtColor(COLORREF color);  // a plain one
+[[nodiscard]] COLORREF colorOf(const QColor& color);
 
 // A dialog with an owner, which may take it along while it runs: then it is nullptr afterwards.
 template <class Dialog> class DialogPointer {

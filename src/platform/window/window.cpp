@@ -35,8 +35,6 @@ QWidget* widgetOf(HWND hWnd) {
 
 namespace {
 
-QColor qtColor(COLORREF color) { return QColor(redOf(color), greenOf(color), blueOf(color)); }
-
 // A short-lived view on the picture's pixels; null for a window without one.
 QImage viewOf(const WindowRecord& record) {
     const BitmapRecord* picture = bitmapOf(record.picture);
