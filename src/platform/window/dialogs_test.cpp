@@ -424,6 +424,15 @@ TEST_F(Dialogs, AsksBeforeItReplacesAFileWhoseNameIsNoText) {
     person.then<QFileDialog>(save);
     EXPECT_TRUE(GetSaveFileNameW(r)) << "not asked for";
 
+    // A wish to start with it.
+    r = record(dir, 0);
+    const Text wished = dir.inside("caf\xE9.lng");
+    r.lpstrFile.replace(0, wished.size(), wished);
+    person.then<QFileDialog>(
+        [](QFileDialog& dialog) { QMetaObject::invokeMethod(&dialog, "accept"); });
+    EXPECT_TRUE(GetSaveFileNameW(r));
+    EXPECT_EQ(chosen(r), dir.path().string() + "/caf\xE9.lng");
+
     // What is typed after the choice counts.
     r = record(dir, OFN_OVERWRITEPROMPT);
     person.then<QFileDialog>([](QFileDialog& dialog) {
@@ -479,6 +488,29 @@ TEST_F(Dialogs, AFolderDialogIsLargeEnoughAndTakesOnlyFolders) {
     person.then<QMessageBox>(dismiss("Folder not found"));
     person.then<QFileDialog>([](QFileDialog& dialog) { dialog.close(); });
     EXPECT_EQ(SHBrowseForFolderW(info), 0U);
+}
+
+TEST_F(Dialogs, AFolderWhoseNameIsNoTextComesBackIntact) {
+    const ::test::TempDir dir;
+    ASSERT_EQ(::mkdir((dir.path() / "d\xFF").c_str(), 0700), 0);
+    ASSERT_EQ(::mkdir((dir.path() / "d\xFF" / "in").c_str(), 0700), 0);
+    static Text s_start;
+    BROWSEINFOW info;
+    info.lpfn = [](HWND hWnd, std::uint32_t, LPARAM, LPARAM) {
+        SendMessageW(hWnd, BFFM_SETSELECTIONW, 1, reinterpret_cast<LPARAM>(&s_start));
+        return 0;
+    };
+    // Where the dialog starts, and what is chosen there without more.
+    for (const char* start : {"d\xFF", "d\xFF/in"}) {
+        s_start = dir.inside(start) + u'\\';
+        person.then<QFileDialog>(
+            [](QFileDialog& dialog) { QMetaObject::invokeMethod(&dialog, "accept"); });
+        const ITEMIDLIST item = SHBrowseForFolderW(info);
+        Text path(2048, u'\0');
+        EXPECT_TRUE(SHGetPathFromIDListW(item, path)) << start;
+        EXPECT_EQ(path.substr(0, path.find(u'\0')), dir.inside(start));
+        CoTaskMemFree(item);
+    }
 }
 
 TEST_F(Dialogs, NothingIsLeftWhenTheCallbackOfAFolderDialogFails) {

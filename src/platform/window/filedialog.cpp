@@ -129,6 +129,11 @@ public:
     void setPatterns(const QStringList& patterns) { m_patterns = patterns; }
     void onChosen(std::function<void(const std::string&)> chosen) { m_chosen = std::move(chosen); }
 
+    void select(const std::string& path) {
+        for (int row = 0; row < count(); ++row) {
+            if (pathOf(*item(row)) == path) setCurrentRow(row);
+        }
+    }
     // The path of the selected name; empty without one.
     [[nodiscard]] std::string selected() const {
         const QList<QListWidgetItem*> items = selectedItems();
@@ -185,14 +190,30 @@ public:
         });
     }
 
-    // Starts in a directory that is there, an absolute path. The library can show one only when its
+    // Starts in a directory of startDirectory. The library can show one only when its
     // name is text: the list opens any other one, and the library shows the next around it.
     void startIn(const std::string& directory) {
         std::string shownByLibrary = directory;
         while (!isText(shownByLibrary)) shownByLibrary = directoryOf(shownByLibrary);
         setDirectory(QFile::decodeName(shownByLibrary.c_str()));
         showOdd();
-        if (m_odd != nullptr && shownByLibrary != directory) showOdd(directory, true);
+        if (m_odd == nullptr || shownByLibrary == directory) return;
+        if (fileMode() == Directory) {  // itself can be chosen there
+            const std::string around = directoryOf(directory);
+            showOdd(around, around != shownByLibrary);
+            m_odd->select(directory);
+        } else {
+            showOdd(directory, true);
+        }
+    }
+
+    // Starts with a name in the directory of startIn.
+    void startWith(const std::string& directory, const std::string& name) {
+        if (isText(name)) {
+            selectFile(shown(name));
+        } else if (m_odd != nullptr) {
+            m_odd->select(join(directory, name));
+        }
     }
 
     // The extension of a typed name that has none; for opening, if it is not there as it is.
@@ -373,10 +394,14 @@ bool askByScript(test::DialogScript& script, OPENFILENAMEW& record, bool save) {
     return true;
 }
 
-// The directory to start in: the wished one when it is there, else the last one.
+// The directory to start in: the wished one when it is there, else the last one. An absolute path
+// without a slash at its end.
 std::string startDirectory(const std::string& wished) {
-    return isDirectory(wished) ? std::filesystem::absolute(wished).string()
-                               : QFile::encodeName(g_lastDirectory.absolutePath()).toStdString();
+    if (!isDirectory(wished))
+        return QFile::encodeName(g_lastDirectory.absolutePath()).toStdString();
+    std::string path = std::filesystem::absolute(wished).string();
+    while (path.size() > 1 && path.ends_with('/')) path.pop_back();
+    return path;
 }
 
 // Shows a message of the dialog. Always false, for acceptable.
@@ -405,10 +430,9 @@ bool ask(OPENFILENAMEW& record, bool save) {
     const std::size_t slash = name.rfind('/');
     const std::string around = slash == std::string::npos ? pathToSystem(record.lpstrInitialDir)
                                                           : name.substr(0, slash + 1);
-    dialog->startIn(startDirectory(around));
-    if (!name.empty() && isText(name)) {
-        dialog->selectFile(shown(slash == std::string::npos ? name : name.substr(slash + 1)));
-    }
+    const std::string start = startDirectory(around);
+    dialog->startIn(start);
+    if (!name.empty()) dialog->startWith(start, name.substr(slash + 1));  // all of it without one
 
     const std::string path = dialog->run([&](QWidget& box, const std::string& chosen) {
         const std::string directory = directoryOf(chosen);
