@@ -15,9 +15,10 @@ public:
     std::any Item;  // a piece of data that travels with the timer
 
     [[nodiscard]] std::int32_t Interval() const { return m_iInterval; }  // 0: stopped
-    // Milliseconds; below 1 stops. A value that is set already changes nothing, another one starts
-    // the time anew. Raises, and the timer is stopped then, kNoSystemTimer and kTooManyTimers; the
-    // source is the program's name followed by ".WindowProc".
+    // Milliseconds, at least 10 from one event to the next; below 1 stops. A value that is set
+    // already changes nothing, another one starts the time anew. Raises, and the timer is stopped
+    // then, kNoSystemTimer and kTooManyTimers; the source is the program's name followed by
+    // ".WindowProc".
     void Interval(std::int32_t iIntervalA);
 
     void PulseTimer();  // raises the event; for MTimer

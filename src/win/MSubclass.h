@@ -10,6 +10,9 @@
 // the places that were taken at its start and calls whoever stands there by then; an empty place
 // is passed over. What a sink raises reaches the sender of the message, and nobody hears it
 // further.
+//
+// The attachments of a window that is destroyed go by themselves. Only a sink that is attached to
+// its WM_DESTROY keeps them: it detaches there what is attached, itself included.
 #pragma once
 #include "win/ISubclass.h"
 

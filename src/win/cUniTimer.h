@@ -16,8 +16,9 @@ public:
     cUniTimer(const cUniTimer&) = delete;
     cUniTimer& operator=(const cUniTimer&) = delete;
 
-    // Calls Owner every nInterval milliseconds until TmrStop. The owner must outlive that. False
-    // when a timer runs, which goes on unchanged, or the platform has none.
+    // Calls Owner every nInterval milliseconds (at least 10) until TmrStop, which the owner may
+    // call in its own call. The owner must outlive that. False when a timer runs, which goes on
+    // unchanged, or the platform has none.
     bool TmrStart(UniTimerOwner& Owner, std::uint32_t nInterval, std::int32_t nID = 0);
     bool TmrStop();  // true also without a running timer; false when the platform keeps it
     [[nodiscard]] bool IsActive() const { return m_hTimer != 0; }

@@ -52,15 +52,16 @@ constexpr std::uint32_t OFN_EXPLORER = 0x80000;
 struct OPENFILENAMEW {
     HWND hwndOwner = 0;
     // Pairs of description and patterns ("*.lng; *.ini"), each ended by a NUL, ended by one more.
+    // An empty description ends the list as well; a missing pattern is that of all files.
     Text lpstrFilter;
-    std::uint32_t nFilterIndex = 0;  // in and out, from 1; 0 is the first
+    std::uint32_t nFilterIndex = 0;  // in and out, from 1; 0 is the first, one too high the last
     // In: the name to start with, up to its first NUL; blanks around it don't count. Out: the
     // chosen path and a NUL, in front of what was there.
     Text lpstrFile;
     std::uint32_t nMaxFile = 0;  // units that lpstrFile may get, the NUL included
     Text lpstrInitialDir;        // empty: that of the last dialog, at first the present directory
     Text lpstrTitle;             // empty: the desktop's own
-    std::uint32_t Flags = 0;     // in and out
+    std::uint32_t Flags = 0;     // in and out; others than those above have no influence
     Text lpstrDefExt;            // is added to a typed name without an extension, for opening only
                                  // when there is no such file; empty: none
 };
