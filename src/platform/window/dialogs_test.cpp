@@ -103,6 +103,18 @@ std::string chosen(const OPENFILENAMEW& r) {
     return pathToSystem(r.lpstrFile.substr(0, r.lpstrFile.find(u'\0')));
 }
 
+// A folder dialog that starts in the folder, which must outlive it.
+BROWSEINFOW startingIn(const Text& folder) {
+    BROWSEINFOW info;
+    info.lParam = reinterpret_cast<LPARAM>(&folder);
+    info.lpfn = [](HWND hWnd, std::uint32_t uMsg, LPARAM, LPARAM data) {
+        EXPECT_EQ(uMsg, BFFM_INITIALIZED);
+        SendMessageW(hWnd, BFFM_SETSELECTIONW, 1, data);
+        return 0;
+    };
+    return info;
+}
+
 // What a person does with the file dialog: types a name, presses Enter.
 std::function<void(QFileDialog&)> type(const char* name) {
     return [name](QFileDialog& dialog) {
@@ -463,13 +475,8 @@ TEST_F(Dialogs, StartsInADirectoryWhoseNameIsNoText) {
 
 TEST_F(Dialogs, AFolderDialogIsLargeEnoughAndTakesOnlyFolders) {
     const ::test::TempDir dir;
-    static Text s_start;
-    s_start = dir.inside("");
-    BROWSEINFOW info;
-    info.lpfn = [](HWND hWnd, std::uint32_t, LPARAM, LPARAM) {
-        SendMessageW(hWnd, BFFM_SETSELECTIONW, 1, reinterpret_cast<LPARAM>(&s_start));
-        return 0;
-    };
+    const Text start = dir.inside("");
+    const BROWSEINFOW info = startingIn(start);
     person.then<QFileDialog>([](QFileDialog& dialog) {
         EXPECT_GE(dialog.width(), 640);
         EXPECT_GE(dialog.height(), 420);
@@ -494,18 +501,12 @@ TEST_F(Dialogs, AFolderWhoseNameIsNoTextComesBackIntact) {
     const ::test::TempDir dir;
     ASSERT_EQ(::mkdir((dir.path() / "d\xFF").c_str(), 0700), 0);
     ASSERT_EQ(::mkdir((dir.path() / "d\xFF" / "in").c_str(), 0700), 0);
-    static Text s_start;
-    BROWSEINFOW info;
-    info.lpfn = [](HWND hWnd, std::uint32_t, LPARAM, LPARAM) {
-        SendMessageW(hWnd, BFFM_SETSELECTIONW, 1, reinterpret_cast<LPARAM>(&s_start));
-        return 0;
-    };
     // Where the dialog starts, and what is chosen there without more.
     for (const char* start : {"d\xFF", "d\xFF/in"}) {
-        s_start = dir.inside(start) + u'\\';
+        const Text folder = dir.inside(start) + u'\\';
         person.then<QFileDialog>(
             [](QFileDialog& dialog) { QMetaObject::invokeMethod(&dialog, "accept"); });
-        const ITEMIDLIST item = SHBrowseForFolderW(info);
+        const ITEMIDLIST item = SHBrowseForFolderW(startingIn(folder));
         Text path(2048, u'\0');
         EXPECT_TRUE(SHGetPathFromIDListW(item, path)) << start;
         EXPECT_EQ(path.substr(0, path.find(u'\0')), dir.inside(start));
@@ -524,33 +525,23 @@ TEST_F(Dialogs, NothingIsLeftWhenTheCallbackOfAFolderDialogFails) {
 TEST_F(Dialogs, AFolderDialogStartsWhereTheCallbackSays) {
     const ::test::TempDir dir;
     ASSERT_EQ(::mkdir((dir.path() / "inner").c_str(), 0700), 0);
-    static Text s_start;
-    static Bytes s_startBytes;
-    s_start = dir.inside("inner");
-    BROWSEINFOW info;
-    info.lpszTitle = u"Pick";
-    info.lParam = 9;
-    info.lpfn = [](HWND hWnd, std::uint32_t uMsg, LPARAM, LPARAM data) {
-        EXPECT_EQ(uMsg, BFFM_INITIALIZED);
-        EXPECT_EQ(data, 9);
-        SendMessageW(hWnd, BFFM_SETSELECTIONW, 1, reinterpret_cast<LPARAM>(&s_start));
-        return 0;
-    };
+    const Text start = dir.inside("inner");
     const auto accept = [&](QFileDialog& dialog) {
         EXPECT_EQ(dialog.directory().absolutePath().toStdString(), dir.path().string() + "/inner");
         dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->click();
     };
     person.then<QFileDialog>(accept);
-    ITEMIDLIST item = SHBrowseForFolderW(info);
+    ITEMIDLIST item = SHBrowseForFolderW(startingIn(start));
     Text path(2048, u'\0');
     EXPECT_TRUE(SHGetPathFromIDListW(item, path));
-    EXPECT_EQ(path.substr(0, path.find(u'\0')), s_start);
+    EXPECT_EQ(path.substr(0, path.find(u'\0')), start);
     CoTaskMemFree(item);
 
-    for (const char16_t c : s_start) s_startBytes.push_back(static_cast<std::uint8_t>(c));
+    const Bytes startBytes(start.begin(), start.end());
     BROWSEINFOA narrow;
-    narrow.lpfn = [](HWND hWnd, std::uint32_t, LPARAM, LPARAM) {
-        SendMessageW(hWnd, BFFM_SETSELECTIONA, 1, reinterpret_cast<LPARAM>(&s_startBytes));
+    narrow.lParam = reinterpret_cast<LPARAM>(&startBytes);
+    narrow.lpfn = [](HWND hWnd, std::uint32_t, LPARAM, LPARAM data) {
+        SendMessageW(hWnd, BFFM_SETSELECTIONA, 1, data);
         return 0;
     };
     person.then<QFileDialog>(accept);
@@ -558,7 +549,7 @@ TEST_F(Dialogs, AFolderDialogStartsWhereTheCallbackSays) {
     Bytes bytes(260, 1);
     EXPECT_TRUE(SHGetPathFromIDListA(item, bytes));
     EXPECT_EQ(std::string(bytes.begin(), std::find(bytes.begin(), bytes.end(), 0)),
-              std::string(s_startBytes.begin(), s_startBytes.end()));
+              std::string(startBytes.begin(), startBytes.end()));
     CoTaskMemFree(item);
     person.then<QFileDialog>([](QFileDialog& dialog) { dialog.close(); });
     EXPECT_EQ(SHBrowseForFolderW({}), 0U);

@@ -187,7 +187,8 @@ TEST_F(Timers, DoNotFireInsideTheirOwnFiringAlsoALateOne) {
         readFor(30);
         EXPECT_EQ(calls, 0);
     }
-    while (calls < 2) pumpMessages();
+    for (int i = 0; i < 50 && calls < 2; ++i) readFor(20);
+    EXPECT_GE(calls, 2);
     EXPECT_EQ(deepest, 1);
     EXPECT_TRUE(KillTimer(0, id));
 }
