@@ -136,7 +136,7 @@ TEST(PaintersGolden, Frames) {
 
 TEST(PaintersGolden, Labels) {
     constexpr SIZE kSize{130, 44};
-    constexpr const char16_t* kText = u"Words that wrap into lines";
+    constexpr const char16_t* kText = u"Words that go on and on, and so wrap into lines";
     const struct {
         const char16_t* caption;
         LabelProps props;
@@ -146,7 +146,7 @@ TEST(PaintersGolden, Labels) {
         {kText, {.Alignment = 1, .VAlignment = 1, .BorderStyle = 1}},
         {kText, {.Alignment = 2, .VAlignment = 2, .BorderStyle = 1, .RoundedBorders = true}},
         {u"Disabled", {.VAlignment = 1}, false},
-        {u"Auto\tsize", {.BorderStyle = 1, .AutoSize = true, .Margin = 4}},
+        {u"Auto size", {.BorderStyle = 1, .AutoSize = true, .Margin = 4}},
         {u"Tip style ",
          {.BackColor = sysColor(24),
           .ForeColor = sysColor(23),
@@ -169,7 +169,7 @@ TEST(PaintersGolden, Labels) {
             props.Caption = kCases[i].caption;
             SIZE size = kSize;
             if (props.AutoSize) {
-                page.put(0, 0, {1, 1}, [&](HDC to, SIZE) { size = labelAutoSize(to, props); });
+                page.put(-1, -1, {1, 1}, [&](HDC to, SIZE) { size = labelAutoSize(to, props); });
             }
             page.put(kGap + i % 3 * (kSize.cx + kGap), kGap + i / 3 * (kSize.cy + kGap), size,
                      [&](HDC to, SIZE inner) { paintLabel(to, inner, props, kCases[i].bEnabled); });

@@ -361,6 +361,46 @@ WindowInterface* interfaceOf(HWND hWnd) {
     return dynamic_cast<WindowInterface*>(QAccessible::queryAccessibleInterface(widget));
 }
 
+bool g_logs = false;  // for a test
+std::string g_accessibleLog;
+
+void logEvent(QAccessibleEvent& event) {
+    const char* what = nullptr;
+    switch (event.type()) {
+    case QAccessible::Focus:
+        what = "focus";
+        break;
+    case QAccessible::NameChanged:
+        what = "name";
+        break;
+    case QAccessible::ValueChanged:
+        what = "value";
+        break;
+    case QAccessible::StateChanged:
+        what = "state";
+        break;
+    case QAccessible::Selection:
+        what = "selection";
+        break;
+    case QAccessible::TableModelChanged:
+        what = "table";
+        break;
+    default:
+        return;
+    }
+    const QAccessibleInterface* part = event.accessibleInterface();
+    g_accessibleLog += std::string(what) + " \"" +
+                       (part == nullptr ? "" : toUtf8(toText(part->text(QAccessible::Name)))) +
+                       "\"\n";
+}
+
+bool isHeard() { return g_logs || QAccessible::isActive(); }
+
+void tell(QAccessibleEvent& event) {
+    if (g_logs) logEvent(event);
+    QAccessible::updateAccessibility(&event);
+}
+
 }  // namespace
 
 bool setAccessible(HWND hWnd, Accessible* accessible) {
@@ -376,22 +416,22 @@ bool setAccessible(HWND hWnd, Accessible* accessible) {
 
 void tellAccessible(HWND hWnd, AccessibleChange change) {
     QWidget* const widget = widgetOf(hWnd);
-    if (widget == nullptr || !QAccessible::isActive()) return;
+    if (widget == nullptr || !isHeard()) return;
     const Accessible* teller = tellerOf(hWnd);
     if (teller == nullptr) return;
     switch (change) {
     case AccessibleChange::Name: {
         QAccessibleEvent event(widget, QAccessible::NameChanged);
-        QAccessible::updateAccessibility(&event);
+        tell(event);
         break;
     }
     case AccessibleChange::Value: {
         if (teller->accessibleRole() == AccessibleRole::ProgressBar) {
             QAccessibleValueChangeEvent event(widget, teller->accessibleRange().value);
-            QAccessible::updateAccessibility(&event);
+            tell(event);
         } else {
             QAccessibleEvent event(widget, QAccessible::ValueChanged);
-            QAccessible::updateAccessibility(&event);
+            tell(event);
         }
         break;
     }
@@ -400,28 +440,28 @@ void tellAccessible(HWND hWnd, AccessibleChange change) {
         changed.checked = teller->accessibleState().checkable;
         changed.disabled = !changed.checked;
         QAccessibleStateChangeEvent event(widget, changed);
-        QAccessible::updateAccessibility(&event);
+        tell(event);
         break;
     }
     case AccessibleChange::TableReset: {
         QAccessibleTableModelChangeEvent event(widget,
                                                QAccessibleTableModelChangeEvent::ModelReset);
         if (WindowInterface* told = interfaceOf(hWnd)) told->modelChange(&event);
-        QAccessible::updateAccessibility(&event);
+        tell(event);
         break;
     }
     }
 }
 
 void tellAccessibleCell(HWND hWnd, int row, int column) {
-    if (!QAccessible::isActive()) return;
+    if (!isHeard()) return;
     const WindowInterface* window = interfaceOf(hWnd);
     if (window == nullptr) return;
     QAccessibleInterface* const cell = window->cellAt(row, column);
     if (cell == nullptr) return;
     const QWidget* widget = widgetOf(hWnd);
     QAccessibleEvent event(cell, widget->hasFocus() ? QAccessible::Focus : QAccessible::Selection);
-    QAccessible::updateAccessibility(&event);
+    tell(event);
 }
 
 // ---- For tests
@@ -503,42 +543,8 @@ bool doAccessibleAction(HWND hWnd) {
     return true;
 }
 
-namespace {
-std::string g_accessibleLog;
-void logAccessible(QAccessibleEvent* event) {
-    const char* what = nullptr;
-    switch (event->type()) {
-    case QAccessible::Focus:
-        what = "focus";
-        break;
-    case QAccessible::NameChanged:
-        what = "name";
-        break;
-    case QAccessible::ValueChanged:
-        what = "value";
-        break;
-    case QAccessible::StateChanged:
-        what = "state";
-        break;
-    case QAccessible::Selection:
-        what = "selection";
-        break;
-    case QAccessible::TableModelChanged:
-        what = "table";
-        break;
-    default:
-        return;
-    }
-    const QAccessibleInterface* part = event->accessibleInterface();
-    g_accessibleLog += std::string(what) + " \"" +
-                       (part == nullptr ? "" : toUtf8(toText(part->text(QAccessible::Name)))) +
-                       "\"\n";
-}
-}  // namespace
-
 void listenAccessible(bool listens) {
-    QAccessible::setActive(listens);
-    QAccessible::installUpdateHandler(listens ? logAccessible : nullptr);
+    g_logs = listens;
     g_accessibleLog.clear();
 }
 

@@ -93,7 +93,8 @@ void setMetric(int index, std::optional<int> value);
 [[nodiscard]] std::string describeAccessible(HWND hWnd,
                                              std::optional<std::pair<int, int>> cell = {});
 bool doAccessibleAction(HWND hWnd);  // the first one that the window offers
-// While it listens, what is told goes to a log: one line each, what has changed and the name.
+// While it listens, what windows tell goes to a log: one line each, what has changed and the name.
+// The moves of the focus from window to window are told by the desktop's library.
 void listenAccessible(bool listens);
 [[nodiscard]] std::string takeAccessibleLog();
 

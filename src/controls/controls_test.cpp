@@ -1,0 +1,614 @@
+// Stored properties, states, events and repaints of the drawn controls.
+#include "controls/controlWindow_test.h"
+#include "controls/ctlProgressXP.h"
+#include "controls/ctlUniButtonXP.h"
+#include "controls/ctlUniCheckXP.h"
+#include "controls/ctlUniFrameXP.h"
+#include "controls/ctlUniLabel.h"
+#include "platform/window/textout.h"
+
+#include <memory>
+
+namespace {
+
+using platform::test::describeAccessible;
+using test::settle;
+
+class Controls : public test::ControlTest {
+protected:
+    // Writes down all that the control raises.
+    template <class Control> void listen(Control& control) {
+        control.Click = [this] { note("Click"); };
+        control.DblClick = [this] { note("DblClick"); };
+        control.MouseDown = [this](std::int16_t& b, auto&, auto&, auto&) {
+            note("Down" + std::to_string(b));
+        };
+        control.MouseMove = [this](std::int16_t& b, auto&, auto&, auto&) {
+            note("Move" + std::to_string(b));
+        };
+        control.MouseUp = [this](std::int16_t& b, auto&, auto&, auto&) {
+            note("Up" + std::to_string(b));
+        };
+        if constexpr (requires { control.KeyPress; }) {
+            control.KeyDown = [this](std::int16_t& c, auto&) { note("Key" + std::to_string(c)); };
+            control.KeyPress = [this](std::int16_t& c) { note("Char" + std::to_string(c)); };
+            control.KeyUp = [this](std::int16_t&, auto&) { note("KeyUp"); };
+        }
+    }
+};
+
+// ---- Stored properties
+
+TEST(ControlProperties, HaveTheirDocumentedDefaults) {
+    const std::string face = std::to_string(static_cast<std::int32_t>(0x8000000F));
+    const std::string text = std::to_string(static_cast<std::int32_t>(0x80000012));
+    const std::string window = std::to_string(static_cast<std::int32_t>(0x80000005));
+    EXPECT_EQ(ctlUniButtonXP::properties().dump({}),
+              "Caption text \"\"\nBackColor 32 " + face + "\nForeColor 32 " + text +
+                  "\nBorderColor 32 -1\nTip text \"\"\nStyle 32 -1\nRoundedBorders bool true\n"
+                  "BackColorOut 32 -1\nUseRoundRegions bool false\nShowFocus bool true\n");
+    EXPECT_EQ(LabelControl::properties().dump({}),
+              "Caption text \"\"\nBackColor 32 " + face + "\nForeColor 32 " + text +
+                  "\nBorderColor 32 -1\nAlignment 32 0\nVAlignment 32 0\nBackStyle 32 1\n"
+                  "BorderStyle 32 0\nAutoSize bool false\nTip text \"\"\nStyle 32 0\n"
+                  "Margin 16 0\nRoundedBorders bool false\nBackColorOut 32 -1\n"
+                  "UseRoundRegions bool false\n");
+    EXPECT_EQ(ctlUniCheckXP::properties().dump({}),
+              "Caption text \"\"\nAlign 32 0\nCheckBackColor 32 " + window +
+                  "\nCheckForeColor 32 " + std::to_string(static_cast<std::int32_t>(0x80000008)) +
+                  "\nBackColor 32 " + face + "\nForeColor 32 " + text +
+                  "\nBorderColor 32 -1\nPressed bool false\nTip text \"\"\nStyle 32 -1\n"
+                  "ShowFocus bool true\n");
+    EXPECT_EQ(ctlUniFrameXP::properties().dump({}),
+              "Caption text \"\"\nEnabled bool true\nForeColor 32 " +
+                  std::to_string(static_cast<std::int32_t>(0x80000006)) +
+                  "\nBorderColor 32 -1\nBackColor 32 " + face +
+                  "\nTip text \"\"\nVistaStyle bool true\nBackColorOut 32 -1\n"
+                  "TitleBackColor 32 -1\nUseShadow bool false\n");
+    EXPECT_EQ(ctlProgressXP::properties().dump({}),
+              "Percent 16 0\nBackColor 32 " + window + "\nForeColor 32 " +
+                  std::to_string(static_cast<std::int32_t>(0x8000000D)) +
+                  "\nBorder bool true\nBorderColor 32 -1\nBorderSpace bool true\n"
+                  "Spaces bool true\nTip text \"\"\nStyle 32 -1\nBackStyle 32 -1\n"
+                  "RoundedBorders bool true\nBackColorOut 32 -1\nUseRoundRegions bool false\n");
+}
+
+// Stores another value under every name of a table, and one of each of the window's.
+template <class Props> PropertyBag otherValues(const PropertyTable<Props>& table) {
+    PropertyBag bag;
+    const Props defaults;
+    for (const auto& row : table.rows()) {
+        std::visit(
+            [&](auto member) {
+                using T = std::decay_t<decltype(defaults.*member)>;
+                if constexpr (std::is_same_v<T, Text>) {
+                    bag.WriteTextBytes(row.sName, u"other", {});
+                } else if constexpr (std::is_same_v<T, bool>) {
+                    bag.WriteProperty(row.sName, !(defaults.*member), defaults.*member);
+                } else {
+                    bag.WriteProperty(row.sName, static_cast<T>(defaults.*member + 2),
+                                      defaults.*member);
+                }
+            },
+            row.member);
+    }
+    bag.WriteProperty(u"Font", StdFont{u"Tahoma", 12}, StdFont());
+    return bag;
+}
+
+template <class Control, class Props> void expectRoundTrip(const PropertyTable<Props>& table) {
+    const PropertyBag stored = otherValues(table);
+    Control control;
+    control.Name(u"Control1");
+    control.ReadProperties(stored);
+    EXPECT_EQ(control.Font(), (StdFont{u"Tahoma", 12}));
+    PropertyBag written;
+    control.WriteProperties(written);
+    Props before, after;
+    table.read(stored, before, {});
+    table.read(written, after, {});
+    EXPECT_EQ(table.dump(after), table.dump(before));
+    EXPECT_EQ(written.Count(), stored.Count());
+
+    control.ReadProperties({});
+    PropertyBag none;
+    control.WriteProperties(none);
+    EXPECT_EQ(none.Count(), 0U) << "defaults are not stored";
+}
+
+TEST(ControlProperties, SurviveSavingAndLoading) {
+    expectRoundTrip<ctlUniButtonXP>(ctlUniButtonXP::properties());
+    expectRoundTrip<ctlUniLabel>(LabelControl::properties());
+    expectRoundTrip<ctlUniLabelNoFlick>(LabelControl::properties());
+    expectRoundTrip<ctlUniCheckXP>(ctlUniCheckXP::properties());
+    expectRoundTrip<ctlUniFrameXP>(ctlUniFrameXP::properties());
+    expectRoundTrip<ctlProgressXP>(ctlProgressXP::properties());
+}
+
+TEST(ControlProperties, ACaptionThatIsNotStoredIsTheName) {
+    ctlUniButtonXP button;
+    ctlUniCheckXP check;
+    ctlUniFrameXP frame;
+    ctlUniLabel label;
+    for (HostWindow* control :
+         {static_cast<HostWindow*>(&button), static_cast<HostWindow*>(&check),
+          static_cast<HostWindow*>(&frame), static_cast<HostWindow*>(&label)}) {
+        control->Name(u"It&em1");
+        control->InitProperties();
+    }
+    EXPECT_EQ(button.Caption(), u"It&em1");
+    EXPECT_EQ(check.Caption(), u"It&em1");
+    EXPECT_EQ(check.AccessKeys(), u"e");
+    EXPECT_EQ(frame.Caption(), u"It&em1");
+    EXPECT_EQ(label.Caption(), u"");
+}
+
+// ---- Button
+
+TEST_F(Controls, AButtonRaisesAfterItHasChangedItsState) {
+    ctlUniButtonXP button;
+    button.Caption(u"&Go");
+    put(button);
+    listen(button);
+    click(button);
+    EXPECT_EQ(taken(), "Down1 Up1 Click ");
+    press(button);
+    EXPECT_TRUE(button.accessibleState().pressed);
+    platform::test::mouse(button.hWnd(), platform::test::MouseAction::Move, {300, 4}, 0,
+                          platform::MK_LBUTTON);
+    EXPECT_TRUE(button.accessibleState().pressed) << "leaving does not end the press";
+    platform::test::mouse(button.hWnd(), platform::test::MouseAction::Move, {3, 4}, 0, 0);
+    EXPECT_FALSE(button.accessibleState().pressed) << "the next move without the button does";
+    release(button);
+    (void)taken();
+    press(button, platform::MK_RBUTTON);
+    EXPECT_FALSE(button.accessibleState().pressed);
+    EXPECT_EQ(taken(), "Down2 ");
+    release(button, platform::MK_RBUTTON);
+    (void)taken();
+    twice(button);
+    EXPECT_EQ(taken(), "Down1 Up1 Click DblClick Up1 ");
+    press(button);
+    button.ForceLostFocus();
+    EXPECT_FALSE(button.accessibleState().pressed);
+    EXPECT_EQ(describeAccessible(button.hWnd()), "button \"Go\" focusable focused");
+    (void)taken();
+    EXPECT_TRUE(platform::test::doAccessibleAction(button.hWnd()));
+    EXPECT_EQ(taken(), "Click ");
+}
+
+TEST_F(Controls, AButtonClicksByKeyUnlessTheHandlerTakesTheKey) {
+    ctlUniButtonXP button;
+    put(button);
+    listen(button);
+    type(button, u' ');
+    type(button, u'\r');
+    type(button, u'x');
+    EXPECT_EQ(taken(), "Key32 Char32 Click KeyUp Key13 Char13 Click KeyUp Key88 Char120 KeyUp ");
+    button.KeyPress = [](std::int16_t& code) { code = 0; };
+    type(button, u' ');
+    EXPECT_EQ(taken(), "Key32 KeyUp ");
+    button.KeyPress = [](std::int16_t& code) { code = 13; };
+    type(button, u'x');
+    EXPECT_EQ(taken(), "Key88 Click KeyUp ");
+}
+
+TEST_F(Controls, TheFormsEnterAndEscapeClickEnabledButtons) {
+    ctlUniButtonXP ok, cancel;
+    ctlUniCheckXP check;
+    put(ok);
+    put(cancel, {10, 50, 110, 74});
+    put(check, {10, 90, 110, 114});
+    ok.Click = [this] { note("ok"); };
+    cancel.Click = [this] { note("cancel"); };
+    ok.Default(true);
+    cancel.Cancel(true);
+    check.SetFocus();
+    const auto key = [&](std::int32_t code) {
+        platform::test::pressKey(platform::GetFocus(), code, TextView());
+        return taken();
+    };
+    EXPECT_EQ(key(platform::VK_RETURN), "ok ");
+    EXPECT_EQ(key(platform::VK_ESCAPE), "cancel ");
+    EXPECT_EQ(check.Value(), 0);
+    ok.Enabled(false);
+    EXPECT_EQ(key(platform::VK_RETURN), "");
+    cancel.SetFocus();
+    EXPECT_EQ(key(platform::VK_RETURN), "cancel ") << "the button with the focus comes first";
+}
+
+TEST_F(Controls, AButtonsFaceFollowsItsState) {
+    ctlUniButtonXP button;
+    button.Caption(u"Go");
+    button.Default(true);
+    put(button);
+    const auto drawn = [&] {
+        const platform::DrawingRecorder recorder(button.hDC());
+        button.Refresh();
+        const std::string all = recorder.text();
+        std::string marks;
+        if (all.find("#A0BEEC") != std::string::npos) marks += "default ";
+        if (all.find("DrawFocusRect") != std::string::npos) marks += "focus ";
+        if (all.find("DrawTextW 0,0,100,24 #808080 flags 0x25 \"Go\"") != std::string::npos) {
+            marks += "grey ";
+        }
+        return marks;
+    };
+    EXPECT_EQ(drawn(), "default ");
+    button.SetFocus();
+    EXPECT_EQ(drawn(), "default focus ");
+    press(button);
+    EXPECT_EQ(drawn(), "default ") << "no focus rectangle on a pressed button";
+    release(button);
+    button.ShowFocus(false);
+    EXPECT_EQ(drawn(), "default ");
+    button.Enabled(false);
+    EXPECT_EQ(drawn(), "grey ");
+    const platform::DrawingRecorder recorder(button.hDC());
+    button.Caption({});
+    EXPECT_EQ(recorder.text().find("DrawTextW"), std::string::npos) << "the face only";
+}
+
+// ---- Check box
+
+TEST_F(Controls, ACheckBoxTogglesByWhatArmsIt) {
+    ctlUniCheckXP check;
+    check.Caption(u"R&&D &Lab");
+    EXPECT_EQ(check.AccessKeys(), u"L");
+    put(check);
+    listen(check);
+    const auto state = [&] { return taken() + std::to_string(check.Value()); };
+    click(check);
+    EXPECT_EQ(state(), "Down1 Up1 Click 1");
+    click(check, platform::MK_RBUTTON);
+    EXPECT_EQ(state(), "Down2 Up2 1");
+    twice(check);
+    EXPECT_EQ(state(), "Down1 Up1 Click Click DblClick Up1 1") << "twice is back where it was";
+    type(check, u' ');
+    EXPECT_EQ(state(), "Key32 Char32 Click KeyUp 0");
+    check.Value(5);
+    EXPECT_EQ(state(), "Click 1");
+    check.Value(1);
+    check.Pressed(true);
+    EXPECT_EQ(state(), "1") << "no change, no Click";
+    check.KeyPress = [](std::int16_t& code) { code = 0; };
+    type(check, u' ');
+    EXPECT_EQ(state(), "Key32 KeyUp 1");
+    platform::test::pressKey(check.hWnd(), 'L', u"l", platform::test::kAlt);
+    EXPECT_EQ(state(), "Key76 Click 0");
+    EXPECT_EQ(describeAccessible(check.hWnd()),
+              "check box \"R&D Lab\" keys \"Alt+L\" focusable focused unchecked");
+    EXPECT_TRUE(platform::test::doAccessibleAction(check.hWnd()));
+    EXPECT_EQ(state(), "Click 1");
+    check.Enabled(false);
+    EXPECT_FALSE(check.accessibleAction());
+    check.Caption(u"Plain &");
+    EXPECT_EQ(check.AccessKeys(), u"");
+}
+
+TEST(CheckGeometry, FollowsTheSizeAndTheSide) {
+    const struct {
+        SIZE inner;
+        std::int32_t align;
+        RECT box;
+    } kCases[] = {
+        {{100, 15}, 0, {0, 0, 15, 15}}, {{100, 16}, 0, {0, 0, 15, 15}},
+        {{100, 18}, 0, {0, 2, 15, 17}}, {{100, 24}, 1, {85, 4, 100, 19}},
+        {{10, 5}, 1, {-5, -5, 10, 10}}, {{0, 0}, 0, {0, -8, 15, 7}},
+    };
+    for (const auto& c : kCases) {
+        CheckProps props;
+        props.Align = c.align;
+        EXPECT_EQ(checkBoxRect(c.inner, props), c.box) << c.inner.cx << " x " << c.inner.cy;
+    }
+}
+
+// ---- Frame
+
+TEST_F(Controls, ADisabledFrameDisablesWhatIsInIt) {
+    ctlUniFrameXP frame;
+    frame.Caption(u"A & B");
+    put(frame, {0, 0, 200, 100});
+    ctlUniButtonXP button;
+    ASSERT_TRUE(button.create(frame.hWnd(), {10, 30, 60, 54}));
+    listen(button);
+    frame.Enabled(false);
+    EXPECT_FALSE(platform::IsWindowEnabled(frame.hWnd()));
+    click(button);
+    EXPECT_EQ(taken(), "");
+    EXPECT_EQ(describeAccessible(frame.hWnd()), "group \"A & B\" disabled");
+    frame.Enabled(true);
+    click(button);
+    EXPECT_EQ(taken(), "Down1 Up1 Click ");
+    frame.UserMode(false);
+    frame.Enabled(false);
+    EXPECT_FALSE(frame.Enabled());
+    EXPECT_TRUE(platform::IsWindowEnabled(frame.hWnd())) << "a designer needs it";
+}
+
+// ---- Labels
+
+TEST_F(Controls, AnAutomaticLabelTakesTheSizeOfItsText) {
+    ctlUniLabelNoFlick label;
+    put(label, {50, 10, 150, 40});
+    const HDC dc = label.hDC();
+    const auto width = [&](TextView s) {
+        RECT r{};
+        platform::DrawTextW(dc, s, r, platform::DT_CALCRECT | platform::DT_SINGLELINE);
+        return r.right;
+    };
+    RECT line{};
+    platform::DrawTextW(dc, u"X", line, platform::DT_CALCRECT);
+    label.AutoSize(true);
+    EXPECT_EQ(label.ScaleWidth(), 1);
+    EXPECT_EQ(label.ScaleHeight(), 0);
+    label.BorderStyle(1);
+    label.Margin(3);
+    EXPECT_EQ(label.ScaleWidth(), 1 + 6 + 4);
+    label.Caption(u"One\r\nThe widest one\r\nLast");
+    EXPECT_EQ(label.ScaleWidth(), width(u"The widest one") + 10);
+    EXPECT_EQ(label.ScaleHeight(), 3 * line.bottom + 10);
+    EXPECT_EQ(label.Left(), 50);
+
+    label.Alignment(1);
+    const int right = label.Left() + label.ScaleWidth();
+    label.Caption(u"One");
+    EXPECT_EQ(label.Left() + label.ScaleWidth(), right);
+    label.Alignment(2);
+    const int twiceCentre = 2 * label.Left() + label.ScaleWidth();
+    label.Caption(u"The widest one");
+    EXPECT_NEAR(2 * label.Left() + label.ScaleWidth(), twiceCentre, 1);
+    label.AutoSize(false);
+    const int before = label.ScaleWidth();
+    label.Margin(9);
+    EXPECT_EQ(label.ScaleWidth(), before) << "without AutoSize the margin has no influence";
+}
+
+TEST_F(Controls, ATransparentLabelIsOnlyItsLetters) {
+    ctlUniLabel label;
+    PropertyBag bag;
+    bag.WriteProperty(u"BackStyle", std::int32_t{0}, 1);
+    bag.WriteTextBytes(u"Caption", u"III", {});
+    label.ReadProperties(bag);
+    put(label);
+    int letters = 0, holes = 0;
+    for (int x = 10; x < 40; ++x) {
+        const HWND seen = platform::test::windowAt(m_form.hWnd(), {x, 16});
+        (seen == label.hWnd() ? letters : holes)++;
+    }
+    EXPECT_GT(letters, 2);
+    EXPECT_GT(holes, 10);
+    label.UseRoundRegions(true);
+    settle();
+    EXPECT_EQ(platform::test::windowAt(m_form.hWnd(), {100, 30}), m_form.hWnd());
+    EXPECT_EQ(describeAccessible(label.hWnd()), "label \"III\"");
+}
+
+TEST_F(Controls, RoundedWindowsLoseTheirCorners) {
+    ctlUniButtonXP button;
+    ctlUniLabel label;
+    ctlProgressXP progress;
+    put(button);
+    put(label, {10, 50, 110, 74});
+    put(progress, {10, 90, 110, 114});
+    const auto corners = [&] {
+        settle();
+        std::string seen;
+        for (const HostWindow* control :
+             {static_cast<HostWindow*>(&button), static_cast<HostWindow*>(&label),
+              static_cast<HostWindow*>(&progress)}) {
+            const HWND corner =
+                platform::test::windowAt(m_form.hWnd(), {control->Left(), control->Top()});
+            const HWND middle = platform::test::windowAt(
+                m_form.hWnd(), {control->Left() + 50, control->Top() + 12});
+            EXPECT_EQ(middle, control->hWnd());
+            seen += corner == control->hWnd() ? "whole " : "round ";
+        }
+        return seen;
+    };
+    EXPECT_EQ(corners(), "whole whole whole ");
+    button.UseRoundRegions(true);
+    label.UseRoundRegions(true);
+    progress.UseRoundRegions(true);
+    EXPECT_EQ(corners(), "round round round ");
+    button.move(10, 10, 120, 30);
+    progress.move(10, 90, 120, 30);
+    EXPECT_EQ(corners(), "round round round ");
+    button.UseRoundRegions(false);
+    label.UseRoundRegions(false);
+    progress.UseRoundRegions(false);
+    EXPECT_EQ(corners(), "whole whole whole ");
+    EXPECT_FALSE(button.RoundedBorders());
+}
+
+// ---- Progress bar
+
+TEST_F(Controls, AProgressBarTakesZeroToHundredAndShowsAtOnce) {
+    ctlProgressXP progress;
+    put(progress, {10, 10, 114, 25});
+    platform::test::listenAccessible(true);
+    const struct {
+        std::int16_t value, percent;
+    } kCases[] = {{25, 25}, {101, 25}, {-1, 25}, {100, 100}, {0, 0}};
+    for (const auto& c : kCases) {
+        progress.Value(c.value);
+        EXPECT_EQ(progress.Percent(), c.percent);
+    }
+    EXPECT_EQ(platform::test::takeAccessibleLog(), "value \"\"\nvalue \"\"\nvalue \"\"\n");
+    platform::test::listenAccessible(false);
+    progress.Percent(50);
+    // No message was read since: what was set is there. 100 columns of bar, 3 to 52 filled.
+    progress.Spaces(false);
+    progress.Style(0);
+    progress.Refresh();
+    const auto at = [&](int x) { return platform::GetPixel(progress.hDC(), x, 7); };
+    EXPECT_NE(at(40), at(60));
+    EXPECT_EQ(at(40), at(50));
+    progress.Percent(60);
+    EXPECT_EQ(at(40), at(60));
+    progress.AccessibleName(u"Loading");
+    EXPECT_EQ(describeAccessible(progress.hWnd()),
+              "progress bar \"Loading\" value \"60%\" 60 of 0 to 100");
+}
+
+// ---- All of them
+
+template <class Control> std::unique_ptr<HostWindow> make() { return std::make_unique<Control>(); }
+const struct {
+    const char* name;
+    std::unique_ptr<HostWindow> (*make)();
+} kKinds[] = {
+    {"button", make<ctlUniButtonXP>},  {"check box", make<ctlUniCheckXP>},
+    {"frame", make<ctlUniFrameXP>},    {"label", make<ctlUniLabel>},
+    {"progress", make<ctlProgressXP>}, {"label without flicker", make<ctlUniLabelNoFlick>},
+};
+
+TEST_F(Controls, AThousandChangesCostOnePaint) {
+    ctlUniButtonXP button;
+    button.Caption(u"b");
+    ctlUniCheckXP check;
+    check.Caption(u"c");
+    ctlUniFrameXP frame;
+    frame.Caption(u"f");
+    ctlUniLabel label;
+    label.Caption(u"l");
+    const auto expectOne = [&](auto& control, auto change) {
+        put(control);
+        EXPECT_EQ(paintsOf(control,
+                           [&] {
+                               for (int i = 0; i < 1000; ++i) change(i);
+                           }),
+                  1);
+    };
+    expectOne(button, [&](int i) { button.BackColor(i); });
+    expectOne(check, [&](int i) { check.Caption(fromUtf8(std::to_string(i))); });
+    expectOne(frame, [&](int i) { frame.Caption(fromUtf8(std::to_string(i))); });
+    expectOne(label, [&](int i) { label.Caption(fromUtf8(std::to_string(i))); });
+
+    ctlProgressXP progress;
+    put(progress);
+    const platform::DrawingRecorder recorder(progress.hDC());
+    for (int i = 0; i < 1000; ++i) progress.BorderColor(i);
+    settle();
+    EXPECT_EQ(recorder.lines().size(), 1U) << recorder.text();
+}
+
+TEST_F(Controls, LiveThroughAnySizeAndText) {
+    const Text kTexts[] = {
+        Text(1 << 20, u'x'),
+        Text(u"a\0b", 3),
+        u"\xD800 \xDC00\xD83D",
+        u"\u200F\u202E\u05D0 b",
+        u"&",
+        u"\r\n\r\n\t",
+        Text(1 << 16, u'\r'),
+    };
+    for (const auto& kind : kKinds) {
+        SCOPED_TRACE(kind.name);
+        for (const Text& text : kTexts) {
+            PropertyBag bag;
+            bag.WriteTextBytes(u"Caption", text, {});
+            bag.WriteProperty(u"UseRoundRegions", true, false);
+            bag.WriteProperty(u"Percent", std::int16_t{50}, std::int16_t{0});
+            const std::unique_ptr<HostWindow> control = kind.make();
+            control->ReadProperties(bag);
+            put(*control);
+            for (const SIZE size : {SIZE{0, 0}, SIZE{1, 1}, SIZE{1, 40}, SIZE{40, 1}, SIZE{0, 9},
+                                    SIZE{5, 5}, SIZE{90, 20}}) {
+                control->move(0, 0, size.cx, size.cy);
+                control->Refresh();
+            }
+            PropertyBag written;
+            control->WriteProperties(written);
+            if (kind.name == std::string("progress")) continue;  // it has no caption
+            EXPECT_EQ(written.ReadTextBytes(u"Caption", {}), text);
+        }
+    }
+}
+
+TEST_F(Controls, WorkBeforeTheWindowAndAfterIt) {
+    for (const auto& kind : kKinds) {
+        SCOPED_TRACE(kind.name);
+        const std::unique_ptr<HostWindow> control = kind.make();
+        const auto change = [&] {
+            control->InitProperties();
+            control->Enabled(false);
+            control->Font({u"Tahoma", 10});
+            control->Refresh();
+            control->Enabled(true);
+        };
+        change();
+        put(*control);
+        change();
+        control->destroy();
+        settle();
+        change();
+        EXPECT_EQ(control->hDC(), 0U);
+        put(*control);
+    }
+}
+
+TEST_F(Controls, HandlersMayEndTheirControlMoveTheFocusAndRaise) {
+    auto check = std::make_unique<ctlUniCheckXP>();
+    put(*check);
+    check->Click = [&] { check.reset(); };
+    click(*check);
+    EXPECT_EQ(check, nullptr);
+
+    auto button = std::make_unique<ctlUniButtonXP>();
+    put(*button);
+    button->KeyPress = [&](std::int16_t&) { button.reset(); };
+    type(*button, u' ');
+    EXPECT_EQ(button, nullptr);
+
+    ctlUniLabelNoFlick label;
+    put(label);
+    label.Resize = [&] { label.destroy(); };
+    label.Caption(u"longer");
+    label.AutoSize(true);
+    EXPECT_EQ(label.hWnd(), 0U) << "ended while it was painting";
+
+    ctlUniButtonXP first, second;
+    put(first);
+    put(second, {10, 50, 110, 74});
+    first.MouseDown = [&](auto&, auto&, auto&, auto&) { second.SetFocus(); };
+    press(first);
+    EXPECT_TRUE(second.HasFocus());
+    EXPECT_FALSE(first.accessibleState().pressed);
+    release(first);
+
+    std::string told;
+    platform::setFailureHandler([&](const std::exception_ptr&) { told += "failure "; });
+    ctlUniCheckXP raising;
+    put(raising, {10, 90, 110, 114});
+    raising.Click = [] { throw Failure(kOwnError, u"test", u"refused"); };
+    click(raising);
+    platform::setFailureHandler(nullptr);
+    EXPECT_EQ(told, "failure ");
+    EXPECT_EQ(raising.Value(), 1) << "its state is whole";
+    EXPECT_EQ(paintsOf(raising, [&] { raising.Caption(u"x"); }), 1) << "and it still paints";
+}
+
+TEST_F(Controls, DragsReachTheOwner) {
+    ctlUniCheckXP check;
+    put(check);
+    check.OLEDropMode(1);
+    check.OLEDragOver = [&](DataObject&, std::int32_t& effect, auto&, auto&, float& x, auto&,
+                            std::int16_t& state) {
+        effect = platform::DROPEFFECT_COPY;
+        note("over" + std::to_string(state) + '@' + std::to_string(static_cast<int>(x)));
+    };
+    check.OLEDragDrop = [&](DataObject& data, std::int32_t&, auto&, auto&, auto&, auto&) {
+        note("drop " + toUtf8(data.GetText()));
+    };
+    platform::DragContent content;
+    content.text = u"text";
+    (void)platform::test::dragInto(check.hWnd(), {7, 8}, content, platform::DROPEFFECT_COPY, true);
+    EXPECT_EQ(taken(), "over0@7 over2@7 drop text ");
+    check.OLEStartDrag = [&](DataObject&, std::int32_t&) { note("start"); };
+    check.OLECompleteDrag = [&](std::int32_t& effect) { note("done" + std::to_string(effect)); };
+    check.OLEDrag();
+    EXPECT_EQ(taken(), "start done0 ") << "nothing is allowed: no drag";
+}
+
+}  // namespace
