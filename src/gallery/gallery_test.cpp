@@ -196,8 +196,8 @@ TEST_F(GalleryWindowTest, TellsWhatTheDialogsAnswered) {
     EXPECT_EQ(answerOf("Folder...", true), "answer \"Folder...\": /home/me\n");
     script.answerColor(platform::rgb(1, 2, 255));
     EXPECT_EQ(answerOf("Colour...", true), "answer \"Colour...\": #0102FF\n");
-    platform::LogicalFont font;
-    font.lfFaceName = u"Tahoma";
+    platform::LOGFONTA font;
+    ASSERT_TRUE(platform::setFaceName(font, u"Tahoma"));
     font.lfWeight = 700;
     script.answerFont(font, 14);
     EXPECT_EQ(answerOf("Font...", true), "answer \"Font...\": Tahoma, 14 points, bold\n");
