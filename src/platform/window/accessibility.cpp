@@ -347,14 +347,6 @@ QAccessibleInterface* interfaceFor(const QString&, QObject* object) {
     return new WindowInterface(record->widget, record->handle);  // the library owns it
 }
 
-void installOnce() {
-    static const bool installed = [] {
-        QAccessible::installFactory(interfaceFor);
-        return true;
-    }();
-    (void)installed;
-}
-
 WindowInterface* interfaceOf(HWND hWnd) {
     QWidget* widget = widgetOf(hWnd);
     if (widget == nullptr) return nullptr;
@@ -403,8 +395,15 @@ void tell(QAccessibleEvent& event) {
 
 }  // namespace
 
+void enterAccessibility() {
+    static const bool entered = [] {
+        QAccessible::installFactory(interfaceFor);
+        return true;
+    }();
+    (void)entered;
+}
+
 bool setAccessible(HWND hWnd, Accessible* accessible) {
-    installOnce();
     if (accessible == nullptr) {
         tellers().erase(hWnd);
         return IsWindow(hWnd);

@@ -165,6 +165,7 @@ void MessageTarget::widgetGoes() {
 
 HWND adoptWidget(QWidget* widget, MessageTarget& target, const WindowOptions& options) {
     setWindowHooks({IsWindow, windowDrawn});
+    enterAccessibility();
     auto record = std::make_shared<WindowRecord>();
     record->widget = widget;
     record->target = &target;

@@ -160,6 +160,10 @@ void noteMouseWindow(HWND hWnd);      // the window that SetCursor means
 
 void killTimersOf(HWND hWnd);
 
+// Has windows tell about themselves (accessibility.h). The library asks each widget once, and
+// early.
+void enterAccessibility();
+
 // Gives the failure to the handler of setFailureHandler. Never raises.
 void reportFailure(const std::exception_ptr& failure) noexcept;
 // Runs f; what it raises is reported.
