@@ -92,6 +92,7 @@ protected:
         return m_props.BackStyle == 0 || m_props.UseRoundRegions;
     }
 
+    void onCreate() override { pvUpdateShape(); }
     void onResize() override;
     void onFontChanged() override;
     [[nodiscard]] Text accessibleText() const override {
