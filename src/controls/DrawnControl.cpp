@@ -13,6 +13,11 @@ void DrawnControl::pvRefresh() {
     }
 }
 
+void DrawnControl::paintAtOnce() {
+    if (AutoRedraw()) onPaint();  // the window does not ask for it
+    HostWindow::Refresh();
+}
+
 void DrawnControl::paintFailed() { ReportCaughtFailure(u"pvDraw"); }
 
 void DrawnControl::handTip(const Text& sTip) const {

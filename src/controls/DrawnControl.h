@@ -14,7 +14,7 @@ class DrawnControl : public HostWindow {
 protected:
     // The repaint request: at once in a designer and for a picture that stays, else by onPaint.
     void pvRefresh();
-    virtual void paintAtOnce() { HostWindow::Refresh(); }
+    virtual void paintAtOnce();
 
     // Runs paint unless a paint of this control runs already; whatever fails in it ends here.
     template <class F> void guardedPaint(F paint) {

@@ -77,6 +77,7 @@ protected:
     void onResize() override { pvResize(); }
     void onMouseMove(std::int16_t, std::int16_t, float, float) override { handTip(m_props.Tip); }
     void onAmbientChanged() override { pvResize(); }
+    void paintAtOnce() override { HostWindow::Refresh(); }
 
 private:
     template <class T> void rebuild(T ProgressProps::*member, T value) {

@@ -3,7 +3,7 @@
 #include "controls/DrawnControl.h"
 
 struct ButtonProps {  // stored under these names
-    Text Caption{};     // the control's own name, where none is stored
+    Text Caption{};   // the control's own name, where none is stored
     Color BackColor = sysColor(15), ForeColor = sysColor(18), BorderColor = kAutoColor;
     Text Tip{};
     std::int32_t Style = -1;  // of DrawButtonFace; -1: AppButtonStyle

@@ -3,7 +3,7 @@
 #include "controls/DrawnControl.h"
 
 struct CheckProps {          // stored under these names
-    Text Caption{};            // the control's own name, where none is stored
+    Text Caption{};          // the control's own name, where none is stored
     std::int32_t Align = 0;  // 0: the box left of the text, else at the right edge
     Color CheckBackColor = sysColor(5), CheckForeColor = sysColor(8);  // of the box
     Color BackColor = sysColor(15), ForeColor = sysColor(18), BorderColor = kAutoColor;

@@ -3,7 +3,7 @@
 #include "controls/DrawnControl.h"
 
 struct FrameProps {  // stored under these names
-    Text Caption{};    // the control's own name, where none is stored
+    Text Caption{};  // the control's own name, where none is stored
     bool Enabled = true;
     Color ForeColor = sysColor(6), BorderColor = kAutoColor, BackColor = sysColor(15);
     Text Tip{};

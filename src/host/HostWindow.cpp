@@ -152,14 +152,17 @@ void HostWindow::leaveWindow() {
 
 LRESULT HostWindow::procedure(HWND hWnd, std::uint32_t uMsg, WPARAM wParam, LPARAM lParam) {
     if (HostWindow* host = find(hWnd)) {
-        LRESULT result = 0;
         const Life life(*host);
-        bool done = host->dispatch(uMsg, wParam, lParam);
-        if (!done && life && host->m_hWnd == hWnd) {
-            done = host->onMessage(uMsg, wParam, lParam, result);
+        const auto there = [&] { return life && host->m_hWnd == hWnd; };
+        LRESULT result = 0;
+        try {
+            if (host->dispatch(uMsg, wParam, lParam)) return result;
+            if (there() && host->onMessage(uMsg, wParam, lParam, result)) return result;
+        } catch (...) {
+            if (uMsg == platform::WM_DESTROY && there()) host->leaveWindow();
+            throw;
         }
-        if (uMsg == platform::WM_DESTROY && life && host->m_hWnd == hWnd) host->leaveWindow();
-        if (done) return result;
+        if (uMsg == platform::WM_DESTROY && there()) host->leaveWindow();
     }
     return platform::DefWindowProcW(hWnd, uMsg, wParam, lParam);
 }

@@ -301,6 +301,44 @@ TEST_F(HostTest, DropsCarryTextAndFiles) {
     EXPECT_EQ(taken(), "a over 0 \xC3\xA4\na over 2 \xC3\xA4\na over 1 \n");
 }
 
+TEST_F(HostTest, AFormGivesTheFocusToItsFirstControl) {
+    Window other;
+    ASSERT_TRUE(other.Load());
+    ASSERT_TRUE(a.create(other.hWnd(), {0, 0, 20, 20}));
+    ASSERT_TRUE(b.create(other.hWnd(), {30, 0, 50, 20}));
+    a.TabStop(false);
+    other.Show();
+    settle();
+    EXPECT_TRUE(b.HasFocus());
+    EXPECT_EQ(a.form(), &other);
+    EXPECT_EQ(other.Controls().size(), 2U);
+}
+
+TEST_F(HostTest, AModalFormReturnsWhenItIsHiddenOrGone) {
+    Window hidden, unloaded;
+    ASSERT_TRUE(hidden.Load() && unloaded.Load());
+    ASSERT_TRUE(a.create(hidden.hWnd(), {0, 0, 20, 20}));
+    a.on = [&](const std::string& what) {
+        if (what == "enter") hidden.Hide();
+    };
+    hidden.Show(true);
+    EXPECT_TRUE(hidden.Loaded());
+    EXPECT_FALSE(platform::IsWindowVisible(hidden.hWnd()));
+    platform::PostMessageW(unloaded.hWnd(), platform::WM_CLOSE, 0, 0);
+    unloaded.Show(true, form.hWnd());
+    EXPECT_FALSE(unloaded.Loaded());
+}
+
+TEST_F(HostTest, AFailureAtTheEndLeavesNothingBehind) {
+    class Failing final : public HostWindow {
+        void onDestroy() override { throw Failure(kOwnError, u"test", u"refused"); }
+    } failing;
+    ASSERT_TRUE(failing.create(form.hWnd(), {0, 0, 20, 20}));
+    EXPECT_THROW(failing.destroy(), Failure);
+    EXPECT_EQ(failing.hWnd(), 0U);
+    EXPECT_EQ(failing.hDC(), 0U);
+}
+
 TEST_F(HostTest, AFormAsksBeforeItGoes) {
     place(a, 0);
     form.refuses = true;
