@@ -57,6 +57,12 @@ public:
     Event<> Click, DblClick;
     Event<std::int16_t&, std::int16_t&, float&, float&> MouseDown, MouseMove, MouseUp;
 
+    // The tip, unless the owner has said more.
+    [[nodiscard]] Text accessibleDescription() const override {
+        Text said = HostWindow::accessibleDescription();
+        return said.empty() ? tip() : said;
+    }
+
 protected:
     void onClick() override { Click(); }
     void onDblClick() override { DblClick(); }

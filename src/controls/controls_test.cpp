@@ -171,7 +171,9 @@ TEST_F(Controls, AButtonRaisesAfterItHasChangedItsState) {
     press(button);
     button.ForceLostFocus();
     EXPECT_FALSE(button.accessibleState().pressed);
-    EXPECT_EQ(describeAccessible(button.hWnd()), "button \"Go\" focusable focused");
+    button.Tip(u"Browse...");
+    EXPECT_EQ(describeAccessible(button.hWnd()),
+              "button \"Go\" description \"Browse...\" focusable focused");
     (void)taken();
     EXPECT_TRUE(platform::test::doAccessibleAction(button.hWnd()));
     EXPECT_EQ(taken(), "Click ");

@@ -69,6 +69,10 @@ public:
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override {
         return platform::AccessibleRole::ProgressBar;
     }
+    [[nodiscard]] Text accessibleDescription() const override {
+        Text said = HostWindow::accessibleDescription();
+        return said.empty() ? m_props.Tip : said;
+    }
     [[nodiscard]] Text accessibleValue() const override;
     [[nodiscard]] platform::AccessibleRange accessibleRange() const override;
 

@@ -24,6 +24,7 @@ bool Form::Load(HWND owner) {
     options.size = {ScaleWidth(), ScaleHeight()};
     options.title = m_caption;
     if (!createOfKind(options)) return false;
+    applyIcon();
     const Life life(*this);
     platform::setKeyFilter(hWnd(),
                            [this, life](HWND window, std::uint32_t uMsg, WPARAM wParam, LPARAM) {
@@ -68,6 +69,17 @@ bool Form::onMessage(std::uint32_t uMsg, WPARAM, LPARAM, LRESULT&) {
 void Form::Caption(Text sCaption) {
     m_caption = std::move(sCaption);
     if (Loaded()) platform::SetWindowTextW(hWnd(), m_caption);
+}
+
+void Form::Icon(Picture oIcon) {
+    m_icon = std::move(oIcon);
+    applyIcon();
+}
+
+void Form::applyIcon() const {
+    if (!Loaded()) return;
+    const bool icon = m_icon != nullptr && m_icon->Type() == platform::PICTYPE_ICON;
+    platform::setWindowIcon(hWnd(), icon ? m_icon->Handle() : 0);
 }
 
 // ---- Place

@@ -34,6 +34,9 @@ public:
 
     [[nodiscard]] const Text& Caption() const { return m_caption; }
     void Caption(Text sCaption);
+    // An icon; any other picture, and none, is the desktop's own.
+    [[nodiscard]] const Picture& Icon() const { return m_icon; }
+    void Icon(Picture oIcon);
     void ClientSize(int width, int height);  // pixels
     void CenterOnScreen();                   // on the work area of the screen it is on
     [[nodiscard]] bool Minimised() const;
@@ -66,6 +69,7 @@ protected:
     [[nodiscard]] Text accessibleText() const override { return m_caption; }
 
 private:
+    void applyIcon() const;
     bool keyMessage(HWND hWnd, std::uint32_t uMsg, platform::WPARAM wParam);
     bool callAccessKey(char16_t unit);
     bool pressButton(bool HostWindow::*flag, std::int16_t code);
@@ -73,5 +77,6 @@ private:
 
     platform::WindowKind m_kind;
     Text m_caption;
+    Picture m_icon;
     int m_scaleMode = kTwips;
 };

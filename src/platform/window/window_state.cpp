@@ -7,6 +7,8 @@
 #include <QApplication>
 #include <QCursor>
 #include <QEventLoop>
+#include <QIcon>
+#include <QPixmap>
 #include <QRegion>
 #include <QWidget>
 #include <algorithm>
@@ -246,6 +248,14 @@ Text GetWindowTextW(HWND hWnd) {
 }
 
 int GetWindowTextLengthW(HWND hWnd) { return static_cast<int>(GetWindowTextW(hWnd).size()); }
+
+bool setWindowIcon(HWND hWnd, HICON icon) {
+    QWidget* const widget = widgetOf(hWnd);
+    if (widget == nullptr || !widget->isWindow()) return false;
+    const QPixmap picture = icon == 0 ? QPixmap() : qtCursor(icon).pixmap();
+    widget->setWindowIcon(picture.isNull() ? QIcon() : QIcon(picture));
+    return true;
+}
 
 bool SetWindowRgn(HWND hWnd, HRGN hRgn, bool redraw) {
     QWidget* const widget = widgetOf(hWnd);
