@@ -64,6 +64,7 @@ protected:
     virtual void onQueryUnload(bool& /*bCancel*/, UnloadReason) {}
     virtual void onUnload(bool& /*bCancel*/) {}
 
+    // An override hands on what it does not take itself.
     bool onMessage(std::uint32_t uMsg, platform::WPARAM wParam, platform::LPARAM lParam,
                    platform::LRESULT& result) override;
     [[nodiscard]] Text accessibleText() const override { return m_caption; }
