@@ -28,6 +28,7 @@ namespace {
 int g_runningEvents = 0;
 std::vector<QPointer<QWidget>> g_condemned;  // one may take another along
 HWND g_focusBefore = 0;                      // the window of the last WM_KILLFOCUS
+const QKeyEvent* g_key = nullptr;            // the one on its way
 
 }  // namespace
 
@@ -51,6 +52,17 @@ void deleteWidget(QWidget* widget) {
     widget->hide();
     g_condemned.emplace_back(widget);
 }
+
+int keyModifiers() {
+    if (g_key != nullptr) return static_cast<int>(g_key->modifiers().toInt());
+    Qt::KeyboardModifiers down;
+    down.setFlag(Qt::ShiftModifier, GetAsyncKeyState(VK_SHIFT) < 0);
+    down.setFlag(Qt::ControlModifier, GetAsyncKeyState(VK_CONTROL) < 0);
+    down.setFlag(Qt::AltModifier, GetAsyncKeyState(VK_MENU) < 0);
+    return static_cast<int>(down.toInt());
+}
+
+std::optional<bool> MessageTarget::routeSpecially(WindowRecord&, QEvent*, bool) { return {}; }
 
 // ---- Delivery
 
@@ -151,6 +163,11 @@ QString typedBy(const QKeyEvent& key, std::int32_t code) {
 }
 
 bool routeKey(WindowRecord& record, QKeyEvent* key, bool viewport) {
+    struct OnItsWay {
+        explicit OnItsWay(const QKeyEvent* now) : before(std::exchange(g_key, now)) {}
+        ~OnItsWay() { g_key = before; }
+        const QKeyEvent* before;
+    } const onItsWay(key);
     const HWND hWnd = record.handle;
     const bool down = key->type() == QEvent::KeyPress;
     noteModifiers(static_cast<int>(key->modifiers().toInt()));
@@ -287,6 +304,9 @@ bool route(WindowRecord& record, QEvent* event, bool viewport) {
     const auto native = [&] {
         return record.target == nullptr || record.target->runNative(event, viewport);
     };
+    if (const std::optional<bool> handled = target.routeSpecially(record, event, viewport)) {
+        return *handled;
+    }
     switch (event->type()) {
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
@@ -423,6 +443,8 @@ LRESULT DefWindowProcW(HWND hWnd, std::uint32_t uMsg, WPARAM wParam, LPARAM lPar
     }
     case WM_GETTEXT:
         *reinterpret_cast<Text*>(lParam) = record->text;
+        return static_cast<LRESULT>(record->text.size());
+    case WM_GETTEXTLENGTH:
         return static_cast<LRESULT>(record->text.size());
     case WM_CLOSE:
         DestroyWindow(hWnd);

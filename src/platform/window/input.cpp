@@ -268,7 +268,7 @@ HCURSOR SetCursor(HCURSOR cursor) {
     // Most moves ask for the cursor that the window has already.
     if (record != nullptr && record->shownCursor != wanted) {
         record->shownCursor = wanted;
-        record->widget->setCursor(qtCursor(wanted));
+        clientWidgetOf(g_mouseWindow)->setCursor(qtCursor(wanted));
     }
     return before;
 }

@@ -13,20 +13,22 @@ using LRESULT = std::intptr_t;
 using WNDPROC = LRESULT (*)(HWND hWnd, std::uint32_t uMsg, WPARAM wParam, LPARAM lParam);
 
 enum : std::uint32_t {
-    WM_DESTROY = 0x0002,    // the window and its children are still there
-    WM_MOVE = 0x0003,       // lParam: left in the low, top in the high word, of the client area
-    WM_SIZE = 0x0005,       // wParam: SIZE_...; lParam: width and height of the client area
-    WM_SETFOCUS = 0x0007,   // wParam: the window that had the focus, or 0
-    WM_KILLFOCUS = 0x0008,  // wParam: the window that gets it, or 0
-    WM_ENABLE = 0x000A,     // wParam: 1 enabled, 0 disabled
-    WM_SETTEXT = 0x000C,    // lParam: const Text*
-    WM_GETTEXT = 0x000D,    // lParam: Text*
-    WM_PAINT = 0x000F,      // the window draws itself into a context of GetDC
-    WM_CLOSE = 0x0010,      // by default destroys the window
+    WM_DESTROY = 0x0002,        // the window and its children are still there
+    WM_MOVE = 0x0003,           // lParam: left in the low, top in the high word, of the client area
+    WM_SIZE = 0x0005,           // wParam: SIZE_...; lParam: width and height of the client area
+    WM_SETFOCUS = 0x0007,       // wParam: the window that had the focus, or 0
+    WM_KILLFOCUS = 0x0008,      // wParam: the window that gets it, or 0
+    WM_ENABLE = 0x000A,         // wParam: 1 enabled, 0 disabled
+    WM_SETTEXT = 0x000C,        // lParam: const Text*
+    WM_GETTEXT = 0x000D,        // lParam: Text*
+    WM_GETTEXTLENGTH = 0x000E,  // the result: UTF-16 units
+    WM_PAINT = 0x000F,          // the window draws itself into a context of GetDC
+    WM_CLOSE = 0x0010,          // by default destroys the window
     WM_SYSCOLORCHANGE = 0x0015,
     WM_SETTINGCHANGE = 0x001A,
     WM_SETCURSOR = 0x0020,      // wParam: the window under the mouse; the result 1 ends it
     WM_MOUSEACTIVATE = 0x0021,  // before each press of a button; by default the parent is asked
+    WM_SETFONT = 0x0030,        // wParam: the font, 0 the stock font; lParam: 1 to draw anew
     WM_CONTEXTMENU = 0x007B,    // lParam: the screen position, -1 by key
     WM_KEYDOWN = 0x0100,        // wParam: key code; lParam: bit 30 the key was down before
     WM_KEYUP = 0x0101,
@@ -34,7 +36,17 @@ enum : std::uint32_t {
     WM_SYSKEYDOWN = 0x0104,  // with Alt held, and F10
     WM_SYSKEYUP = 0x0105,
     WM_SYSCHAR = 0x0106,
-    WM_TIMER = 0x0113,  // wParam: the timer
+    WM_UNICHAR = 0x0109,  // wParam: a character's code, or UNICODE_NOCHAR to ask: 1 is yes
+    WM_IME_STARTCOMPOSITION = 0x010D,
+    WM_IME_ENDCOMPOSITION = 0x010E,
+    WM_IME_COMPOSITION = 0x010F,  // lParam: GCS_... of what is there; see edit.h
+    WM_COMMAND = 0x0111,          // of a child: high word of wParam what happened, lParam the child
+    WM_TIMER = 0x0113,            // wParam: the timer
+    // An edit window is about to paint itself, and its parent is asked: wParam the context whose
+    // text and background colour count, lParam the window; the result is the brush for the area.
+    // The second comes from one that is read-only or disabled.
+    WM_CTLCOLOREDIT = 0x0133,
+    WM_CTLCOLORSTATIC = 0x0138,
     // Mouse. wParam: MK_... of what is down; lParam: client position, signed words.
     WM_MOUSEMOVE = 0x0200,
     WM_LBUTTONDOWN = 0x0201,
@@ -50,6 +62,11 @@ enum : std::uint32_t {
                              // user; lParam: the screen position. By default the parent gets it
     WM_DROPFILES = 0x0233,   // lParam: const std::vector<Text>*, paths in the inside form
     WM_MOUSELEAVE = 0x02A3,
+    WM_CUT = 0x0300,
+    WM_COPY = 0x0301,
+    WM_PASTE = 0x0302,
+    WM_CLEAR = 0x0303,  // takes the selection out
+    WM_UNDO = 0x0304,
     WM_USER = 0x0400,
     WM_APP = 0x8000,
 };
@@ -110,6 +127,8 @@ enum : std::int32_t {
     VK_OEM_7 = 0xDE,       // '
     VK_OTHER = 0xE8,       // a key without a code of its own
 };
+
+constexpr WPARAM UNICODE_NOCHAR = 0xFFFF;
 
 // The words of a parameter.
 constexpr std::int32_t loWord(std::intptr_t v) { return static_cast<std::uint16_t>(v); }

@@ -5,9 +5,16 @@
 #include "platform/window/toolkit_internal.h"
 #include "platform/window/window_internal.h"
 
-#include <QCoreApplication>
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QImage>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
+#include <QPixmap>
+#include <QPointer>
 #include <QWheelEvent>
 #include <QWidget>
 #include <algorithm>
@@ -146,7 +153,7 @@ void typeText(HWND hWnd, TextView text) {
 }
 
 void mouse(HWND hWnd, MouseAction action, POINT at, WPARAM button, WPARAM down) {
-    QWidget* const widget = widgetOf(hWnd);
+    QWidget* const widget = clientWidgetOf(hWnd);
     if (widget == nullptr) return;
     static constexpr QEvent::Type kTypes[] = {QEvent::MouseButtonPress, QEvent::MouseButtonRelease,
                                               QEvent::MouseButtonDblClick, QEvent::MouseMove};
@@ -160,13 +167,53 @@ void mouse(HWND hWnd, MouseAction action, POINT at, WPARAM button, WPARAM down) 
 }
 
 void wheel(HWND hWnd, POINT at, int delta, WPARAM modifiers) {
-    QWidget* const widget = widgetOf(hWnd);
+    QWidget* const widget = clientWidgetOf(hWnd);
     if (widget == nullptr) return;
     const QPoint position(at.x, at.y);
     QWheelEvent event(QPointF(position), QPointF(widget->mapToGlobal(position)), QPoint(),
                       QPoint(0, delta), buttonsOf(modifiers), modifiersOf(modifiers),
                       Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(widget, &event);
+}
+
+void compose(HWND hWnd, TextView composed, TextView result, int replaceFrom, int replaceLength) {
+    QWidget* const widget = widgetOf(hWnd);
+    if (widget == nullptr) return;
+    QInputMethodEvent event(toQt(composed), {});
+    event.setCommitString(toQt(result), replaceFrom, replaceLength);
+    QCoreApplication::sendEvent(widget, &event);
+}
+
+void setClipboardText(TextView text) { QGuiApplication::clipboard()->setText(toQt(text)); }
+Text clipboardText() { return toText(QGuiApplication::clipboard()->text()); }
+void failEditWindows(bool fails) { hooks().failEdits = fails; }
+
+std::string chooseFromMenu(const std::string& caption) {
+    const QPointer<QMenu> menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    if (menu.isNull()) return {};
+    std::string captions;
+    QAction* chosen = nullptr;
+    for (QAction* item : menu->actions()) {
+        const std::string plain = item->text().remove(u'&').toStdString();
+        if (!item->isEnabled() || item->isSeparator()) continue;
+        captions += plain + ' ';
+        if (plain == caption) chosen = item;
+    }
+    if (chosen != nullptr) chosen->trigger();
+    if (!menu.isNull()) menu->close();
+    return captions;
+}
+
+ShownPicture shownPicture(HWND hWnd) {
+    QWidget* const widget = widgetOf(hWnd);
+    if (widget == nullptr) return {};
+    const QImage image = widget->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    ShownPicture picture{image.width(), image.height(), {}};
+    for (int y = 0; y < image.height(); ++y) {
+        const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        for (int x = 0; x < image.width(); ++x) picture.pixels.push_back(row[x] & 0xFFFFFF);
+    }
+    return picture;
 }
 
 // ---- Screens

@@ -56,6 +56,25 @@ enum class MouseAction : std::uint8_t { Press, Release, DoubleClick, Move };
 // afterwards, and the modifiers.
 void mouse(HWND hWnd, MouseAction action, POINT at, WPARAM button, WPARAM down = 0);
 void wheel(HWND hWnd, POINT at, int delta, WPARAM modifiers = 0);
+// What an input method says to an edit window: the text that is being composed, and the text that
+// has come of it, which replaces so many units from replaceFrom, counted from the caret.
+void compose(HWND hWnd, TextView composed, TextView result = {}, int replaceFrom = 0,
+             int replaceLength = 0);
+
+void setClipboardText(TextView text);
+[[nodiscard]] Text clipboardText();
+void failEditWindows(bool fails);  // CreateWindowExW gives 0
+// Chooses the item of that caption, without its ampersand, in the menu that is open, and closes it.
+// Without a caption only closes it. The captions of what could be chosen, each with a blank behind;
+// empty when no menu is open.
+std::string chooseFromMenu(const std::string& caption = {});
+
+// What the desktop shows of a window and all in it: rows from the top, each pixel 0x00RRGGBB.
+struct ShownPicture {
+    int width = 0, height = 0;
+    std::vector<std::uint32_t> pixels;
+};
+[[nodiscard]] ShownPicture shownPicture(HWND hWnd);
 
 // ---- Dragging (dragdrop.h)
 

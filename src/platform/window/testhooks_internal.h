@@ -9,7 +9,7 @@ struct TestHooks {
     std::optional<POINT> cursorPosition;
     std::vector<test::Screen> screens;
     std::map<int, int> metrics;
-    bool manualTimers = false, failTimers = false;
+    bool manualTimers = false, failTimers = false, failEdits = false;
     test::ShellHook shell;
     std::function<bool(const std::string& address)> addressOpener;
     std::optional<std::string> settingsFolder;

@@ -33,6 +33,13 @@ QWidget* widgetOf(HWND hWnd) {
     return record == nullptr ? nullptr : record->widget;
 }
 
+QWidget* clientWidgetOf(HWND hWnd) {
+    const WindowRecord* record = windowOf(hWnd);
+    if (record == nullptr) return nullptr;
+    QWidget* const viewport = record->target->viewportWidget();
+    return viewport != nullptr ? viewport : record->widget;
+}
+
 namespace {
 
 // A short-lived view on the picture's pixels; null for a window without one.

@@ -11,6 +11,7 @@
 
 #include <exception>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QCursor;
@@ -31,6 +32,10 @@ public:
     MessageTarget& operator=(const MessageTarget&) = delete;
     // The library's own handling of an event, of the widget or of its scrolled viewport.
     virtual bool runNative(QEvent* event, bool viewport) = 0;
+    // An event that does not become a message in the common way, or not at all: what came of it.
+    virtual std::optional<bool> routeSpecially(WindowRecord& record, QEvent* event, bool viewport);
+    // Where the window is painted and clicked, when that is a scrolled viewport inside the widget.
+    [[nodiscard]] virtual QWidget* viewportWidget() { return nullptr; }
     [[nodiscard]] HWND handle() const { return m_handle; }
 
 protected:
@@ -136,6 +141,8 @@ void deleteWidget(QWidget* widget);
 [[nodiscard]] HWND
 windowOfWidget(const QWidget* widget);       // the widget itself or the next around it
 [[nodiscard]] QWidget* widgetOf(HWND hWnd);  // nullptr for an unknown window
+// The viewport of a window that has one, else its widget.
+[[nodiscard]] QWidget* clientWidgetOf(HWND hWnd);
 
 // Sends a message made from an event. What the library answered if it came to handle the event,
 // else true.
@@ -155,6 +162,8 @@ void reportPlace(WindowRecord& record, QEvent* event = nullptr);
 [[nodiscard]] std::int32_t keyCodeOf(const QKeyEvent& event);
 [[nodiscard]] int qtKeyOf(std::int32_t keyCode);  // 0 for a code without a key
 [[nodiscard]] QCursor qtCursor(HICON cursor);
+// The modifiers of the key event on its way, or those that are down now.
+[[nodiscard]] int keyModifiers();
 void noteModifiers(int qtModifiers);  // of an input event: fresher than any query
 void noteMouseWindow(HWND hWnd);      // the window that SetCursor means
 

@@ -220,7 +220,7 @@ bool GetWindowRect(HWND hWnd, RECT& rect) {
 }
 
 bool ClientToScreen(HWND hWnd, POINT& point) {
-    const QWidget* widget = widgetOf(hWnd);
+    const QWidget* widget = clientWidgetOf(hWnd);
     if (widget == nullptr) return false;
     const QPoint there = widget->mapToGlobal(QPoint(point.x, point.y));
     point = {there.x(), there.y()};
@@ -228,7 +228,7 @@ bool ClientToScreen(HWND hWnd, POINT& point) {
 }
 
 bool ScreenToClient(HWND hWnd, POINT& point) {
-    const QWidget* widget = widgetOf(hWnd);
+    const QWidget* widget = clientWidgetOf(hWnd);
     if (widget == nullptr) return false;
     const QPoint there = widget->mapFromGlobal(QPoint(point.x, point.y));
     point = {there.x(), there.y()};
@@ -247,7 +247,9 @@ Text GetWindowTextW(HWND hWnd) {
     return text;
 }
 
-int GetWindowTextLengthW(HWND hWnd) { return static_cast<int>(GetWindowTextW(hWnd).size()); }
+int GetWindowTextLengthW(HWND hWnd) {
+    return static_cast<int>(SendMessageW(hWnd, WM_GETTEXTLENGTH, 0, 0));
+}
 
 bool setWindowIcon(HWND hWnd, HICON icon) {
     QWidget* const widget = widgetOf(hWnd);
@@ -334,7 +336,8 @@ bool InvalidateRect(HWND hWnd, const RECT* rect, bool erase) {
         fill(*picture, part, record->background);
     }
     if (!isEmpty(part)) {
-        record->widget->update(part.left, part.top, part.right - part.left, part.bottom - part.top);
+        clientWidgetOf(hWnd)->update(part.left, part.top, part.right - part.left,
+                                     part.bottom - part.top);
     }
     return true;
 }
@@ -343,7 +346,7 @@ bool UpdateWindow(HWND hWnd) {
     WindowRecord* record = windowOf(hWnd);
     if (record == nullptr) return false;
     if (record->painting || !record->widget->isVisible()) return true;
-    if (record->invalid || record->changed) record->widget->repaint();
+    if (record->invalid || record->changed) clientWidgetOf(hWnd)->repaint();
     return true;
 }
 
@@ -369,7 +372,7 @@ void setWindowCursor(HWND hWnd, HICON cursor) {
     WindowRecord* record = windowOf(hWnd);
     if (record == nullptr) return;
     record->cursor = record->shownCursor = cursor == 0 ? IDC_ARROW : cursor;
-    record->widget->setCursor(qtCursor(record->cursor));
+    clientWidgetOf(hWnd)->setCursor(qtCursor(record->cursor));
 }
 
 }  // namespace platform

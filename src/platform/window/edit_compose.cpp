@@ -1,0 +1,112 @@
+// Input methods: their events as messages, and the strings that go with them.
+#include "platform/window/edit_internal.h"
+#include "platform/window/toolkit_internal.h"
+
+#include <QInputMethodEvent>
+#include <cstring>
+
+namespace platform {
+namespace {
+
+EditField* editFieldOf(HWND hWnd) {
+    const WindowRecord* record = windowOf(hWnd);
+    return record == nullptr ? nullptr : dynamic_cast<EditField*>(record->target);
+}
+
+}  // namespace
+
+HIMC ImmGetContext(HWND hWnd) { return editFieldOf(hWnd) == nullptr ? 0 : hWnd; }
+
+std::int32_t ImmGetCompositionStringW(HIMC hIMC, LPARAM index, void* buffer, std::uint32_t size) {
+    const EditField* field = editFieldOf(hIMC);
+    if (field == nullptr || (index != GCS_COMPSTR && index != GCS_RESULTSTR)) return 0;
+    const Text& text = index == GCS_COMPSTR ? field->composed : field->result;
+    const std::size_t bytes = text.size() * sizeof(char16_t);
+    if (size == 0 || buffer == nullptr) return static_cast<std::int32_t>(bytes);
+    const std::size_t copied = std::min<std::size_t>(bytes, size);
+    std::memcpy(buffer, text.data(), copied);
+    return static_cast<std::int32_t>(copied);
+}
+
+bool ImmReleaseContext(HWND hWnd, HIMC hIMC) {
+    return hWnd == hIMC && editFieldOf(hWnd) != nullptr;
+}
+
+std::optional<bool> EditField::routeSpecially(WindowRecord& record, QEvent* event, bool) {
+    if (event->type() != QEvent::InputMethod) return {};
+    event->accept();
+    return routeComposition(record, static_cast<const QInputMethodEvent&>(*event));
+}
+
+void EditField::showComposition(const QString& preedit, const QString& entered) {
+    const int before = length();
+    const bool changedBefore = m_changed;
+    run([&] {
+        QInputMethodEvent plain(preedit, m_composition->attributes());
+        plain.setCommitString(entered);
+        runNative(&plain, false);
+        // To the library a text that is being composed is a change of the text.
+        if (entered.isEmpty() && length() == before) m_changed = changedBefore;
+    });
+}
+
+void EditField::takeComposition() {
+    if (m_composition == nullptr || m_compositionTaken) return;
+    m_compositionTaken = true;
+    showComposition(m_composition->preeditString(), fitting(*this, m_composition->commitString()));
+}
+
+bool EditField::routeComposition(WindowRecord& record, const QInputMethodEvent& event) {
+    const HWND hWnd = record.handle;
+    if (isReadOnly()) return true;
+    struct OnItsWay {
+        OnItsWay(EditField& f, const QInputMethodEvent* now)
+            : field(f), before(std::exchange(f.m_composition, now)) {}
+        ~OnItsWay() { field.m_composition = before; }
+        EditField& field;
+        const QInputMethodEvent* before;
+    } const onItsWay(*this, &event);
+    const QString preedit = event.preeditString(), commit = event.commitString();
+    if (preedit.isEmpty() && commit.isEmpty() && !m_composing) {
+        if (event.replacementLength() > 0) selectReplaced(event);
+        if (event.replacementLength() > 0) run([&] { removeSelection(); });
+        return true;
+    }
+
+    // A key that types by an input method without composing comes the whole way, too.
+    if (!std::exchange(m_composing, true)) {
+        SendMessageW(hWnd, WM_IME_STARTCOMPOSITION, 0, 0);
+        if (!IsWindow(hWnd)) return true;
+    }
+    if (!commit.isEmpty()) {
+        // What was being composed goes ahead of its result, so that whoever takes the result finds
+        // the plain text, with what is to be replaced selected.
+        showComposition({}, {});
+        if (!IsWindow(hWnd)) return true;
+        if (event.replacementLength() > 0) selectReplaced(event);
+    }
+    composed = toText(preedit);
+    result = toText(commit);
+    LPARAM flags = commit.isEmpty() ? 0 : GCS_RESULTSTR;
+    if (!preedit.isEmpty() || commit.isEmpty()) flags |= GCS_COMPSTR;
+    m_compositionTaken = false;
+    SendMessageW(hWnd, WM_IME_COMPOSITION, 0, flags);
+    if (!IsWindow(hWnd)) return true;
+    composed.clear();
+    result.clear();
+    // The field shows what is being composed also when somebody has kept the message.
+    if (!m_compositionTaken) showComposition(preedit, {});
+    if (IsWindow(hWnd) && preedit.isEmpty()) {
+        m_composing = false;
+        SendMessageW(hWnd, WM_IME_ENDCOMPOSITION, 0, 0);
+    }
+    return true;
+}
+
+void EditField::selectReplaced(const QInputMethodEvent& event) {
+    const int start = selection().start() + event.replacementStart();
+    const int from = std::clamp(start, 0, length());
+    run([&] { select({from, std::clamp(start + event.replacementLength(), from, length())}); });
+}
+
+}  // namespace platform
