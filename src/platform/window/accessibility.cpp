@@ -470,6 +470,10 @@ namespace {
 
 QAccessibleInterface* partOf(HWND hWnd, std::optional<std::pair<int, int>> cell) {
     WindowInterface* const window = interfaceOf(hWnd);
+    if (window == nullptr && !cell) {  // a widget of the toolkit's own, which tells about itself
+        QWidget* const widget = widgetOf(hWnd);
+        return widget == nullptr ? nullptr : QAccessible::queryAccessibleInterface(widget);
+    }
     if (window == nullptr || !cell) return window;
     if (cell->first < 0) {
         return cell->second < window->columnCount() ? window->cell(-1, cell->second) : nullptr;

@@ -56,6 +56,12 @@ HWND CreateWindowExW(std::uint32_t extendedStyle, TextView className, TextView t
     return IsWindow(hWnd) ? hWnd : 0;
 }
 
+void setEditName(HWND hWnd, TextView name) {
+    WindowRecord* const record = windowOf(hWnd);
+    if (record == nullptr || record->classProcedure != editProcedure) return;
+    record->widget->setAccessibleName(toQt(name));
+}
+
 // ---- What goes in
 
 namespace {

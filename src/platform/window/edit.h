@@ -73,6 +73,10 @@ constexpr std::int32_t EN_CHANGE = 0x0300;  // high word of WM_COMMAND's wParam
                                    HMENU hMenu = 0, std::uint32_t hInstance = 0,
                                    const void* param = nullptr);
 
+// What a screen reader calls the window; nothing for one that is no edit window. Its role and its
+// text are known anyway, and a password's is not told.
+void setEditName(HWND hWnd, TextView name);
+
 // ---- Input methods
 //
 // A composition is WM_IME_STARTCOMPOSITION, any number of WM_IME_COMPOSITION, and

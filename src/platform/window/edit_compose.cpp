@@ -8,6 +8,8 @@
 namespace platform {
 namespace {
 
+using Attributes = QList<QInputMethodEvent::Attribute>;
+
 EditField* editFieldOf(HWND hWnd) {
     const WindowRecord* record = windowOf(hWnd);
     return record == nullptr ? nullptr : dynamic_cast<EditField*>(record->target);
@@ -42,7 +44,8 @@ void EditField::showComposition(const QString& preedit, const QString& entered) 
     const int before = length();
     const bool changedBefore = m_changed;
     run([&] {
-        QInputMethodEvent plain(preedit, m_composition->attributes());
+        QInputMethodEvent plain(preedit,
+                                preedit.isEmpty() ? Attributes() : m_composition->attributes());
         plain.setCommitString(entered);
         runNative(&plain, false);
         // To the library a text that is being composed is a change of the text.
@@ -57,7 +60,6 @@ void EditField::takeComposition() {
 }
 
 bool EditField::routeComposition(WindowRecord& record, const QInputMethodEvent& event) {
-    const HWND hWnd = record.handle;
     if (isReadOnly()) return true;
     struct OnItsWay {
         OnItsWay(EditField& f, const QInputMethodEvent* now)
@@ -66,40 +68,50 @@ bool EditField::routeComposition(WindowRecord& record, const QInputMethodEvent& 
         EditField& field;
         const QInputMethodEvent* before;
     } const onItsWay(*this, &event);
+    const HWND hWnd = record.handle;
+    // Each step comes also after a failure in the one before: what has begun is brought to its end.
+    std::exception_ptr failure;
+    const auto step = [&](auto&& f) {
+        if (!IsWindow(hWnd)) return;
+        try {
+            f();
+        } catch (...) {
+            if (!failure) failure = std::current_exception();
+        }
+    };
+    const auto send = [&](std::uint32_t uMsg, LPARAM lParam) {
+        step([&] { SendMessageW(hWnd, uMsg, 0, lParam); });
+    };
     const QString preedit = event.preeditString(), commit = event.commitString();
+    const bool replaces = event.replacementLength() > 0;
     if (preedit.isEmpty() && commit.isEmpty() && !m_composing) {
-        if (event.replacementLength() > 0) selectReplaced(event);
-        if (event.replacementLength() > 0) run([&] { removeSelection(); });
-        return true;
+        if (replaces) step([&] { selectReplaced(event); });
+        if (replaces) step([&] { run([&] { removeSelection(); }); });
+    } else {
+        // A key that types by an input method without composing comes the whole way, too.
+        if (!std::exchange(m_composing, true)) send(WM_IME_STARTCOMPOSITION, 0);
+        if (!commit.isEmpty()) {
+            // What was being composed goes ahead of its result, so that whoever takes the result
+            // finds the plain text, with what is to be replaced selected.
+            step([&] { showComposition({}, {}); });
+            if (replaces) step([&] { selectReplaced(event); });
+        }
+        composed = toText(preedit);
+        result = toText(commit);
+        LPARAM flags = commit.isEmpty() ? 0 : GCS_RESULTSTR;
+        if (!preedit.isEmpty() || commit.isEmpty()) flags |= GCS_COMPSTR;
+        m_compositionTaken = false;
+        send(WM_IME_COMPOSITION, flags);
+        composed.clear();
+        result.clear();
+        // The field shows what is being composed also when somebody has kept the message.
+        if (!m_compositionTaken) step([&] { showComposition(preedit, {}); });
+        if (preedit.isEmpty()) {
+            m_composing = false;
+            send(WM_IME_ENDCOMPOSITION, 0);
+        }
     }
-
-    // A key that types by an input method without composing comes the whole way, too.
-    if (!std::exchange(m_composing, true)) {
-        SendMessageW(hWnd, WM_IME_STARTCOMPOSITION, 0, 0);
-        if (!IsWindow(hWnd)) return true;
-    }
-    if (!commit.isEmpty()) {
-        // What was being composed goes ahead of its result, so that whoever takes the result finds
-        // the plain text, with what is to be replaced selected.
-        showComposition({}, {});
-        if (!IsWindow(hWnd)) return true;
-        if (event.replacementLength() > 0) selectReplaced(event);
-    }
-    composed = toText(preedit);
-    result = toText(commit);
-    LPARAM flags = commit.isEmpty() ? 0 : GCS_RESULTSTR;
-    if (!preedit.isEmpty() || commit.isEmpty()) flags |= GCS_COMPSTR;
-    m_compositionTaken = false;
-    SendMessageW(hWnd, WM_IME_COMPOSITION, 0, flags);
-    if (!IsWindow(hWnd)) return true;
-    composed.clear();
-    result.clear();
-    // The field shows what is being composed also when somebody has kept the message.
-    if (!m_compositionTaken) showComposition(preedit, {});
-    if (IsWindow(hWnd) && preedit.isEmpty()) {
-        m_composing = false;
-        SendMessageW(hWnd, WM_IME_ENDCOMPOSITION, 0, 0);
-    }
+    if (failure) std::rethrow_exception(failure);
     return true;
 }
 

@@ -26,6 +26,7 @@ public:
         viewport()->setAcceptDrops(false);
         viewport()->setAutoFillBackground(false);  // paintEvent fills, in the colour just asked for
         viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+        viewport()->setMouseTracking(true);
         document()->setDocumentMargin(2);  // what the field of one line has
         const bool left = (style & (ES_CENTER | ES_RIGHT)) == 0;
         const bool wraps = !left || (style & (ES_AUTOHSCROLL | WS_HSCROLL)) == 0;
