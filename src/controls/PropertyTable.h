@@ -13,6 +13,7 @@ public:
     struct Row {
         const char16_t* sName;
         Member member;
+        bool bPlainText = false;  // a text that is stored as it is, not as the bytes of its units
     };
 
     PropertyTable(std::initializer_list<Row> rows) : m_rows(rows) {}
@@ -20,16 +21,14 @@ public:
     // Values that are not stored become those of `defaults`.
     void read(const PropertyBag& oBag, Props& props, const Props& defaults) const {
         for (const Row& row : m_rows) {
-            std::visit(
-                [&](auto member) { readOne(oBag, row.sName, props.*member, defaults.*member); },
-                row.member);
+            std::visit([&](auto member) { readOne(oBag, row, props.*member, defaults.*member); },
+                       row.member);
         }
     }
     void write(PropertyBag& oBag, const Props& props, const Props& defaults) const {
         for (const Row& row : m_rows) {
-            std::visit(
-                [&](auto member) { writeOne(oBag, row.sName, props.*member, defaults.*member); },
-                row.member);
+            std::visit([&](auto member) { writeOne(oBag, row, props.*member, defaults.*member); },
+                       row.member);
         }
     }
     // One line a property: name, type, value; colours as numbers.
@@ -46,20 +45,22 @@ public:
 
 private:
     template <class T>
-    static void readOne(const PropertyBag& oBag, TextView sName, T& value, const T& vDefault) {
+    static void readOne(const PropertyBag& oBag, const Row& row, T& value, const T& vDefault) {
         if constexpr (std::is_same_v<T, Text>) {
-            value = oBag.ReadTextBytes(sName, vDefault);
+            value = oBag.ReadTextBytes(row.sName, vDefault);
         } else {
-            value = oBag.ReadProperty(sName, vDefault);
+            value = oBag.ReadProperty(row.sName, vDefault);
         }
     }
     template <class T>
-    static void writeOne(PropertyBag& oBag, TextView sName, const T& value, const T& vDefault) {
+    static void writeOne(PropertyBag& oBag, const Row& row, const T& value, const T& vDefault) {
         if constexpr (std::is_same_v<T, Text>) {
-            oBag.WriteTextBytes(sName, value, vDefault);
-        } else {
-            oBag.WriteProperty(sName, value, vDefault);
+            if (!row.bPlainText) {
+                oBag.WriteTextBytes(row.sName, value, vDefault);
+                return;
+            }
         }
+        oBag.WriteProperty(row.sName, value, vDefault);
     }
     static std::string dumpOne(std::int32_t value) { return " 32 " + std::to_string(value); }
     static std::string dumpOne(std::int16_t value) { return " 16 " + std::to_string(value); }
