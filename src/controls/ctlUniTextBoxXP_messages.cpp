@@ -1,6 +1,7 @@
 // The messages of the text box's two windows, and its keys.
 #include "controls/ctlUniTextBoxXP_internal.h"
 #include "gfx/modCtlCommon_ctl_colors.h"
+#include "gfx/modCtlCommon_src_errors.h"
 #include "gfx/modCtlCommon_src_helpers.h"
 #include "platform/window/edit.h"
 #include "platform/window/input.h"
@@ -272,14 +273,18 @@ void ctlUniTextBoxXP::pvActivateFilter() { m_tFilter.Activate(m_hWndEdit, *this)
 void ctlUniTextBoxXP::pvTranslateAccelerator(const KeyMessage& message, bool& bHandled) {
     const bool down = message.uMsg == WM_KEYDOWN;
     if (!down && message.uMsg != WM_KEYUP) return;
-    if (movesCaret(static_cast<std::int32_t>(message.wParam))) {
-        bHandled = true;
-        sendEdit(message.uMsg, message.wParam, message.lParam);
-    } else if (message.wParam == VK_TAB && m_props.TrapTabKey) {
-        bHandled = true;
-        const Life life(*this);
-        std::int16_t code = VK_TAB, shift = shiftState();
-        (down ? KeyDown : KeyUp)(code, shift);
-        if (life && down && code == 0) platform::SetFocus(m_hWndOwner);
+    try {
+        if (movesCaret(static_cast<std::int32_t>(message.wParam))) {
+            bHandled = true;
+            sendEdit(message.uMsg, message.wParam, message.lParam);
+        } else if (message.wParam == VK_TAB && m_props.TrapTabKey) {
+            bHandled = true;
+            const Life life(*this);
+            std::int16_t code = VK_TAB, shift = shiftState();
+            (down ? KeyDown : KeyUp)(code, shift);
+            if (life && down && code == 0) platform::SetFocus(m_hWndOwner);
+        }
+    } catch (...) {
+        ReportCaughtFailure(u"pvTranslateAccelerator");
     }
 }

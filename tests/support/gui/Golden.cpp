@@ -107,11 +107,15 @@ testing::AssertionResult comparePicture(const Picture& actual, const std::string
                    << "right: ./dev golden " << test->test_suite_name() << '.' << test->name();
 }
 
-testing::AssertionResult matchesGolden(const std::string& name, platform::SIZE size,
-                                       const std::function<void(platform::HDC)>& paint) {
-    return comparePicture(painted(size, paint), name, QUILLMERE_SOURCE_DIR "/tests/golden",
+testing::AssertionResult matchesGolden(const std::string& name, const Picture& picture) {
+    return comparePicture(picture, name, QUILLMERE_SOURCE_DIR "/tests/golden",
                           QUILLMERE_BUILD_DIR "/golden",
                           std::getenv("QUILLMERE_REWRITE_GOLDEN") != nullptr);
+}
+
+testing::AssertionResult matchesGolden(const std::string& name, platform::SIZE size,
+                                       const std::function<void(platform::HDC)>& paint) {
+    return matchesGolden(name, painted(size, paint));
 }
 
 }  // namespace test

@@ -27,6 +27,10 @@ struct Picture {
 matchesGolden(const std::string& name, platform::SIZE size,
               const std::function<void(platform::HDC)>& paint);
 
+// The same for a picture that was made in another way.
+[[nodiscard]] testing::AssertionResult matchesGolden(const std::string& name,
+                                                     const Picture& picture);
+
 // The comparison itself, with the folders of golden pictures and of left-over ones.
 [[nodiscard]] testing::AssertionResult
 comparePicture(const Picture& actual, const std::string& name, const std::filesystem::path& golden,
@@ -35,4 +39,4 @@ comparePicture(const Picture& actual, const std::string& name, const std::filesy
 }  // namespace test
 
 // EXPECT_GOLDEN("ctlUniCheckXP/disabled", SIZE{90, 24}, [&](HDC hDC) { ... });
-#define EXPECT_GOLDEN(...) EXPECT_TRUE(test::matchesGolden(__VA_ARGS__))
+#define EXPECT_GOLDEN(...) EXPECT_TRUE(::test::matchesGolden(__VA_ARGS__))

@@ -1,0 +1,868 @@
+#include "controls/ctlUniTextBoxXP.h"
+
+#include "host/Form.h"
+#include "host/tipService.h"
+#include "platform/base/failure.h"
+#include "platform/window/application.h"
+#include "platform/window/edit.h"
+#include "platform/window/input.h"
+#include "platform/window/surface.h"
+#include "platform/window/testhooks.h"
+#include "support/gui/Golden.h"
+
+#include <algorithm>
+#include <functional>
+#include <gtest/gtest.h>
+#include <optional>
+
+using namespace platform;
+
+namespace {
+
+using platform::test::compose;
+using platform::test::mouse;
+using platform::test::MouseAction;
+using platform::test::pressKey;
+using platform::test::releaseKey;
+using platform::test::settle;
+using platform::test::typeText;
+
+class Window : public Form {
+public:
+    Window() : Form(WindowKind::Main) { ClientSize(240, 120); }
+};
+
+std::string number(double value) { return std::to_string(static_cast<int>(value)); }
+
+class TextBox : public testing::Test {
+protected:
+    TextBox() {
+        form.Show();
+        settle();
+        makeBox();
+    }
+    ~TextBox() override {
+        setFailureHandler(nullptr);
+        box.reset();
+        other.destroy();
+        settle();
+    }
+
+    // A fresh control that writes its events down.
+    ctlUniTextBoxXP& makeBox(const std::function<void(ctlUniTextBoxXP&)>& prepare = {}) {
+        box = std::make_unique<ctlUniTextBoxXP>();
+        if (prepare) prepare(*box);
+        EXPECT_TRUE(box->create(form.hWnd(), {10, 10, 130, 50}));
+        listen(*box);
+        box->SetFocus();
+        settle();
+        log.clear();
+        return *box;
+    }
+    void note(const std::string& event, const std::string& rest = {}) {
+        log += event + (rest.empty() ? "" : ' ' + rest) + '\n';
+        const auto handler = on;
+        if (handler) handler(event);
+    }
+    void listen(ctlUniTextBoxXP& b) {
+        const auto key = [this](const char* name) {
+            return [this, name](std::int16_t& code, std::int16_t& shift) {
+                note(name, number(static_cast<std::uint16_t>(code)) + ' ' + number(shift));
+                if (changeCode) code = *changeCode;
+            };
+        };
+        const auto button = [this](const char* name) {
+            return [this, name](std::int16_t which) { note(name, number(which)); };
+        };
+        const auto at = [this](const char* name) {
+            return [this, name](std::int16_t which, std::int16_t shift, float x, float y) {
+                note(name, number(which) + ' ' + number(shift) + ' ' + number(x) + ',' + number(y));
+            };
+        };
+        b.Change = [this] { note("Change"); };
+        b.KeyDown = key("KeyDown");
+        b.KeyPress = key("KeyPress");
+        b.KeyUp = key("KeyUp");
+        b.Click = button("Click");
+        b.DblClick = button("DblClick");
+        b.MouseDown = at("MouseDown");
+        b.MouseMove = at("MouseMove");
+        b.MouseUp = at("MouseUp");
+        b.MouseWheel = [this](std::int16_t which, std::int16_t, float x, float y, bool down) {
+            note("MouseWheel",
+                 number(which) + ' ' + number(x) + ',' + number(y) + (down ? " down" : " up"));
+        };
+        b.IMEComposition = [this](const Text& text) { note("IMEComposition", toUtf8(text)); };
+    }
+    std::string taken() { return std::exchange(log, {}); }
+    void key(std::int32_t code, TextView typed = {}, WPARAM modifiers = 0) {
+        const HWND edit = box->hWnd();
+        pressKey(edit, code, typed, modifiers);
+        releaseKey(edit, code, modifiers);
+    }
+    // The text with the selection in brackets, or the caret as a bar; line breaks as slashes.
+    std::string state() const {
+        Text text = box->Text();
+        const auto start = static_cast<std::size_t>(box->SelStart());
+        const auto length = static_cast<std::size_t>(box->SelLength());
+        if (length > 0) text.insert(start + length, u"]");
+        text.insert(start, length > 0 ? u"[" : u"|");
+        for (std::size_t i = 0; (i = text.find(u"\r\n", i)) != Text::npos;)
+            text.replace(i, 2, u"/");
+        return toUtf8(text);
+    }
+
+    platform::test::WindowHookScope hooks;
+    Window form;
+    std::unique_ptr<ctlUniTextBoxXP> box;
+    HostWindow other;
+    std::string log;
+    std::function<void(const std::string&)> on;
+    std::optional<std::int16_t> changeCode;
+};
+
+}  // namespace
+
+TEST_F(TextBox, StoresItsPropertiesUnderTheirNames) {
+    EXPECT_EQ(ctlUniTextBoxXP::properties().dump(TextBoxProps()), "BorderColor 32 -1\n"
+                                                                  "BackColor 32 -2147483643\n"
+                                                                  "ForeColor 32 -2147483640\n"
+                                                                  "Locked bool false\n"
+                                                                  "Text text \"\"\n"
+                                                                  "MaxLength 32 0\n"
+                                                                  "MultiLine bool false\n"
+                                                                  "Alignment 32 0\n"
+                                                                  "ScrollBars 32 0\n"
+                                                                  "PasswordChar text \"\"\n"
+                                                                  "TrapTab bool false\n"
+                                                                  "EnableContextMenu bool true\n"
+                                                                  "RaiseChangeEvent bool true\n"
+                                                                  "Tip text \"\"\n"
+                                                                  "NoHideSel bool false\n"
+                                                                  "RightToLeft bool false\n"
+                                                                  "ManualStart bool false\n"
+                                                                  "RoundedBorders bool false\n"
+                                                                  "BackColorOut 32 -1\n"
+                                                                  "UseRoundRegions bool false\n"
+                                                                  "OnlyBottomBorder bool false\n");
+    PropertyBag bag;
+    box->WriteProperties(bag);
+    EXPECT_EQ(bag.Count(), 0U) << "nothing differs from its default";
+
+    box->Text(u"\u05D0\r\n\xD800");
+    box->MultiLine(true);
+    box->Locked(true);
+    box->PasswordChar(u"*");
+    box->RightToLeft(true);
+    box->TrapTabKey(true);
+    box->MaxLength(77);
+    box->Tip(u"tip");
+    box->Enabled(false);
+    box->MousePointer(3);
+    box->WriteProperties(bag);
+    EXPECT_EQ(bag.Count(), 10U);
+    EXPECT_EQ(bag.ReadProperty(u"Text", Bytes()), (Bytes{0xD0, 0x05, 13, 0, 10, 0, 0x00, 0xD8}));
+    EXPECT_EQ(bag.ReadProperty(u"PasswordChar", Text()), u"*");
+    makeBox([&](ctlUniTextBoxXP& fresh) { fresh.ReadProperties(bag); });
+    PropertyBag again;
+    box->WriteProperties(again);
+    EXPECT_EQ(again.Count(), 10U);
+    EXPECT_EQ(box->Text(), u"\u05D0\r\n\xD800");
+    EXPECT_TRUE(box->Locked() && box->MultiLine() && box->RightToLeft() && box->TrapTabKey());
+    EXPECT_EQ(box->MaxLength(), 77);
+    box->InitProperties();
+    EXPECT_EQ(box->Text(), u"") << "also while it runs";
+    EXPECT_FALSE(box->MultiLine() || box->Locked());
+}
+
+TEST_F(TextBox, StartsWhenItsWindowAndItsPropertiesAreThere) {
+    const struct {
+        bool userMode, manual, fails;
+        bool starts, startsLater;
+    } kCases[] = {
+        {true, false, false, true, true},
+        {true, true, false, false, true},
+        {false, false, false, false, false},
+        {true, false, true, false, false},
+    };
+    for (const auto& c : kCases) {
+        platform::test::failEditWindows(c.fails);
+        makeBox([&](ctlUniTextBoxXP& fresh) {
+            fresh.UserMode(c.userMode);
+            fresh.ManualStart(c.manual);
+            fresh.Text(u"before");
+            fresh.ReadProperties([&] {
+                PropertyBag bag;
+                fresh.WriteProperties(bag);
+                return bag;
+            }());
+            EXPECT_FALSE(fresh.IsStarted());
+        });
+        EXPECT_EQ(box->IsStarted(), c.starts);
+        box->ExternalInitControl();
+        EXPECT_EQ(box->IsStarted(), c.startsLater);
+        EXPECT_EQ(box->Text(), u"before");
+        EXPECT_EQ(IsWindow(box->hWnd()), c.startsLater);
+        platform::test::failEditWindows(false);
+    }
+}
+
+TEST_F(TextBox, KeepsItsValuesBeforeItsWindowAndAfterIt) {
+    const auto use = [&] {
+        box->Text(u"some text");
+        box->SelStart(2);
+        box->SelLength(3);
+        box->SelText(u"x");
+        box->CurrentLine(5);
+        box->PasswordChar(u"#");
+        box->ScrollBars(2);
+        box->MultiLine(true);
+        box->Alignment(2);
+        box->NoHideSel(true);
+        box->RightToLeft(true);
+        box->Locked(true);
+        box->BackColor(rgb(1, 2, 3));
+        box->ForeColor(4);
+        box->Font({.Size = 20});
+        box->UseRoundRegions(true);
+        box->ExternalInitControl();
+        box->OLEDropMode(1);
+        box->AccessibleName(u"name");
+        box->MaxLength(4);
+        EXPECT_EQ(box->SelStart() + box->SelLength() + box->CurrentLine(), 0);
+        EXPECT_EQ(box->SelText(), u"");
+        EXPECT_EQ(box->Text(), u"some") << "cut";
+        EXPECT_EQ(box->MaxLength(), 4);
+        EXPECT_TRUE(box->MultiLine() && box->RightToLeft() && box->Locked() && box->NoHideSel());
+        EXPECT_TRUE(box->RoundedBorders());
+    };
+    box = std::make_unique<ctlUniTextBoxXP>();
+    use();
+    ASSERT_TRUE(box->create(form.hWnd(), {0, 0, 50, 30}));
+    ASSERT_TRUE(box->IsStarted());
+    EXPECT_EQ(box->Text(), u"some");
+    EXPECT_EQ(GetWindowLongW(box->hWnd(), GWL_STYLE),
+              static_cast<std::intptr_t>(0x50010000 | 0x201044 | 0x100 | 0x800 | 1));
+    EXPECT_EQ(GetWindowLongW(box->hWnd(), GWL_EXSTYLE), 0x402000);
+    EXPECT_NE(platform::test::describeAccessible(box->hWnd()).find("\"name\""), std::string::npos);
+    box->Text(u"last");
+    box->destroy();
+    EXPECT_FALSE(box->IsStarted());
+    EXPECT_EQ(box->Text(), u"last");
+    use();
+    ASSERT_TRUE(box->create(form.hWnd(), {0, 0, 50, 30}));
+    EXPECT_EQ(box->Text(), u"some");
+}
+
+TEST_F(TextBox, MakesTheEditWindowWithTheStyleOfItsProperties) {
+    constexpr std::intptr_t kPlain = 0x50010000;
+    const struct {
+        bool multiLine;
+        int bars, alignment;
+        std::intptr_t style;
+    } kCases[] = {
+        {false, 3, 0, kPlain | 0x80},    {false, 0, 1, kPlain | 0x82},
+        {false, 0, 2, kPlain | 0x81},    {false, 0, 7, kPlain | 0x80},
+        {true, 0, 0, kPlain | 0x1044},   {true, 1, 0, kPlain | 0x1010C4},
+        {true, 2, 2, kPlain | 0x201045}, {true, 3, 0, kPlain | 0x3010C4},
+        {true, 9, 1, kPlain | 0x1046},
+    };
+    for (const auto& c : kCases) {
+        box->MultiLine(c.multiLine);
+        box->ScrollBars(c.bars);
+        box->Alignment(c.alignment);
+        EXPECT_EQ(GetWindowLongW(box->hWnd(), GWL_STYLE), c.style);
+    }
+    RECT place;
+    GetClientRect(box->hWnd(), place);
+    EXPECT_EQ(place, (RECT{0, 0, 116, 36}));
+    box->move(0, 0, 60, 3);
+    GetClientRect(box->hWnd(), place);
+    EXPECT_EQ(place, (RECT{0, 0, 56, 0}));
+}
+
+TEST_F(TextBox, MadeAnewItKeepsTextLimitAndFocus) {
+    const std::pair<const char*, std::function<void(ctlUniTextBoxXP&)>> kWays[] = {
+        {"MultiLine", [](ctlUniTextBoxXP& b) { b.MultiLine(true); }},
+        {"Alignment", [](ctlUniTextBoxXP& b) { b.Alignment(1); }},
+        {"ScrollBars", [](ctlUniTextBoxXP& b) { b.ScrollBars(2); }},
+        {"NoHideSel", [](ctlUniTextBoxXP& b) { b.NoHideSel(true); }},
+        {"RightToLeft", [](ctlUniTextBoxXP& b) { b.RightToLeft(true); }},
+    };
+    box->MaxLength(9);
+    box->Text(u"kept text");
+    for (const auto& [name, way] : kWays) {
+        const HWND before = box->hWnd();
+        taken();
+        way(*box);
+        EXPECT_NE(box->hWnd(), before) << name;
+        EXPECT_FALSE(IsWindow(before));
+        const HWND made = box->hWnd();
+        way(*box);
+        EXPECT_EQ(box->hWnd(), made) << name << ": the same value changes nothing";
+        EXPECT_EQ(state(), "|kept text");
+        EXPECT_EQ(box->MaxLength(), 9);
+        EXPECT_EQ(GetFocus(), made);
+        EXPECT_EQ(taken(), "") << "no Change";
+    }
+}
+
+TEST_F(TextBox, RaisesChangeForEachOtherText) {
+    const struct {
+        bool multiLine, raise;
+        const char* text;
+        const char* events;
+    } kCases[] = {
+        {false, true, "new", "Change\nChange\n"},  // by the edit window, and by the control
+        {true, true, "new", "Change\n"},
+        {false, true, "old", ""},
+        {false, false, "new", ""},
+        {true, false, "new", ""},
+    };
+    for (const auto& c : kCases) {
+        makeBox([&](ctlUniTextBoxXP& fresh) {
+            fresh.Text(u"old");
+            fresh.MultiLine(c.multiLine);
+            fresh.RaiseChangeEvent(c.raise);
+        });
+        box->Text(fromUtf8(c.text));
+        EXPECT_EQ(taken(), c.events) << c.text;
+        EXPECT_EQ(box->Text(), fromUtf8(c.text));
+    }
+    makeBox();
+    typeText(box->hWnd(), u"x");
+    EXPECT_EQ(taken(), "KeyDown 88 0\nKeyPress 120 0\nChange\nKeyUp 88 0\n");
+    box->SelText(u"yz");
+    EXPECT_EQ(taken(), "Change\n");
+}
+
+TEST_F(TextBox, RaisesKeysAheadOfTheEditWindow) {
+    const struct {
+        const char* what;
+        bool locked;
+        std::int32_t code;
+        const char16_t* typed;
+        std::optional<std::int16_t> change;  // what handlers make of the code
+        const char* events;
+        const char* state;
+    } kCases[] = {
+        {"a letter",
+         false,
+         'A',
+         u"a",
+         {},
+         "KeyDown 65 0\nKeyPress 97 0\nChange\nKeyUp 65 0\n",
+         "xya|z"},
+        {"another letter", false, 'A', u"a", u'\u0436',
+         "KeyDown 65 0\nKeyPress 97 0\nChange\nKeyUp 65 0\n", "xy\u0436|z"},
+        {"a dropped one", false, 'A', u"a", 0, "KeyDown 65 0\nKeyPress 97 0\nKeyUp 65 0\n", "xy|z"},
+        {"a dropped key", false, VK_LEFT, u"", 0, "KeyDown 37 0\nKeyUp 37 0\n", "xy|z"},
+        {"another key", false, VK_LEFT, u"", VK_HOME, "KeyDown 37 0\nKeyUp 37 0\n", "|xyz"},
+        {"a letter, locked",
+         true,
+         'A',
+         u"a",
+         {},
+         "KeyDown 65 0\nKeyPress 97 0\nKeyUp 65 0\n",
+         "xy|z"},
+        {"an arrow, locked", true, VK_LEFT, u"", {}, "KeyDown 37 0\nKeyUp 37 0\n", "x|yz"},
+        {"delete, locked", true, VK_DELETE, u"", {}, "KeyDown 46 0\nKeyUp 46 0\n", "xy|z"},
+        {"a lone half",
+         false,
+         VK_OTHER,
+         u"\xDC00",
+         {},
+         "KeyDown 232 0\nKeyPress 56320 0\nKeyUp 232 0\n",
+         "xy|z"},
+    };
+    for (const auto& c : kCases) {
+        makeBox();
+        box->Text(u"xyz");
+        box->SelStart(2);
+        box->Locked(c.locked);
+        taken();
+        changeCode = c.change;
+        key(c.code, c.typed);
+        changeCode.reset();
+        EXPECT_EQ(taken(), c.events) << c.what;
+        EXPECT_EQ(state(), c.state) << c.what;
+    }
+}
+
+TEST_F(TextBox, TakesCharactersBeyondOneUnitWhole) {
+    EXPECT_EQ(SendMessageW(box->hWnd(), WM_UNICHAR, UNICODE_NOCHAR, 0), 1);
+    SendMessageW(box->hWnd(), WM_UNICHAR, 0x1F600, 0);
+    typeText(box->hWnd(), u"\U0001F601");
+    EXPECT_EQ(box->Text(), u"\U0001F600\U0001F601");
+}
+
+TEST_F(TextBox, LockedItKeepsTheClipboardAndUndoAway) {
+    platform::test::setClipboardText(u"clip");
+    box->Text(u"xyz");
+    typeText(box->hWnd(), u"w");
+    box->Locked(true);
+    box->SelStart(0);
+    box->SelLength(2);
+    for (const std::uint32_t uMsg : {WM_CUT, WM_PASTE, WM_CLEAR, WM_UNDO}) {
+        SendMessageW(box->hWnd(), uMsg, 0, 0);
+        EXPECT_EQ(state(), "[wx]yz");
+    }
+    SendMessageW(box->hWnd(), WM_COPY, 0, 0);
+    EXPECT_EQ(platform::test::clipboardText(), u"wx");
+    box->Locked(false);
+    SendMessageW(box->hWnd(), WM_PASTE, 0, 0);
+    EXPECT_EQ(state(), "wx|yz");
+    box->SelStart(0);
+    SendMessageW(box->hWnd(), WM_PASTE, 0, 0);
+    EXPECT_EQ(state(), "wx|wxyz");
+    SendMessageW(box->hWnd(), WM_UNDO, 0, 0);
+    EXPECT_EQ(box->Text(), u"wxyz");
+}
+
+TEST_F(TextBox, TabMovesTheFocusUnlessItIsTrapped) {
+    ASSERT_TRUE(other.create(form.hWnd(), {140, 10, 200, 50}));
+    for (const bool multiLine : {false, true}) {
+        makeBox([&](ctlUniTextBoxXP& fresh) { fresh.MultiLine(multiLine); });
+        pressKey(box->hWnd(), VK_TAB, u"\t");
+        EXPECT_EQ(GetFocus(), other.hWnd());
+        EXPECT_EQ(taken(), "") << "the form has it";
+        pressKey(GetFocus(), VK_TAB, u"\t");
+        EXPECT_EQ(GetFocus(), box->hWnd()) << "back, into the edit window";
+
+        box->TrapTabKey(true);
+        key(VK_TAB, u"\t", MK_SHIFT);
+        EXPECT_EQ(GetFocus(), box->hWnd());
+        EXPECT_EQ(taken(), "KeyDown 9 1\nKeyUp 9 1\n");
+        changeCode = 0;
+        key(VK_TAB, u"\t");
+        changeCode.reset();
+        EXPECT_EQ(GetFocus(), box->hWnd());
+        EXPECT_EQ(taken(), "KeyDown 9 0\nKeyUp 9 0\n");
+        SendMessageW(box->hWnd(), WM_CHAR, VK_TAB, 1);
+        EXPECT_EQ(box->Text(), u"") << "no tab ever gets into the text";
+        EXPECT_EQ(taken(), "");
+    }
+}
+
+TEST_F(TextBox, HearsTheKeysOfTheCaretAheadOfTheFormAndTheOthersBehindIt) {
+    std::string heard;
+    setKeyFilter(form.hWnd(), [&](HWND, std::uint32_t uMsg, WPARAM wParam, LPARAM) {
+        if (uMsg == WM_KEYDOWN) heard += std::to_string(wParam) + ' ';
+        return false;
+    });
+    box->Text(u"abc");
+    for (const std::int32_t code : {VK_PRIOR, VK_END, VK_HOME, VK_RIGHT, VK_DOWN}) key(code);
+    EXPECT_EQ(heard, "");
+    EXPECT_EQ(state(), "ab|c");
+    key(VK_RIGHT, {}, MK_SHIFT);
+    EXPECT_EQ(state(), "ab[c]");
+    key('X', u"x");
+    key(VK_RETURN, u"\r");
+    key(VK_F1);
+    EXPECT_EQ(heard, "88 13 112 ");
+}
+
+TEST_F(TextBox, RaisesTheMouse) {
+    box->Text(u"some words");
+    const HWND edit = box->hWnd();
+    taken();
+    mouse(edit, MouseAction::Press, {3, 4}, MK_LBUTTON, MK_LBUTTON);
+    mouse(edit, MouseAction::Move, {5, 6}, 0, MK_LBUTTON | MK_MBUTTON);
+    mouse(edit, MouseAction::Release, {500, 4}, MK_LBUTTON);
+    EXPECT_EQ(taken(), "MouseDown 1 0 3,4\nMouseMove 5 0 5,6\nMouseUp 1 0 500,4\nClick 1\n");
+    mouse(edit, MouseAction::DoubleClick, {3, 4}, MK_LBUTTON, MK_LBUTTON | MK_CONTROL);
+    mouse(edit, MouseAction::Release, {3, 4}, MK_LBUTTON);
+    EXPECT_EQ(taken(), "DblClick 1\nMouseUp 1 0 3,4\n");
+    mouse(edit, MouseAction::Press, {3, 4}, MK_MBUTTON, MK_MBUTTON);
+    mouse(edit, MouseAction::Release, {3, 4}, MK_MBUTTON);
+    EXPECT_EQ(taken(), "MouseDown 4 0 3,4\nMouseUp 4 0 3,4\nClick 4\n");
+    POINT at{7, 8};
+    ClientToScreen(edit, at);
+    platform::test::wheel(edit, {7, 8}, -120);
+    platform::test::wheel(edit, {7, 8}, 120);
+    const std::string place = std::to_string(at.x) + ',' + std::to_string(at.y);
+    EXPECT_EQ(taken(), "MouseWheel 0 " + place + " down\nMouseWheel 0 " + place + " up\n");
+}
+
+TEST_F(TextBox, ShowsTheMenuOfTheRightButtonUnlessThatIsOff) {
+    box->Text(u"text");
+    for (const bool enabled : {true, false}) {
+        box->EnableContextMenu(enabled);
+        taken();
+        mouse(box->hWnd(), MouseAction::Press, {3, 4}, MK_RBUTTON, MK_RBUTTON);
+        mouse(box->hWnd(), MouseAction::Release, {3, 4}, MK_RBUTTON);
+        EXPECT_EQ(taken(), "MouseDown 2 0 3,4\nMouseUp 2 0 3,4\nClick 2\n");
+        EXPECT_EQ(platform::test::chooseFromMenu().empty(), !enabled);
+    }
+}
+
+TEST_F(TextBox, SetsItsPointerOverTheEditWindow) {
+    const struct {
+        std::int16_t pointer;
+        HCURSOR cursor;
+    } kCases[] = {{0, IDC_IBEAM}, {2, IDC_CROSS}, {11, IDC_WAIT}, {kCustomPointer, IDC_ARROW}};
+    for (const auto& c : kCases) {
+        box->MousePointer(c.pointer);
+        mouse(box->hWnd(), MouseAction::Move, {3, 4}, 0);
+        EXPECT_EQ(SetCursor(0), c.cursor) << c.pointer;
+    }
+}
+
+TEST_F(TextBox, HandsItsTipOnWhileTheMouseMoves) {
+    struct Tip : TipWindow {
+        void SetTip(const Text& sTip, std::int32_t width, const std::optional<Text>&) override {
+            shown = toUtf8(sTip) + ' ' + std::to_string(width);
+        }
+        void UpdateTip(const Text&, std::int32_t, const std::optional<Text>&) override {}
+        Text GetTip() const override { return {}; }
+        Text GetTipTag() const override { return {}; }
+        bool TipIsVisible() const override { return false; }
+        std::string& shown;
+        explicit Tip(std::string& to) : shown(to) {}
+    };
+    std::string shown;
+    TipService& service = tipService();
+    const auto make =
+        std::exchange(service.makeTipForm, [&] { return std::make_unique<Tip>(shown); });
+    auto form_ = std::exchange(service.m_oTipForm, nullptr);
+    service.m_bTipsActive = true;
+    box->Tip(u"what to type");
+    mouse(box->hWnd(), MouseAction::Move, {3, 4}, 0);
+    EXPECT_EQ(shown, "what to type 300");
+    service.m_bTipsActive = false;
+    service.m_oTipForm = std::move(form_);
+    service.makeTipForm = make;
+}
+
+TEST_F(TextBox, RaisesAKeyPressForEachUnitOfAComposedText) {
+    const struct {
+        std::optional<std::int16_t> change;
+        std::int32_t limit;
+        const char* state;
+    } kCases[] = {
+        {{}, 0, "a\u304B\u3093|c"},
+        {0, 0, "a|c"},
+        {u'x', 0, "axx|c"},
+        {{}, 3, "a\u304B|c"},
+    };
+    for (const bool multiLine : {false, true}) {
+        for (const auto& c : kCases) {
+            makeBox([&](ctlUniTextBoxXP& fresh) {
+                fresh.MultiLine(multiLine);
+                fresh.Text(u"abc");
+            });
+            box->MaxLength(c.limit);
+            box->SelStart(1);
+            box->SelLength(1);
+            taken();
+            changeCode = c.change;
+            compose(box->hWnd(), u"k");
+            EXPECT_TRUE(box->IsInIME());
+            pressKey(box->hWnd(), 'K');
+            EXPECT_EQ(taken(), "Change\n") << "the selection has gone; keys are the method's";
+            compose(box->hWnd(), {}, u"\u304B\u3093");
+            EXPECT_FALSE(box->IsInIME());
+            EXPECT_EQ(taken(), std::string("IMEComposition \u304B\u3093\n"
+                                           "KeyPress 12363 0\nKeyPress 12435 0\n") +
+                                   (c.change == 0 ? "" : "Change\n"));
+            EXPECT_EQ(state(), c.state);
+            changeCode.reset();
+        }
+    }
+}
+
+TEST_F(TextBox, SelectsAndReplaces) {
+    box->MultiLine(true);
+    box->Text(u"one\r\ntwo\r\nthree");
+    box->SelStart(1);
+    box->SelLength(4);
+    EXPECT_EQ(state(), "o[ne/]two/three");
+    EXPECT_EQ(box->SelText(), u"ne\r\n");
+    box->SelText(u"\u0436\r\n");
+    EXPECT_EQ(state(), "o\u0436/|two/three");
+    SendMessageW(box->hWnd(), WM_UNDO, 0, 0);
+    EXPECT_EQ(box->Text(), u"one\r\ntwo\r\nthree");
+    box->SelLength(-5);
+    EXPECT_GE(box->SelLength(), 0);
+    box->CurrentLine(3);
+    EXPECT_EQ(state(), "one/two/|three");
+    EXPECT_EQ(box->CurrentLine(), 2) << "reads from 0, takes from 1";
+    box->CurrentLine(9);
+    box->CurrentLine(-5);
+    EXPECT_EQ(state(), "one/two/|three") << "no such line";
+    box->SelStart(2);
+    box->SelLength(INT32_MAX);
+    EXPECT_EQ(state(), "on[e/two/three]");
+}
+
+TEST_F(TextBox, CutsALongerTextToANewLimit) {
+    box->Text(u"0123456789");
+    taken();
+    EXPECT_EQ(box->MaxLength(), kNoTextLimit);
+    box->MaxLength(4);
+    EXPECT_EQ(box->Text(), u"0123");
+    EXPECT_EQ(taken(), "Change\nChange\n");
+    typeText(box->hWnd(), u"x");
+    EXPECT_EQ(box->Text(), u"0123");
+    for (const std::int32_t none : {0, -1, INT32_MIN}) {
+        box->MaxLength(none);
+        EXPECT_EQ(box->Text(), u"0123");
+        EXPECT_EQ(box->MaxLength(), kNoTextLimit);
+    }
+    box->MaxLength(8);
+    box->Text(u"0123456789");
+    EXPECT_EQ(box->Text(), u"0123456789") << "the program is not held to it";
+}
+
+TEST_F(TextBox, TakesALargeTextFromTheClipboard) {
+    box->MultiLine(true);
+    Text large;
+    while (large.size() < 5U << 20) large += u"Строка текста, a line of text: 0123456789\r\n";
+    platform::test::setClipboardText(large);
+    SendMessageW(box->hWnd(), WM_PASTE, 0, 0);
+    EXPECT_TRUE(box->Text() == large);
+    EXPECT_EQ(box->SelStart(), static_cast<std::int32_t>(large.size()));
+    SendMessageW(box->hWnd(), WM_UNDO, 0, 0);
+    EXPECT_EQ(box->Text(), u"");
+}
+
+// ---- Handlers that do what nobody would
+
+namespace {
+
+// What raises each event.
+const std::pair<const char*, std::function<void(HWND)>> kCauses[] = {
+    {"KeyDown", [](HWND edit) { pressKey(edit, 'A', u"a"); }},
+    {"KeyDown", [](HWND edit) { pressKey(edit, VK_LEFT); }},
+    {"KeyDown", [](HWND edit) { pressKey(edit, VK_TAB); }},
+    {"KeyPress", [](HWND edit) { pressKey(edit, 'A', u"a"); }},
+    {"KeyPress", [](HWND edit) { compose(edit, {}, u"ab"); }},
+    {"IMEComposition", [](HWND edit) { compose(edit, {}, u"ab"); }},
+    {"KeyUp", [](HWND edit) { releaseKey(edit, 'A'); }},
+    {"Change", [](HWND edit) { pressKey(edit, 'A', u"a"); }},
+    {"Change", [](HWND edit) { pressKey(edit, VK_BACK); }},
+    {"Change", [](HWND edit) { compose(edit, {}, u"ab"); }},
+    {"MouseDown",
+     [](HWND e) {
+         mouse(e, MouseAction::Press, {3, 4}, MK_LBUTTON, MK_LBUTTON);
+     }},
+    {"MouseUp",
+     [](HWND e) {
+         mouse(e, MouseAction::Release, {3, 4}, MK_RBUTTON);
+     }},
+    {"Click",
+     [](HWND e) {
+         mouse(e, MouseAction::Press, {3, 4}, MK_RBUTTON, MK_RBUTTON);
+         mouse(e, MouseAction::Release, {3, 4}, MK_RBUTTON);
+     }},
+    {"DblClick",
+     [](HWND e) {
+         mouse(e, MouseAction::DoubleClick, {3, 4}, MK_LBUTTON, MK_LBUTTON);
+     }},
+    {"MouseMove",
+     [](HWND e) {
+         mouse(e, MouseAction::Move, {3, 4}, 0);
+     }},
+    {"MouseWheel",
+     [](HWND e) {
+         platform::test::wheel(e, {3, 4}, 120);
+     }},
+};
+
+}  // namespace
+
+TEST_F(TextBox, SurvivesWhateverAHandlerDoes) {
+    const std::pair<const char*, std::function<void()>> kDeeds[] = {
+        {"ends the control", [&] { box.reset(); }},
+        {"ends its window", [&] { box->destroy(); }},
+        {"ends the form", [&] { form.Unload(); }},
+        {"makes the edit window anew", [&] { box->MultiLine(!box->MultiLine()); }},
+        {"moves the focus", [&] { other.SetFocus(); }},
+        {"sets the text", [&] { box->Text(u"another text"); }},
+        {"hides it", [&] { box->Visible(false); }},
+    };
+    for (const auto& [deed, act] : kDeeds) {
+        for (const auto& [event, cause] : kCauses) {
+            for (const bool multiLine : {false, true}) {
+                form.Show();
+                other.destroy();
+                ASSERT_TRUE(other.create(form.hWnd(), {140, 10, 200, 50}));
+                makeBox([&](ctlUniTextBoxXP& fresh) {
+                    fresh.MultiLine(multiLine);
+                    fresh.TrapTabKey(true);
+                    fresh.Text(u"ab");
+                });
+                box->SelStart(1);
+                bool done = false;
+                on = [&, wanted = event](const std::string& raised) {
+                    if (raised != wanted) return;
+                    on = nullptr;
+                    done = true;
+                    act();
+                };
+                cause(box->hWnd());
+                settle();
+                on = nullptr;
+                EXPECT_TRUE(done) << event << ' ' << deed;
+                platform::test::chooseFromMenu();
+                if (box != nullptr && box->IsStarted()) {
+                    box->Visible(true);
+                    box->Text(u"");
+                    typeText(box->hWnd(), u"q");
+                    EXPECT_EQ(box->Text(), u"q") << event << ' ' << deed;
+                }
+            }
+        }
+    }
+}
+
+TEST_F(TextBox, AHandlersFailureReachesTheProgramAndLeavesTheBoxAtWork) {
+    int reported = 0;
+    setFailureHandler([&](const std::exception_ptr&) { ++reported; });
+    for (const auto& [event, cause] : kCauses) {
+        makeBox([&](ctlUniTextBoxXP& fresh) {
+            fresh.TrapTabKey(true);
+            fresh.Text(u"ab");
+        });
+        box->SelStart(1);
+        reported = 0;
+        on = [&, wanted = event](const std::string& raised) {
+            if (raised == wanted) throw Failure(kOwnError, u"handler", u"no");
+        };
+        cause(box->hWnd());
+        on = nullptr;
+        EXPECT_LE(reported, 1) << event;
+        EXPECT_FALSE(box->IsInIME()) << event;
+        platform::test::chooseFromMenu();
+        box->Text(u"");
+        typeText(box->hWnd(), u"q");
+        EXPECT_EQ(box->Text(), u"q") << event;
+    }
+    on = [](const std::string&) { throw Failure(kOwnError, u"handler", u"no"); };
+    EXPECT_THROW(box->Text(u"x"), Failure) << "the caller's own doing";
+    on = nullptr;
+    EXPECT_EQ(box->Text(), u"x");
+    reported = 0;
+    on = [](const std::string& raised) {
+        if (raised == "KeyDown") throw Failure(kOwnError, u"handler", u"no");
+    };
+    pressKey(box->hWnd(), 'A', u"");
+    EXPECT_EQ(reported, 1);
+    pressKey(box->hWnd(), VK_LEFT);
+    EXPECT_EQ(reported, 1) << "keys ahead of the form fail in silence";
+    on = nullptr;
+}
+
+// ---- Looks
+
+TEST_F(TextBox, GivesItsColoursToTheEditWindow) {
+    const auto pixel = [&] {
+        settle();
+        const auto picture = platform::test::shownPicture(box->hWnd());
+        return picture.pixels.back();
+    };
+    EXPECT_EQ(pixel(), 0xFFFFFFU);
+    box->BackColor(rgb(10, 20, 30));
+    EXPECT_EQ(pixel(), 0x0A141EU);
+    box->BackColor(sysColor(13));
+    const COLORREF wanted = GetSysColor(13);
+    EXPECT_EQ(pixel(), static_cast<std::uint32_t>(redOf(wanted) << 16 | greenOf(wanted) << 8 |
+                                                  blueOf(wanted)));
+    box->BackColor(rgb(250, 250, 250));
+    box->ForeColor(rgb(200, 0, 0));
+    box->Font({.Size = 24, .Bold = true});
+    box->Text(u"MMM");
+    const auto inks = [&](std::uint32_t color) {
+        settle();
+        const auto picture = platform::test::shownPicture(box->hWnd());
+        return std::ranges::count(picture.pixels, color);
+    };
+    EXPECT_GT(inks(0xC80000), 20);
+    box->Enabled(false);
+    const COLORREF grey = GetSysColor(17);
+    EXPECT_GT(
+        inks(static_cast<std::uint32_t>(redOf(grey) << 16 | greenOf(grey) << 8 | blueOf(grey))),
+        20);
+}
+
+TEST_F(TextBox, LooksAsItShould) {
+    constexpr SIZE kSize{110, 21};
+    const struct {
+        const char* what;
+        std::function<void(ctlUniTextBoxXP&)> prepare;
+    } kBoxes[] = {
+        {"plain", [](auto& b) { b.Text(u"Plain text"); }},
+        {"right", [](auto& b) { b.Text(u"Right"), b.Alignment(1); }},
+        {"centre", [](auto& b) { b.Text(u"Centre"), b.Alignment(2); }},
+        {"rounded", [](auto& b) { b.Text(u"Rounded"), b.RoundedBorders(true); }},
+        {"bottom", [](auto& b) { b.Text(u"Bottom border"), b.OnlyBottomBorder(true); }},
+        {"colours",
+         [](auto& b) {
+             b.Text(u"Colours");
+             b.BackColor(rgb(255, 250, 205));
+             b.ForeColor(rgb(160, 0, 0));
+             b.BorderColor(rgb(0, 0, 160));
+         }},
+        {"disabled", [](auto& b) { b.Text(u"Disabled"), b.Enabled(false); }},
+        {"locked", [](auto& b) { b.Text(u"Locked"), b.Locked(true); }},
+        {"password", [](auto& b) { b.Text(u"secret"), b.PasswordChar(u"*"); }},
+        {"hebrew", [](auto& b) { b.Text(u"\u05E9\u05DC\u05D5\u05DD abc!"), b.RightToLeft(true); }},
+        {"selected",
+         [](auto& b) { b.Text(u"Selected"), b.NoHideSel(true), b.SelStart(1), b.SelLength(4); }},
+        {"manual", [](auto& b) { b.Text(u"Not started"), b.ManualStart(true); }},
+        {"manualright",
+         [](auto& b) { b.Text(u"Not & started"), b.ManualStart(true), b.Alignment(1); }},
+        {"manualpassword",
+         [](auto& b) { b.Text(u"secret"), b.PasswordChar(u"#"), b.ManualStart(true); }},
+        {"corners",
+         [](auto& b) { b.Text(u"Corners"), b.RoundedBorders(true), b.BackColorOut(255); }},
+        {"lines", [](auto& b) { b.Text(u"Line 1\r\nLine 2\r\nLine 3"), b.MultiLine(true); }},
+        {"bars", [](auto& b) { b.Text(u"Line 1\r\nLine 2"), b.MultiLine(true), b.ScrollBars(3); }},
+        {"wrapped",
+         [](auto& b) {
+             b.Text(u"A longer text of several words, in the centre");
+             b.MultiLine(true);
+             b.Alignment(2);
+         }},
+    };
+    constexpr int kGap = 6, kColumns = 3;
+    const int rows = static_cast<int>(std::size(kBoxes) + kColumns - 1) / kColumns;
+    const auto tall = [](int row) { return row == rows - 1; };
+    ::test::Picture sheet;
+    sheet.width = kGap + kColumns * (kSize.cx + kGap);
+    sheet.height = kGap + rows * (kSize.cy + kGap) + 3 * kSize.cy;
+    sheet.pixels.assign(static_cast<std::size_t>(sheet.width * sheet.height), 0xD4D0C8);
+    box.reset();
+    int index = 0;
+    for (const auto& c : kBoxes) {
+        const int row = index / kColumns, x = kGap + index % kColumns * (kSize.cx + kGap);
+        const int y = kGap + row * (kSize.cy + kGap);
+        ++index;
+        ctlUniTextBoxXP shown;
+        c.prepare(shown);
+        ASSERT_TRUE(shown.create(form.hWnd(), {0, 0, kSize.cx, kSize.cy * (tall(row) ? 4 : 1)}));
+        c.prepare(shown);  // the selection is one of the edit window
+        settle();
+        const auto picture = platform::test::shownPicture(shown.HostWindow::hWnd());
+        for (int line = 0; line < picture.height; ++line) {
+            const auto from = picture.pixels.begin() + line * picture.width;
+            std::copy_n(from, picture.width, sheet.pixels.begin() + (y + line) * sheet.width + x);
+        }
+    }
+    EXPECT_GOLDEN("controls/textboxes", sheet);
+}
+
+TEST_F(TextBox, IsAFieldWithANameForScreenReaders) {
+    box->AccessibleName(u"Main file");
+    box->Text(u"english.lng");
+    const std::string told = platform::test::describeAccessible(box->hWnd());
+    EXPECT_NE(told.find("\"Main file\""), std::string::npos) << told;
+    EXPECT_NE(told.find("english.lng"), std::string::npos) << told;
+    box->MultiLine(true);
+    EXPECT_NE(platform::test::describeAccessible(box->hWnd()).find("\"Main file\""),
+              std::string::npos)
+        << "also when it is made anew";
+    box->MultiLine(false);
+    box->PasswordChar(u"*");
+    EXPECT_EQ(platform::test::describeAccessible(box->hWnd()).find("english"), std::string::npos);
+}
