@@ -155,8 +155,21 @@ bool canCopy(const EditField& field) {
 }
 
 void sendKey(EditField& field, int key, Qt::KeyboardModifiers modifiers) {
-    QKeyEvent event(QEvent::KeyPress, key, modifiers);
-    field.runNative(&event, false);
+    field.run([&] {
+        const auto press = [&] {
+            QKeyEvent event(QEvent::KeyPress, key, modifiers);
+            field.runNative(&event, false);
+        };
+        if (!field.hasSeams()) {
+            press();
+            return;
+        }
+        const int length = field.length();
+        const EditField::Selection selection = field.selection();
+        press();
+        // A seam is a step for the library, but none for the person.
+        if (field.length() == length && field.selection() == selection) press();
+    });
 }
 
 // Keys that do something without typing. The rest waits for its WM_CHAR.

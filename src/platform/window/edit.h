@@ -13,6 +13,8 @@
 // of one line breaks that are set stay in the text and show as blanks; a pasted run of them becomes
 // one blank.
 //
+// A line of more than 4096 units shows as several lines, and counts so where lines are counted.
+//
 // A change of the text sends WM_COMMAND with EN_CHANGE to the parent, once it is made, except the
 // one by WM_SETTEXT in a field of several lines.
 #pragma once

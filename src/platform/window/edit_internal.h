@@ -26,9 +26,12 @@ public:
         [[nodiscard]] int start() const { return std::min(anchor, caret); }
         [[nodiscard]] int end() const { return std::max(anchor, caret); }
         [[nodiscard]] int length() const { return end() - start(); }
+        friend bool operator==(const Selection&, const Selection&) = default;
     };
 
     [[nodiscard]] virtual bool severalLines() const = 0;
+    // Some positions of the library are one for everybody else; see edit_page.cpp.
+    [[nodiscard]] virtual bool hasSeams() const { return false; }
     [[nodiscard]] virtual Text text() const = 0;
     [[nodiscard]] virtual int length() const = 0;
     virtual void setText(TextView text) = 0;  // the caret goes to 0, and nothing can be undone

@@ -16,7 +16,68 @@ namespace platform {
 namespace {
 
 constexpr QChar kBlockEnd(0x2029);  // of the library, between two of its blocks
-constexpr int kSingleBreak = QTextFormat::UserProperty;
+
+// Between two blocks stands CR LF, unless the format of the library's mark between them has this
+// property: then a unit that was set alone, or nothing at all. The property goes with the mark
+// through all edits.
+constexpr int kOtherBreak = QTextFormat::UserProperty;
+constexpr int kSeam = 0x10000;  // nothing: the line was too long for one block
+
+// Units of a line. The library lays out whole blocks, at each key anew; a longer line is laid out
+// in pieces of this length and shows as several lines.
+constexpr int kLongestBlock = 4096;
+
+// Whether a text has nothing but CR LF and lines of a usual length.
+bool isPlain(TextView text) {
+    std::size_t start = 0;  // of the line
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (!isLineBreak(text[i])) {
+            if (i - start >= kLongestBlock) return false;
+        } else if (text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') {
+            start = ++i + 1;
+        } else {
+            return false;
+        }
+    }
+    return true;
+}
+
+// In place of the selection: seams in long lines, and lone breaks as they are. Whether there are
+// seams.
+bool insertWithMarks(QTextCursor cursor, TextView text) {
+    cursor.beginEditBlock();
+    cursor.removeSelectedText();
+    std::size_t from = 0;  // what is not inserted yet
+    std::size_t start = 0;
+    bool seams = false;
+    const auto insertUpTo = [&](std::size_t end) {
+        cursor.insertText(toQt(text.substr(from, end - from)), QTextCharFormat());
+        from = end;
+    };
+    const auto insertMark = [&](int what) {
+        QTextCharFormat format;
+        format.setProperty(kOtherBreak, what);
+        cursor.insertBlock(QTextBlockFormat(), format);
+    };
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (!isLineBreak(text[i])) {
+            if (i - start < kLongestBlock || QChar::isLowSurrogate(text[i])) continue;
+            insertUpTo(i);
+            insertMark(kSeam);
+            seams = true;
+            start = i;
+        } else if (text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') {
+            start = ++i + 1;
+        } else {
+            insertUpTo(i);
+            insertMark(text[i]);
+            start = ++from;
+        }
+    }
+    insertUpTo(text.size());
+    cursor.endEditBlock();
+    return seams;
+}
 
 class PageField final : public QPlainTextEdit, public EditField {
 public:
@@ -78,6 +139,7 @@ public:
     QWidget* viewportWidget() override { return viewport(); }
 
     bool severalLines() const override { return true; }
+    bool hasSeams() const override { return m_seams; }
     Text text() const override;
     int length() const override;
     void setText(TextView text) override;
@@ -91,10 +153,7 @@ public:
         cursor.setPosition(toDocument(wanted.caret), QTextCursor::KeepAnchor);
         setTextCursor(cursor);
     }
-    void insert(const QString& text) override {
-        textCursor().insertText(text, QTextCharFormat());  // a break from here is CR LF
-        ensureCursorVisible();
-    }
+    void insert(const QString& text) override;
     void removeSelection() override {
         textCursor().removeSelectedText();
         ensureCursorVisible();
@@ -159,10 +218,8 @@ protected:
     }
     // By the library's own way a no-break space would come out as a blank.
     QMimeData* createMimeDataFromSelection() const override {
-        QString text = textCursor().selectedText();
-        text.replace(kBlockEnd, QChar(u'\n'));
         auto* const mime = new QMimeData;
-        mime->setText(text);
+        mime->setText(selectedText());
         return mime;
     }
     void insertFromMimeData(const QMimeData* mime) override {
@@ -171,16 +228,15 @@ protected:
     }
 
 private:
-    // A line break that is a single unit has the unit in the format of the library's own mark,
-    // which goes with the break through all edits. 0: the break is CR LF.
-    static char16_t singleBreakBefore(const QTextBlock& block) {
-        return static_cast<char16_t>(block.charFormat().intProperty(kSingleBreak));
+    static int markBefore(const QTextBlock& block) {
+        return block.charFormat().intProperty(kOtherBreak);
     }
     static int breakLength(const QTextBlock& block) {
-        return singleBreakBefore(block) != 0 ? 1 : 2;
+        const int mark = markBefore(block);
+        return mark == 0 ? 2 : mark == kSeam ? 0 : 1;
     }
 
-    void rememberSingleBreaks(TextView text);
+    QString selectedText() const;  // lines end with LF, as other programs have it
     int toUnits(int position) const;
     int toDocument(int units) const;
     void layOut(const QTextBlock& block) const {
@@ -189,7 +245,8 @@ private:
     }
 
     FieldColors m_colors{-1, -1, -1, -1};
-    bool m_singleBreaks = false;  // some line break may be a single unit
+    bool m_marks = false;  // there may be other breaks than CR LF,
+    bool m_seams = false;  // and among them seams
 };
 
 // ---- Text
@@ -204,12 +261,12 @@ Text PageField::text() const {
             text += unit.unicode();
             continue;
         }
-        if (m_singleBreaks) block = block.next();
-        const char16_t single = m_singleBreaks ? singleBreakBefore(block) : u'\0';
-        if (single != 0) {
-            text += single;
-        } else {
+        if (m_marks) block = block.next();
+        const int mark = m_marks ? markBefore(block) : 0;
+        if (mark == 0) {
             text += u"\r\n";
+        } else if (mark != kSeam) {
+            text += static_cast<char16_t>(mark);
         }
     }
     return text;
@@ -217,46 +274,50 @@ Text PageField::text() const {
 
 int PageField::length() const { return toUnits(document()->characterCount() - 1); }
 
-void PageField::setText(TextView text) {
-    setPlainText(toQt(text));
-    rememberSingleBreaks(text);
+QString PageField::selectedText() const {
+    QString text = textCursor().selectedText();
+    if (m_marks) {
+        const Selection now = selection();
+        text = toQt(TextView(this->text())
+                        .substr(static_cast<std::size_t>(now.start()),
+                                static_cast<std::size_t>(now.length())));
+        text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+        text.replace(u'\r', u'\n');
+    }
+    text.replace(kBlockEnd, QChar(u'\n'));
+    return text;
 }
 
-void PageField::rememberSingleBreaks(TextView text) {
-    m_singleBreaks = false;
-    QTextCursor cursor(document());
-    int passed = 0;  // breaks since the block of the cursor
-    const auto mark = [&](char16_t unit) {
-        if (!m_singleBreaks) {
-            m_singleBreaks = true;
-            setUndoRedoEnabled(false);  // this is nothing to be undone
-            cursor.beginEditBlock();
-        }
-        for (; passed > 0; --passed) cursor.movePosition(QTextCursor::NextBlock);
-        QTextCharFormat format;
-        format.setProperty(kSingleBreak, static_cast<int>(unit));
-        cursor.setBlockCharFormat(format);
-    };
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (!isLineBreak(text[i])) continue;
-        ++passed;
-        if (text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') {
-            ++i;
-        } else {
-            mark(text[i]);
-        }
-    }
-    if (!m_singleBreaks) return;
-    cursor.endEditBlock();
+void PageField::setText(TextView text) {
+    m_marks = !isPlain(text);
+    m_seams = false;
+    setPlainText(m_marks ? QString() : toQt(text));
+    if (!m_marks) return;
+    setUndoRedoEnabled(false);
+    m_seams = insertWithMarks(textCursor(), text);
     setUndoRedoEnabled(true);
+    moveCursor(QTextCursor::Start);
+}
+
+void PageField::insert(const QString& text) {
+    const TextView units(reinterpret_cast<const char16_t*>(text.utf16()),
+                         static_cast<std::size_t>(text.size()));
+    if (isPlain(units)) {
+        textCursor().insertText(text, QTextCharFormat());  // a break from here is CR LF
+    } else {
+        m_marks = true;
+        if (insertWithMarks(textCursor(), units)) m_seams = true;
+    }
+    ensureCursorVisible();
 }
 
 int PageField::toUnits(int position) const {
     const QTextBlock at = document()->findBlock(position);
     if (!at.isValid()) return position;
-    if (!m_singleBreaks) return position + at.blockNumber();
+    if (!m_marks) return position + at.blockNumber();
+    QTextBlock block = at;
     int units = position - at.blockNumber();
-    for (QTextBlock block = at; block.blockNumber() > 0; block = block.previous()) {
+    for (int ahead = at.blockNumber(); ahead > 0; --ahead, block = block.previous()) {
         units += breakLength(block);
     }
     return units;
@@ -266,7 +327,7 @@ int PageField::toDocument(int units) const {
     const auto inside = [](const QTextBlock& block, int offset) {
         return block.position() + std::clamp(offset, 0, block.length() - 1);
     };
-    if (m_singleBreaks) {
+    if (m_marks) {
         for (QTextBlock block = document()->begin();; block = block.next()) {
             const QTextBlock next = block.next();
             const int whole = block.length() - 1 + (next.isValid() ? breakLength(next) : 0);

@@ -840,6 +840,49 @@ TEST_F(Edit, DrawsInTheFontThatItIsGiven) {
     DeleteObject(large);
 }
 
+TEST_F(Edit, ShowsAVeryLongLineInPiecesThatNobodyElseSees) {
+    make(kPage | WS_HSCROLL);
+    Text longLine;
+    for (int i = 0; longLine.size() < 9000; ++i) {
+        longLine += static_cast<char16_t>(u'a' + i % 26);
+        if (i == 4095) longLine += u"\U0001F600";  // across a seam
+    }
+    setClipboardText(u"x\n" + longLine + u"\ny");
+    send(WM_PASTE);
+    Text expected = u"x\r\n" + longLine + u"\r\ny";
+    EXPECT_TRUE(text() == expected);
+    EXPECT_EQ(GetWindowTextLengthW(edit), static_cast<int>(expected.size()));
+    EXPECT_EQ(send(EM_LINEFROMCHAR, static_cast<WPARAM>(expected.size())), 4);
+    send(EM_SETSEL, 0, -1);
+    send(WM_COPY);
+    EXPECT_TRUE(clipboardText() == u"x\n" + longLine + u"\ny");
+
+    const int seam = static_cast<int>(send(EM_LINEINDEX, 3));
+    const auto at = static_cast<std::size_t>(seam);
+    send(EM_SETSEL, seam, seam);
+    const auto caret = [&] {
+        std::int32_t start = -1;
+        send(EM_GETSEL, reinterpret_cast<WPARAM>(&start));
+        return start;
+    };
+    pressKey(edit, VK_LEFT);
+    EXPECT_EQ(caret(), seam - 1);
+    pressKey(edit, VK_RIGHT);
+    pressKey(edit, VK_RIGHT);
+    EXPECT_EQ(caret(), seam + 1);
+    pressKey(edit, VK_LEFT);
+    pressKey(edit, VK_BACK);
+    EXPECT_TRUE(text() == Text(expected).erase(at - 1, 1)) << "a key is a character";
+    send(WM_UNDO);
+    EXPECT_TRUE(text() == expected);
+    send(EM_SETSEL, seam, seam);
+    typeText(edit, u"z");
+    EXPECT_TRUE(text() == Text(expected).insert(at, u"z"));
+    set(expected + u"\nlone");
+    EXPECT_TRUE(text() == expected + u"\nlone");
+    EXPECT_EQ(send(EM_LINEFROMCHAR, GetWindowTextLengthW(edit)), 5);
+}
+
 // The same steps on the window and on a plain string.
 TEST_F(Edit, KeepsTextAndSelectionThroughManySteps) {
     std::mt19937 random(7);
