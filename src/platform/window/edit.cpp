@@ -215,7 +215,7 @@ void typeCharacter(WindowRecord& record, EditField& field, char32_t character) {
     case 26:
         if (character == 26 && !shift) {
             SendMessageW(hWnd, WM_UNDO, 0, 0);
-        } else if (!field.isReadOnly()) {
+        } else if (!field.isReadOnly() && field.canRedo()) {
             field.run([&] { field.redo(); });
         }
         break;

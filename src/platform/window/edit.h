@@ -9,10 +9,9 @@
 //
 // Positions and lengths count UTF-16 units from 0. In a field of several lines a line break is CR
 // LF, two units. A lone CR, a lone LF or a U+2029 that was set by WM_SETTEXT breaks the line as
-// well, and stays one unit until it is edited away; pasted and typed ones become CR LF. In a field
-// of one line breaks that are set stay in the text and show as blanks; a pasted run of them becomes
-// one blank.
-//
+// well, and stays one unit until it is edited away; those that are typed, pasted or put in place of
+// the selection become CR LF. In a field of one line breaks that are set stay in the text and show
+// as blanks; a run of them that comes in another way becomes one blank.
 // A line of more than 4096 units shows as several lines, and counts so where lines are counted.
 //
 // A change of the text sends WM_COMMAND with EN_CHANGE to the parent, once it is made, except the

@@ -111,8 +111,9 @@ public:
     void copy() const override { QLineEdit::copy(); }
     void undo() override { QLineEdit::undo(); }
     void redo() override { QLineEdit::redo(); }
-    bool canUndo() const override { return isUndoAvailable(); }
-    bool canRedo() const override { return isRedoAvailable(); }
+    // Undoing in a password the library would clear all of it.
+    bool canUndo() const override { return isUndoAvailable() && !isPassword(); }
+    bool canRedo() const override { return isRedoAvailable() && !isPassword(); }
     void forgetUndo() override {
         const int caret = cursorPosition();
         QLineEdit::setText(QLineEdit::text());

@@ -305,6 +305,7 @@ TEST_F(Edit, CountsUnitsAndKeepsLineBreaksAsTheyWereSet) {
         {u"a\nb\rc\r\nd", 4},
         {u"a\n\r\nb\r\rc\u2029d\ufdd0e\ufdd1f\u2028g", 9},
         {u"\U0001F600\r\n\u00A0\xD800z", 2},
+        {Text(u"a\0\u0001b\r\n\uFFFF\u200F", 8), 2},
     };
     make(kPage | WS_HSCROLL);
     for (const auto& c : kTexts) {
@@ -322,6 +323,12 @@ TEST_F(Edit, CountsUnitsAndKeepsLineBreaksAsTheyWereSet) {
         EXPECT_EQ(send(EM_LINEINDEX, c.lines), -1);
     }
     EXPECT_EQ(send(EM_LINEINDEX, -7), -1);
+    make(kLine);
+    for (const auto& c : kTexts) {
+        set(c.text);
+        EXPECT_EQ(text(), c.text);
+        EXPECT_EQ(send(EM_LINEFROMCHAR, static_cast<WPARAM>(c.text.size())), 0);
+    }
 }
 
 TEST_F(Edit, CountsLinesAsTheyAreShownWhenTheyAreBroken) {
@@ -802,6 +809,11 @@ TEST_F(Edit, HidesAPasswordBehindItsCharacter) {
     EXPECT_EQ(clipboardText(), u"before");
     QAccessibleInterface* tool = QAccessible::queryAccessibleInterface(widgetOf(edit));
     EXPECT_EQ(tool->text(QAccessible::Value).indexOf(QLatin1String("abc")), -1);
+    pressKey(edit, VK_END);
+    typeText(edit, u"d");
+    send(WM_UNDO);
+    EXPECT_EQ(text(), u"abcd") << "what cannot be seen is not taken back";
+    pressKey(edit, VK_BACK);
     send(EM_SETPASSWORDCHAR, 0);
     EXPECT_EQ(platform::test::shownPicture(edit).pixels.size(), plain.size());
     EXPECT_EQ(text(), u"abc");
