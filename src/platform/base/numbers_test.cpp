@@ -3,6 +3,7 @@
 #include "platform/base/testhooks.h"
 
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace {
 
@@ -19,6 +20,37 @@ TEST(numbers, TheDecimalSeparatorIsThatOfTheUsersLocale) {
     for (const auto& c : kCases) {
         platform::test::setLocale(c.locale);
         EXPECT_EQ(platform::decimalSeparator(), c.separator) << c.locale;
+    }
+}
+
+TEST(numbers, TheNumberAtTheStartOfATextIsRoundedAndHeldTo32Bits) {
+    const struct {
+        TextView text;
+        std::int32_t number;
+    } kCases[] = {
+        {u"", 0},
+        {u"x1", 0},
+        {u"12", 12},
+        {u"  12px", 12},
+        {u"-1", -1},
+        {u"+7 8", 7},
+        {u"- 1", 0},
+        {u".", 0},
+        {u"-.5", 0},
+        {u".6", 1},
+        {u"2.5", 2},
+        {u"3.5", 4},
+        {u"2.50000001x", 3},
+        {u"-2.51", -3},
+        {u"1.2.9", 1},
+        {u"0x10", 0},
+        {u"2147483647.5", 2147483647},
+        {u"-99999999999999999999999", std::numeric_limits<std::int32_t>::min()},
+        {u"99999999999999999999999", std::numeric_limits<std::int32_t>::max()},
+        {u"\u0663", 0},
+    };
+    for (const auto& c : kCases) {
+        EXPECT_EQ(platform::leadingNumber(c.text), c.number) << toUtf8(c.text);
     }
 }
 

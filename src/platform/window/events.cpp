@@ -29,6 +29,7 @@ int g_runningEvents = 0;
 std::vector<QPointer<QWidget>> g_condemned;  // one may take another along
 HWND g_focusBefore = 0;                      // the window of the last WM_KILLFOCUS
 const QKeyEvent* g_key = nullptr;            // the one on its way
+HWND g_focusUnderMenu = 0;                   // whose keys a menu has taken
 
 }  // namespace
 
@@ -63,6 +64,14 @@ int keyModifiers() {
 }
 
 std::optional<bool> MessageTarget::routeSpecially(WindowRecord&, QEvent*, bool) { return {}; }
+
+HWND focusUnderMenu() { return IsWindow(g_focusUnderMenu) ? g_focusUnderMenu : 0; }
+
+void focusLeavesMenus() {
+    const HWND hWnd = std::exchange(g_focusUnderMenu, 0);
+    g_focusBefore = hWnd;
+    guarded([&] { SendMessageW(hWnd, WM_KILLFOCUS, GetFocus(), 0); });
+}
 
 // ---- Delivery
 
@@ -181,6 +190,7 @@ bool routeKey(WindowRecord& record, QKeyEvent* key, bool viewport) {
         1 | (down ? (key->isAutoRepeat() ? kDownBefore : 0) : kDownBefore | kGoesUp);
     const std::uint32_t number =
         down ? (system ? WM_SYSKEYDOWN : WM_KEYDOWN) : (system ? WM_SYSKEYUP : WM_KEYUP);
+    if (down && isAccelerator(record, *key)) return true;
     if (filtered(record, number, code, lParam)) return true;
     deliver(record, key, viewport, number, code, lParam);
     key->accept();
@@ -231,7 +241,7 @@ bool routeMouse(WindowRecord& record, QMouseEvent* mouse, bool viewport) {
     noteMouseWindow(hWnd);
     mouse->accept();  // else the parent would get it as well
     const WPARAM wParam = buttonsDown(mouse->buttons(), mouse->modifiers());
-    const LPARAM lParam = positionParam(mouse->position().toPoint());
+    const LPARAM lParam = positionParam(mouse->position().toPoint() - QPoint(0, record.clientTop));
     if (mouse->type() == QEvent::MouseMove) {
         SendMessageW(hWnd, WM_SETCURSOR, hWnd, makeLParam(1, WM_MOUSEMOVE));
         if (IsWindow(hWnd)) deliver(record, mouse, viewport, WM_MOUSEMOVE, wParam, lParam);
@@ -267,8 +277,11 @@ bool routeWheel(WindowRecord& record, QWheelEvent* wheel, bool viewport) {
 }
 
 bool routeFocus(WindowRecord& record, QFocusEvent* focus, bool viewport) {
-    // A menu that pops up takes the keys, but the focus stays where it is.
-    if (focus->reason() == Qt::PopupFocusReason) return record.target->runNative(focus, viewport);
+    // A menu takes the keys while it is open, but the focus stays where it is.
+    if (focus->reason() == Qt::PopupFocusReason || focus->reason() == Qt::MenuBarFocusReason) {
+        g_focusUnderMenu = focus->lostFocus() ? record.handle : 0;
+        return record.target->runNative(focus, viewport);
+    }
     if (focus->lostFocus()) {
         g_focusBefore = record.handle;
         return deliver(record, focus, viewport, WM_KILLFOCUS, GetFocus(), 0);
@@ -448,6 +461,9 @@ LRESULT DefWindowProcW(HWND hWnd, std::uint32_t uMsg, WPARAM wParam, LPARAM lPar
         return static_cast<LRESULT>(record->text.size());
     case WM_CLOSE:
         DestroyWindow(hWnd);
+        return 0;
+    case WM_SETTINGCHANGE:
+        remeasureMenuBar(*record);
         return 0;
     case WM_SETCURSOR:
         SetCursor(record->cursor);

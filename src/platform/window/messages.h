@@ -28,9 +28,11 @@ enum : std::uint32_t {
     WM_SETTINGCHANGE = 0x001A,
     WM_SETCURSOR = 0x0020,      // wParam: the window under the mouse; the result 1 ends it
     WM_MOUSEACTIVATE = 0x0021,  // before each press of a button; by default the parent is asked
+    WM_DRAWITEM = 0x002B,       // these two: menu.h
+    WM_MEASUREITEM = 0x002C,
     WM_SETFONT = 0x0030,        // wParam: the font, 0 the stock font; lParam: 1 to draw anew
-    WM_CONTEXTMENU = 0x007B,    // lParam: the screen position, -1 by key
-    WM_KEYDOWN = 0x0100,        // wParam: key code; lParam: bit 30 the key was down before
+    WM_CONTEXTMENU = 0x007B,  // lParam: the screen position, -1 by key
+    WM_KEYDOWN = 0x0100,      // wParam: key code; lParam: bit 30 the key was down before
     WM_KEYUP = 0x0101,
     WM_CHAR = 0x0102,        // wParam: one UTF-16 unit
     WM_SYSKEYDOWN = 0x0104,  // with Alt held, and F10
@@ -42,6 +44,7 @@ enum : std::uint32_t {
     WM_IME_COMPOSITION = 0x010F,  // lParam: GCS_... of what is there; see edit.h
     WM_COMMAND = 0x0111,          // of a child: high word of wParam what happened, lParam the child
     WM_TIMER = 0x0113,            // wParam: the timer
+    WM_INITMENUPOPUP = 0x0117,
     // An edit window is about to paint itself, and its parent is asked: wParam the context whose
     // text and background colour count, lParam the window; the result is the brush for the area.
     // The second comes from one that is read-only or disabled.
@@ -58,9 +61,11 @@ enum : std::uint32_t {
     WM_MBUTTONDOWN = 0x0207,
     WM_MBUTTONUP = 0x0208,
     WM_MBUTTONDBLCLK = 0x0209,
-    WM_MOUSEWHEEL = 0x020A,  // high word of wParam: signed, 120 a notch, above 0 away from the
-                             // user; lParam: the screen position. By default the parent gets it
-    WM_DROPFILES = 0x0233,   // lParam: const std::vector<Text>*, paths in the inside form
+    WM_MOUSEWHEEL = 0x020A,    // high word of wParam: signed, 120 a notch, above 0 away from the
+                               // user; lParam: the screen position. By default the parent gets it
+    WM_MDIGETACTIVE = 0x0229,  // to the window of the class "MDIClient"; gives its active child
+    WM_MDISETMENU = 0x0230,    // to the same; wParam: the menu that the frame is to show
+    WM_DROPFILES = 0x0233,     // lParam: const std::vector<Text>*, paths in the inside form
     WM_MOUSELEAVE = 0x02A3,
     WM_CUT = 0x0300,
     WM_COPY = 0x0301,

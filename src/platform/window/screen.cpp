@@ -1,5 +1,6 @@
 #include "platform/window/screen.h"
 
+#include "platform/base/codepages.h"
 #include "platform/window/screen_internal.h"
 #include "platform/window/surface_internal.h"
 #include "platform/window/testhooks_internal.h"
@@ -9,6 +10,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QFontInfo>
 #include <QPalette>
 #include <QScreen>
 #include <QStyle>
@@ -122,6 +124,32 @@ int styleSize(QStyle::PixelMetric metric, int otherwise) {
                : QApplication::style()->pixelMetric(metric);
 }
 
+// The desktop's. A name beyond the system code page, or too long, leaves the program's own face.
+LOGFONTA menuFont() {
+    LOGFONTA font;
+    const auto scaled = [](int size) {
+        const std::vector<Screen> all = screens();
+        return MulDiv(size, all.empty() ? 96 : all.front().dpi, 96);
+    };
+    font.lfHeight = -scaled(11);
+    font.lfWeight = FW_NORMAL;
+    Text name = u"Tahoma";
+    if (qobject_cast<QApplication*>(qApp) != nullptr) {
+        const QFont desktop = QApplication::font("QMenu");
+        const QFontInfo shown(desktop);
+        font.lfHeight = -std::max(1, shown.pixelSize());
+        font.lfWeight = desktop.weight();
+        font.lfItalic = desktop.italic() ? 1 : 0;
+        name = toText(shown.family());
+    }
+    const Bytes bytes = textToBytes(name, GetACP());
+    if (bytes.size() < sizeof font.lfFaceName &&
+        bytesToText(bytes.data(), bytes.size(), GetACP()) == name) {
+        std::ranges::copy(bytes, font.lfFaceName);
+    }
+    return font;
+}
+
 }  // namespace
 
 int GetSystemMetrics(int index) {
@@ -209,10 +237,33 @@ int GetSystemMetrics(int index) {
 }
 
 bool SystemParametersInfoA(std::uint32_t action, std::uint32_t, void* pvParam, std::uint32_t) {
-    const std::vector<Screen> all = screens();
-    if (action != SPI_GETWORKAREA || pvParam == nullptr || all.empty()) return false;
-    *static_cast<RECT*>(pvParam) = all.front().work;
-    return true;
+    if (pvParam == nullptr) return false;
+    switch (action) {
+    case SPI_GETWORKAREA: {
+        const std::vector<Screen> all = screens();
+        if (all.empty()) return false;
+        *static_cast<RECT*>(pvParam) = all.front().work;
+        return true;
+    }
+    case SPI_GETNONCLIENTMETRICS: {
+        auto& metrics = *static_cast<NONCLIENTMETRICSA*>(pvParam);
+        if (metrics.cbSize != sizeof(NONCLIENTMETRICSA)) return false;
+        metrics.iBorderWidth = 1;
+        metrics.iScrollWidth = GetSystemMetrics(2);
+        metrics.iScrollHeight = GetSystemMetrics(3);
+        metrics.iCaptionWidth = metrics.iCaptionHeight = GetSystemMetrics(4);
+        metrics.iSmCaptionWidth = metrics.iSmCaptionHeight = GetSystemMetrics(51);
+        metrics.iMenuWidth = metrics.iMenuHeight = GetSystemMetrics(15);
+        metrics.lfCaptionFont = metrics.lfSmCaptionFont = metrics.lfMenuFont =
+            metrics.lfStatusFont = metrics.lfMessageFont = menuFont();
+        return true;
+    }
+    case SPI_GETFLATMENU:
+        *static_cast<std::int32_t*>(pvParam) = 1;
+        return true;
+    default:
+        return false;
+    }
 }
 
 HMONITOR MonitorFromPoint(POINT point, std::uint32_t flags) {

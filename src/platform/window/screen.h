@@ -3,7 +3,7 @@
 // The screens are those of the desktop in its own pixels: the library's scaling is off, and a
 // finer screen shows in its dots per inch.
 #pragma once
-#include "platform/window/types.h"
+#include "platform/window/fonts.h"
 
 namespace platform {
 
@@ -12,9 +12,25 @@ namespace platform {
 // and buttons come from the desktop's style.
 [[nodiscard]] int GetSystemMetrics(int index);
 
+constexpr std::uint32_t SPI_GETNONCLIENTMETRICS = 41;
 constexpr std::uint32_t SPI_GETWORKAREA = 48;
-// SPI_GETWORKAREA: pvParam is a RECT*, which gets the main screen without task bars. False for any
-// other action.
+constexpr std::uint32_t SPI_GETFLATMENU = 0x1022;
+// Pixels. Of the fonts lfMenuFont alone is the desktop's; the others are alike.
+struct NONCLIENTMETRICSA {
+    std::uint32_t cbSize = 340;
+    std::int32_t iBorderWidth = 0, iScrollWidth = 0, iScrollHeight = 0;
+    std::int32_t iCaptionWidth = 0, iCaptionHeight = 0;
+    LOGFONTA lfCaptionFont;
+    std::int32_t iSmCaptionWidth = 0, iSmCaptionHeight = 0;
+    LOGFONTA lfSmCaptionFont;
+    std::int32_t iMenuWidth = 0, iMenuHeight = 0;
+    LOGFONTA lfMenuFont, lfStatusFont, lfMessageFont;
+};
+static_assert(sizeof(NONCLIENTMETRICSA) == 340);
+// SPI_GETWORKAREA: pvParam is a RECT*, which gets the main screen without task bars.
+// SPI_GETNONCLIENTMETRICS: a NONCLIENTMETRICSA*, whose cbSize must be right.
+// SPI_GETFLATMENU: an int32_t*, which gets 1: a bar has a colour of its own (30).
+// False for any other action, and without pvParam.
 bool SystemParametersInfoA(std::uint32_t action, std::uint32_t uiParam, void* pvParam,
                            std::uint32_t winIni);
 

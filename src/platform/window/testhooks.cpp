@@ -157,7 +157,7 @@ void mouse(HWND hWnd, MouseAction action, POINT at, WPARAM button, WPARAM down) 
     if (widget == nullptr) return;
     static constexpr QEvent::Type kTypes[] = {QEvent::MouseButtonPress, QEvent::MouseButtonRelease,
                                               QEvent::MouseButtonDblClick, QEvent::MouseMove};
-    const QPoint position(at.x, at.y);
+    const QPoint position(at.x, at.y + windowOf(hWnd)->clientTop);
     const Qt::MouseButtons pressed = buttonsOf(button);
     QMouseEvent event(kTypes[static_cast<std::size_t>(action)], QPointF(position),
                       QPointF(widget->mapToGlobal(position)),

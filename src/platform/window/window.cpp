@@ -1,5 +1,6 @@
 #include "platform/window/window.h"
 
+#include "platform/base/casemap.h"
 #include "platform/window/surface_internal.h"
 #include "platform/window/toolkit_internal.h"
 #include "platform/window/window_internal.h"
@@ -61,8 +62,9 @@ private:
         if (record == nullptr) return;
         QPainter painter(this);
         painter.setCompositionMode(QPainter::CompositionMode_Source);
+        painter.translate(0, record->clientTop);
         const QImage view = viewOf(*record);
-        for (const QRect& part : event->region()) {
+        for (const QRect& part : event->region().translated(0, -record->clientTop)) {
             if (!view.rect().contains(part)) painter.fillRect(part, qtColor(record->background));
             if (const QRect seen = part & view.rect(); !seen.isEmpty()) {
                 painter.drawImage(seen, view, seen);
@@ -135,6 +137,7 @@ private:
         QWidget* const widget = std::exchange(record.widget, nullptr);
         record.target = nullptr;
         killTimersOf(record.handle);
+        destroyMenusOf(record);
         if (record.modalLoop != nullptr) record.modalLoop->quit();
         if (record.picture != 0) {
             setWindowSurface(record.handle, 0);
@@ -183,6 +186,7 @@ HWND adoptWidget(QWidget* widget, MessageTarget& target, const WindowOptions& op
     record->extendedStyle = options.extendedStyle;
     record->background = options.background;
     record->text = options.title;
+    record->className = options.className;
     record->processId = GetCurrentProcessId();
     const HWND hWnd = windowTable().add(record);
     if (hWnd == 0) return 0;
@@ -192,9 +196,10 @@ HWND adoptWidget(QWidget* widget, MessageTarget& target, const WindowOptions& op
     const POINT at = options.position;
     record->placed = options.kind == WindowKind::Child || at.x != 0 || at.y != 0;
     setClientSize(*record, options.size.cx, options.size.cy);
-    if (record->placed) widget->setGeometry(QRect(QPoint(at.x, at.y), widget->size()));
-    record->reportedSize = {widget->width(), widget->height()};
-    record->reportedPosition = {widget->x(), widget->y()};
+    if (record->placed) setClientGeometry(*record, QRect(QPoint(at.x, at.y), widget->size()));
+    const QRect place = clientGeometry(*record);
+    record->reportedSize = {place.width(), place.height()};
+    record->reportedPosition = {place.x(), place.y()};
     if (options.kind != WindowKind::Child) {
         widget->setWindowTitle(toQt(options.title));
         widget->setAttribute(Qt::WA_ShowWithoutActivating,
@@ -244,6 +249,21 @@ bool IsChild(HWND hParent, HWND hWnd) {
     // Unlike GetParent this stops at the edge of a window: an owned one is no child.
     return parent != nullptr && widget != nullptr && parent != widget &&
            parent->isAncestorOf(widget);
+}
+
+HWND FindWindowExA(HWND hParent, HWND hAfter, const char* className) {
+    const QWidget* parent = widgetOf(hParent);
+    if (parent == nullptr) return 0;
+    const Text wanted = lowerCase(fromUtf8(className));
+    bool behind = hAfter == 0;
+    for (const QObject* object : parent->children()) {
+        const auto* target = dynamic_cast<const MessageTarget*>(object);
+        const WindowRecord* child = target == nullptr ? nullptr : windowOf(target->handle());
+        if (child == nullptr || child->kind != WindowKind::Child) continue;
+        if (behind && lowerCase(child->className) == wanted) return child->handle;
+        behind = behind || child->handle == hAfter;
+    }
+    return 0;
 }
 
 std::uint32_t GetWindowThreadProcessId(HWND hWnd, std::uint32_t& processId) {

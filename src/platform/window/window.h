@@ -7,9 +7,9 @@
 // CallWindowProcW to the procedure that it replaced, in the end DefWindowProcW.
 //
 // Positions and sizes are pixels; those of a child are relative to its parent's client area, those
-// of other windows to the screen, and both mean the client area, without any frame. All of it
-// belongs to the window thread. An unknown handle gives false, 0 or an empty text, and nothing
-// happens.
+// of other windows to the screen, and both mean the client area, without any frame and menu bar.
+// All of it belongs to the window thread. An unknown handle gives false, 0 or an empty text, and
+// nothing happens.
 //
 // A window may be destroyed while one of its messages runs: its handle is gone at once, the object
 // behind it when the message is over. What a procedure raises reaches the caller of SendMessageW,
@@ -41,6 +41,7 @@ struct WindowOptions {
     std::intptr_t userData = 0;                  // of GetWindowLongW(GWL_USERDATA)
     COLORREF background = 0xFFFFFF;              // what the picture holds where nothing was drawn
     std::uint32_t style = 0, extendedStyle = 0;  // kept for GetWindowLongW, no effect of their own
+    Text className;                              // kept for FindWindowExA
 };
 // The window is hidden, except that a child starts visible. 0 for a child without a living parent
 // and when the desktop has none to give.
@@ -52,6 +53,9 @@ bool DestroyWindow(HWND hWnd);
 [[nodiscard]] bool IsWindow(HWND hWnd);
 [[nodiscard]] HWND GetParent(HWND hWnd);              // the owner, for other windows than children
 [[nodiscard]] bool IsChild(HWND hParent, HWND hWnd);  // at any depth; never of itself
+// The next child of hParent behind hAfter (0: from the first on) whose class has that name, its
+// letter case aside. 0 without one.
+[[nodiscard]] HWND FindWindowExA(HWND hParent, HWND hAfter, const char* className);
 
 // The thread's id (1), and the process that the window belongs to.
 std::uint32_t GetWindowThreadProcessId(HWND hWnd, std::uint32_t& processId);

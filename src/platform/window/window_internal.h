@@ -7,6 +7,7 @@
 // procedure that does not hand a message on keeps the event from the library.
 #pragma once
 #include "platform/window/handles.h"
+#include "platform/window/menu.h"
 #include "platform/window/window.h"
 
 #include <exception>
@@ -18,6 +19,7 @@ class QCursor;
 class QEvent;
 class QEventLoop;
 class QKeyEvent;
+class QRect;
 class QWidget;
 
 namespace platform {
@@ -102,7 +104,12 @@ struct WindowRecord {
     bool changed = false;  // drawn on since it was last brought to the screen
     bool painting = false;
 
-    Text text;
+    Text text, className;
+    HMENU menu = 0, systemMenu = 0;
+    QWidget* menuBar = nullptr;  // shows the menu
+    int clientTop = 0;           // rows of the widget that belong to the bar
+    std::vector<ACCEL> accelerators;
+
     HICON cursor = 0;       // of the window, and
     HICON shownCursor = 0;  // what SetCursor has made of it for now
     bool acceptsFiles = false;
@@ -117,12 +124,12 @@ struct WindowRecord {
     bool destroying = false;
 };
 
-// One event of a window's widget, from its arrival until it has been handled. While one exists the
-// library has widgets on its stack, perhaps also around the one that gets the event: destroyed
-// windows leave theirs to the outermost scope, hidden.
+// One event of a window's widget or menu, from its arrival until it has been handled. While one
+// exists the library has widgets on its stack, perhaps also around the one that gets the event:
+// destroyed windows leave theirs to the outermost scope, hidden.
 class EventScope {
 public:
-    explicit EventScope(std::shared_ptr<WindowRecord> record);
+    explicit EventScope(std::shared_ptr<WindowRecord> record = nullptr);
     ~EventScope();
     EventScope(const EventScope&) = delete;
     EventScope& operator=(const EventScope&) = delete;
@@ -152,7 +159,12 @@ bool deliver(WindowRecord& record, QEvent* event, bool viewport, std::uint32_t u
 // by hand. Whoever takes it calls runNative itself, or not at all.
 [[nodiscard]] StashedEvent* stashedEvent(WindowRecord& record, std::uint32_t uMsg);
 
-// Brings the picture to the widget's size: what was there stays, new parts get the background.
+// The client area as the rest of the system knows it: relative to the parent's client area or to
+// the screen. The widget around it also holds the menu bar.
+[[nodiscard]] QRect clientGeometry(const WindowRecord& record);
+void setClientGeometry(WindowRecord& record, const QRect& place);
+
+// Brings the picture to the client area's size: what was there stays, new parts get the background.
 void fitPicture(WindowRecord& record);
 // Sizes below 0 count as 0. A dialog cannot be sized by the person.
 void setClientSize(WindowRecord& record, int cx, int cy);
@@ -172,6 +184,22 @@ void killTimersOf(HWND hWnd);
 // Has windows tell about themselves (accessibility.h). The library asks each widget once, and
 // early.
 void enterAccessibility();
+
+// ---- For the menus
+
+// Gives the bar its place in the widget, after its content or the widget's width has changed. The
+// client area moves with it.
+void placeMenuBar(WindowRecord& record);
+// Brings the bar to what its menu holds, unless that is being measured or drawn at this moment.
+void updateMenuBar(WindowRecord& record);
+// Measures the bar anew: fonts have changed.
+void remeasureMenuBar(WindowRecord& record);
+void destroyMenusOf(WindowRecord& record);
+// The window whose keys a menu bar has taken, without a message about it; 0 while none has.
+[[nodiscard]] HWND focusUnderMenu();
+void focusLeavesMenus();  // they do not go back to it: now it hears of its loss
+// Whether a key that goes down is a command; if so, it is on its way.
+[[nodiscard]] bool isAccelerator(const WindowRecord& focused, const QKeyEvent& key);
 
 // Gives the failure to the handler of setFailureHandler. Never raises.
 void reportFailure(const std::exception_ptr& failure) noexcept;

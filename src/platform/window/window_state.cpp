@@ -19,9 +19,14 @@ namespace platform {
 // ---- State, place and title
 
 bool ShowWindow(HWND hWnd, int command) {
-    QWidget* const widget = widgetOf(hWnd);
-    if (widget == nullptr) return false;
+    WindowRecord* const record = windowOf(hWnd);
+    if (record == nullptr) return false;
+    QWidget* const widget = record->widget;
     const bool before = widget->isVisible();
+    if (command != SW_HIDE) {
+        updateMenuBar(*record);
+        if (!IsWindow(hWnd)) return before;  // by what measuring an item has brought about
+    }
     switch (command) {
     case SW_HIDE:
         widget->hide();
@@ -55,12 +60,35 @@ bool ShowWindow(HWND hWnd, int command) {
 }
 
 void setClientSize(WindowRecord& record, int cx, int cy) {
-    const QSize size(std::clamp(cx, 0, QWIDGETSIZE_MAX), std::clamp(cy, 0, QWIDGETSIZE_MAX));
+    const QSize size(std::clamp(cx, 0, QWIDGETSIZE_MAX),
+                     std::clamp(cy, 0, QWIDGETSIZE_MAX - record.clientTop) + record.clientTop);
     if (record.kind == WindowKind::Dialog) {
         record.widget->setFixedSize(size);
     } else {
         record.widget->resize(size);
     }
+}
+
+namespace {
+
+// Rows above the client area of the parent; a window that is no child lies on the screen.
+int clientTopAround(const WindowRecord& record) {
+    if (record.kind != WindowKind::Child) return 0;
+    const WindowRecord* around = windowOf(windowOfWidget(record.widget->parentWidget()));
+    return around == nullptr ? 0 : around->clientTop;
+}
+
+}  // namespace
+
+QRect clientGeometry(const WindowRecord& record) {
+    QRect place = record.widget->geometry();
+    place.setTop(std::min(place.top() + record.clientTop, place.bottom() + 1));
+    return place.translated(0, -clientTopAround(record));
+}
+
+void setClientGeometry(WindowRecord& record, const QRect& place) {
+    record.widget->setGeometry(
+        place.adjusted(0, -record.clientTop, 0, 0).translated(0, clientTopAround(record)));
 }
 
 bool IsWindowVisible(HWND hWnd) {
@@ -91,7 +119,7 @@ bool IsWindowEnabled(HWND hWnd) {
 
 void fitPicture(WindowRecord& record) {
     if (!record.keepsPicture) return;
-    const QSize size = record.widget->size();
+    const QSize size = clientGeometry(record).size();
     const BitmapRecord* old = bitmapOf(record.picture);
     if (old != nullptr ? QSize(old->width, old->height) == size : size.isEmpty()) return;
 
@@ -119,14 +147,20 @@ void fitPicture(WindowRecord& record) {
 void reportPlace(WindowRecord& record, QEvent* event) {
     const HWND hWnd = record.handle;
     const QWidget& widget = *record.widget;
-    const POINT position{widget.geometry().x(), widget.geometry().y()};
+    if (record.menuBar != nullptr) {
+        placeMenuBar(record);
+        if (!IsWindow(hWnd)) return;
+    }
+    const QPoint at = clientGeometry(record).topLeft();
+    const POINT position{at.x(), at.y()};
     if (position != record.reportedPosition) {
         record.reportedPosition = position;
         SendMessageW(hWnd, WM_MOVE, 0, makeLParam(position.x, position.y));
         if (!IsWindow(hWnd)) return;
     }
     // Asked only now: whoever heard of the move may have sized the window, and reported that.
-    const SIZE size{widget.width(), widget.height()};
+    const QSize area = clientGeometry(record).size();
+    const SIZE size{area.width(), area.height()};
     WPARAM state = SIZE_RESTORED;
     if (widget.isWindow() && widget.isMinimized()) state = SIZE_MINIMIZED;
     if (widget.isWindow() && !widget.isMinimized() && widget.isMaximized()) state = SIZE_MAXIMIZED;
@@ -177,23 +211,23 @@ bool SetWindowPos(HWND hWnd, HWND insertAfter, int x, int y, int cx, int cy, std
     const std::shared_ptr<WindowRecord>* found = windowTable().find(hWnd);
     if (found == nullptr) return false;
     const std::shared_ptr<WindowRecord> record = *found;
-    QWidget& widget = *record->widget;
     // Showing comes last and hiding first, so that nobody sees the window on its way.
     if ((flags & SWP_HIDEWINDOW) != 0) ShowWindow(hWnd, SW_HIDE);
     if (!IsWindow(hWnd)) return true;
     if ((flags & SWP_NOZORDER) == 0) setOrder(*record, insertAfter);
     if (!IsWindow(hWnd)) return true;
-    const QSize size = (flags & SWP_NOSIZE) != 0 ? widget.size()
+    const QSize before = clientGeometry(*record).size();
+    const QSize size = (flags & SWP_NOSIZE) != 0 ? before
                                                  : QSize(std::clamp(cx, 0, QWIDGETSIZE_MAX),
                                                          std::clamp(cy, 0, QWIDGETSIZE_MAX));
     if ((flags & SWP_NOMOVE) != 0) {
-        if (size != widget.size()) setClientSize(*record, size.width(), size.height());
+        if (size != before) setClientSize(*record, size.width(), size.height());
     } else {
         record->placed = true;
         if (record->kind == WindowKind::Dialog) {
             setClientSize(*record, size.width(), size.height());
         }
-        if (IsWindow(hWnd)) widget.setGeometry(QRect(QPoint(x, y), size));
+        if (IsWindow(hWnd)) setClientGeometry(*record, QRect(QPoint(x, y), size));
     }
     if (IsWindow(hWnd)) reportPlace(*record);
     if (IsWindow(hWnd) && (flags & SWP_SHOWWINDOW) != 0) {
@@ -203,9 +237,10 @@ bool SetWindowPos(HWND hWnd, HWND insertAfter, int x, int y, int cx, int cy, std
 }
 
 bool GetClientRect(HWND hWnd, RECT& rect) {
-    const QWidget* widget = widgetOf(hWnd);
-    if (widget == nullptr) return false;
-    rect = {0, 0, widget->width(), widget->height()};
+    const WindowRecord* record = windowOf(hWnd);
+    if (record == nullptr) return false;
+    rect = {0, 0, record->widget->width(),
+            std::max(0, record->widget->height() - record->clientTop)};
     return true;
 }
 
@@ -222,7 +257,7 @@ bool GetWindowRect(HWND hWnd, RECT& rect) {
 bool ClientToScreen(HWND hWnd, POINT& point) {
     const QWidget* widget = clientWidgetOf(hWnd);
     if (widget == nullptr) return false;
-    const QPoint there = widget->mapToGlobal(QPoint(point.x, point.y));
+    const QPoint there = widget->mapToGlobal(QPoint(point.x, point.y + windowOf(hWnd)->clientTop));
     point = {there.x(), there.y()};
     return true;
 }
@@ -231,7 +266,7 @@ bool ScreenToClient(HWND hWnd, POINT& point) {
     const QWidget* widget = clientWidgetOf(hWnd);
     if (widget == nullptr) return false;
     const QPoint there = widget->mapFromGlobal(QPoint(point.x, point.y));
-    point = {there.x(), there.y()};
+    point = {there.x(), there.y() - windowOf(hWnd)->clientTop};
     return true;
 }
 
@@ -330,14 +365,15 @@ bool InvalidateRect(HWND hWnd, const RECT* rect, bool erase) {
     WindowRecord* record = windowOf(hWnd);
     if (record == nullptr) return false;
     record->invalid = true;
-    const RECT all{0, 0, record->widget->width(), record->widget->height()};
+    RECT all;
+    GetClientRect(hWnd, all);
     const RECT part = rect == nullptr ? all : intersection(*rect, all);
     if (const BitmapRecord* picture = bitmapOf(record->picture); erase && picture != nullptr) {
         fill(*picture, part, record->background);
     }
     if (!isEmpty(part)) {
-        clientWidgetOf(hWnd)->update(part.left, part.top, part.right - part.left,
-                                     part.bottom - part.top);
+        clientWidgetOf(hWnd)->update(part.left, part.top + record->clientTop,
+                                     part.right - part.left, part.bottom - part.top);
     }
     return true;
 }
@@ -356,7 +392,12 @@ void setWindowBackground(HWND hWnd, COLORREF color) {
 
 // ---- Focus and mouse
 
-HWND GetFocus() { return windowOfWidget(QApplication::focusWidget()); }
+HWND GetFocus() {
+    const QWidget* focused = QApplication::focusWidget();
+    const HWND around = windowOfWidget(focused);
+    const WindowRecord* record = windowOf(around);
+    return record != nullptr && focused == record->menuBar ? focusUnderMenu() : around;
+}
 
 HWND SetFocus(HWND hWnd) {
     const HWND before = GetFocus();
