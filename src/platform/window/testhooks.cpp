@@ -125,21 +125,31 @@ Qt::MouseButtons buttonsOf(WPARAM flags) {
     return buttons;
 }
 
-void sendKey(HWND hWnd, QEvent::Type type, std::int32_t key, TextView typed, WPARAM modifiers) {
-    QWidget* const widget = widgetOf(hWnd);
-    if (widget == nullptr) return;
-    QKeyEvent event(type, qtKeyOf(key), modifiersOf(modifiers), toQt(typed));
-    QCoreApplication::sendEvent(widget, &event);
-}
-
 }  // namespace
 
+void sendKey(QWidget& widget, bool down, std::int32_t key, TextView typed, WPARAM modifiers) {
+    QKeyEvent event(down ? QEvent::KeyPress : QEvent::KeyRelease, qtKeyOf(key),
+                    modifiersOf(modifiers), toQt(typed));
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
+void sendMouse(QWidget& widget, MouseAction action, QPoint position, WPARAM button, WPARAM down) {
+    static constexpr QEvent::Type kTypes[] = {QEvent::MouseButtonPress, QEvent::MouseButtonRelease,
+                                              QEvent::MouseButtonDblClick, QEvent::MouseMove};
+    const Qt::MouseButtons pressed = buttonsOf(button);
+    QMouseEvent event(kTypes[static_cast<std::size_t>(action)], QPointF(position),
+                      QPointF(widget.mapToGlobal(position)),
+                      pressed == Qt::NoButton ? Qt::NoButton : Qt::MouseButton(pressed.toInt()),
+                      buttonsOf(down), modifiersOf(down));
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
 void pressKey(HWND hWnd, std::int32_t key, TextView typed, WPARAM modifiers) {
-    sendKey(hWnd, QEvent::KeyPress, key, typed, modifiers);
+    if (QWidget* widget = widgetOf(hWnd)) sendKey(*widget, true, key, typed, modifiers);
 }
 
 void releaseKey(HWND hWnd, std::int32_t key, WPARAM modifiers) {
-    sendKey(hWnd, QEvent::KeyRelease, key, {}, modifiers);
+    if (QWidget* widget = widgetOf(hWnd)) sendKey(*widget, false, key, {}, modifiers);
 }
 
 void typeText(HWND hWnd, TextView text) {
@@ -155,15 +165,7 @@ void typeText(HWND hWnd, TextView text) {
 void mouse(HWND hWnd, MouseAction action, POINT at, WPARAM button, WPARAM down) {
     QWidget* const widget = clientWidgetOf(hWnd);
     if (widget == nullptr) return;
-    static constexpr QEvent::Type kTypes[] = {QEvent::MouseButtonPress, QEvent::MouseButtonRelease,
-                                              QEvent::MouseButtonDblClick, QEvent::MouseMove};
-    const QPoint position(at.x, at.y + windowOf(hWnd)->clientTop);
-    const Qt::MouseButtons pressed = buttonsOf(button);
-    QMouseEvent event(kTypes[static_cast<std::size_t>(action)], QPointF(position),
-                      QPointF(widget->mapToGlobal(position)),
-                      pressed == Qt::NoButton ? Qt::NoButton : Qt::MouseButton(pressed.toInt()),
-                      buttonsOf(down), modifiersOf(down));
-    QCoreApplication::sendEvent(widget, &event);
+    sendMouse(*widget, action, QPoint(at.x, at.y + windowOf(hWnd)->clientTop), button, down);
 }
 
 void wheel(HWND hWnd, POINT at, int delta, WPARAM modifiers) {

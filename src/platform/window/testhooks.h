@@ -83,6 +83,20 @@ struct ShownPicture {
 std::int32_t dragInto(HWND hWnd, POINT at, const DragContent& content, std::int32_t allowed,
                       bool drop);
 
+// ---- Menus
+
+// Where an item of a bar or of an open popup shows, in screen pixels; empty when it does not.
+[[nodiscard]] RECT menuItemPlace(HMENU hMenu, int position);
+[[nodiscard]] bool isMenuOpen(HMENU hMenu);  // a popup
+// The mouse in the middle of that place; arguments as for mouse.
+void mouseOnMenu(HMENU hMenu, int position, MouseAction action, WPARAM button = 0, WPARAM down = 0);
+// A press and a release of a key, for the popup that opened last.
+void pressMenuKey(std::int32_t key, TextView typed = {}, WPARAM modifiers = 0);
+// What screen readers learn, a line for each item: its role, its name, its states.
+[[nodiscard]] std::string accessibleItems(HMENU hMenu);
+// The bar or the popup as it shows, from (0, 0); its size.
+SIZE paintMenu(HMENU hMenu, HDC hDC);
+
 // ---- Time
 
 // Timers follow advanceTimers instead of the real time; only those started after this call.

@@ -2,6 +2,9 @@
 #pragma once
 #include "platform/window/testhooks.h"
 
+class QPoint;
+class QWidget;
+
 namespace platform {
 
 struct TestHooks {
@@ -21,5 +24,11 @@ struct TestHooks {
 // A text in quotes, with control units as \XXXX, for the script's log.
 [[nodiscard]] std::string quotedText(TextView text);
 [[nodiscard]] std::string hexText(std::uint32_t value);  // 0x1F
+
+namespace test {
+// Input for a widget, see pressKey and mouse.
+void sendKey(QWidget& widget, bool down, std::int32_t key, TextView typed, WPARAM modifiers);
+void sendMouse(QWidget& widget, MouseAction action, QPoint position, WPARAM button, WPARAM down);
+}  // namespace test
 
 }  // namespace platform

@@ -45,6 +45,7 @@ const std::map<std::uint32_t, Known> kKnown{
     {WM_SYSKEYDOWN, {"WM_SYSKEYDOWN", Form::Code}},
     {WM_SYSKEYUP, {"WM_SYSKEYUP", Form::Code}},
     {WM_SYSCHAR, {"WM_SYSCHAR", Form::Code}},
+    {WM_COMMAND, {"WM_COMMAND", Form::Code}},
     {WM_TIMER, {"WM_TIMER", Form::Code}},
     {WM_MOUSEMOVE, {"WM_MOUSEMOVE", Form::Position}},
     {WM_LBUTTONDOWN, {"WM_LBUTTONDOWN", Form::Position}},
@@ -69,6 +70,9 @@ std::string messageLine(std::uint32_t uMsg, WPARAM wParam, LPARAM lParam) {
         const auto turned = static_cast<std::int16_t>(hiWord(wParam));
         return "WM_MOUSEWHEEL " + std::to_string(turned) + ' ' + std::to_string(loWord(wParam)) +
                position;
+    }
+    if (uMsg == WM_INITMENUPOPUP) {
+        return "WM_INITMENUPOPUP " + std::to_string(wParam) + ' ' + std::to_string(lParam);
     }
     const auto found = kKnown.find(uMsg);
     if (found == kKnown.end()) {
@@ -104,7 +108,8 @@ LoggedWindow::~LoggedWindow() {
 }
 
 LRESULT LoggedWindow::procedure(HWND hWnd, std::uint32_t uMsg, WPARAM wParam, LPARAM lParam) {
-    static const std::set<std::uint32_t> kQuiet{WM_SETCURSOR, WM_MOUSEACTIVATE, WM_GETTEXT};
+    static const std::set<std::uint32_t> kQuiet{WM_SETCURSOR, WM_MOUSEACTIVATE, WM_GETTEXT,
+                                                WM_MEASUREITEM, WM_DRAWITEM};
     auto& self = *reinterpret_cast<LoggedWindow*>(GetWindowLongW(hWnd, GWL_USERDATA));
     if (!kQuiet.contains(uMsg)) {
         self.m_log.add(self.m_name + ": " + messageLine(uMsg, wParam, lParam));

@@ -27,7 +27,8 @@ private:
 
 class LoggedWindow {
 public:
-    // Writes into log what comes, except WM_SETCURSOR, WM_MOUSEACTIVATE and WM_GETTEXT.
+    // Writes into log what comes, except WM_SETCURSOR, WM_MOUSEACTIVATE, WM_GETTEXT and requests
+    // for items of menus.
     LoggedWindow(MessageLog& log, std::string name, platform::WindowOptions options);
     ~LoggedWindow();  // destroys the window
     LoggedWindow(const LoggedWindow&) = delete;
