@@ -1,7 +1,7 @@
 // menu/MenuProps.h: the properties of the drawn menu, and the names under which they are stored.
 #pragma once
 #include "gfx/types.h"
-#include "platform/window/surface.h"
+#include "host/PropertyBag.h"
 
 #include <array>
 #include <memory>
@@ -9,7 +9,6 @@
 #include <variant>
 #include <vector>
 
-using Picture = std::shared_ptr<platform::PictureObject>;
 using MenuPictures = std::vector<Picture>;
 
 struct MenuProps {

@@ -15,7 +15,6 @@
 #include "win/ISubclass.h"
 
 #include <functional>
-#include <type_traits>
 
 // How an item that shows text is to look; what OnOwnerDraw may change.
 struct MenuItemLook {
@@ -101,8 +100,8 @@ public:
     }
 
     // Stored values by name; to be read ahead of Attach. What is not stored gets its default.
-    template <class Bag> void ReadProperties(const Bag& bag);
-    template <class Bag> void WriteProperties(Bag& bag) const;
+    void ReadProperties(const PropertyBag& bag);
+    void WriteProperties(PropertyBag& bag) const;
 
     [[nodiscard]] const std::vector<clsCtlUniIMenuItem>& Items() const { return m_oItems; }
 
@@ -160,42 +159,3 @@ private:
     std::shared_ptr<clsGdiHandle> m_oFont;  // made of m_tLogFont when it is first needed
     Picture m_oPicChecked;
 };
-
-template <class Bag> void ctlUTF8Menu::ReadProperties(const Bag& bag) {
-    const MenuProps defaults;
-    for (const MenuProperty& property : kMenuProperties) {
-        std::visit(
-            [&](auto member) {
-                using Value = std::remove_reference_t<decltype(m_props.*member)>;
-                if constexpr (std::is_same_v<Value, std::int32_t>) {
-                    const auto otherwise = property.defaultFrom == nullptr
-                                               ? defaults.*member
-                                               : m_props.*property.defaultFrom;
-                    m_props.*member = bag.ReadProperty(property.sName, otherwise);
-                } else if constexpr (!std::is_same_v<Value, std::shared_ptr<MenuPictures>>) {
-                    m_props.*member = bag.ReadProperty(property.sName, defaults.*member);
-                }
-            },
-            property.member);
-    }
-    pvReadBarColor();
-}
-
-template <class Bag> void ctlUTF8Menu::WriteProperties(Bag& bag) const {
-    const MenuProps defaults;
-    for (const MenuProperty& property : kMenuProperties) {
-        std::visit(
-            [&](auto member) {
-                using Value = std::remove_cvref_t<decltype(m_props.*member)>;
-                if constexpr (std::is_same_v<Value, std::int32_t>) {
-                    const auto otherwise = property.defaultFrom == nullptr
-                                               ? defaults.*member
-                                               : m_props.*property.defaultFrom;
-                    bag.WriteProperty(property.sName, m_props.*member, otherwise);
-                } else if constexpr (!std::is_same_v<Value, std::shared_ptr<MenuPictures>>) {
-                    bag.WriteProperty(property.sName, m_props.*member, defaults.*member);
-                }
-            },
-            property.member);
-    }
-}
