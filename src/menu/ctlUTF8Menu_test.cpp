@@ -1,0 +1,565 @@
+// The model and the messages: taking a menu over, giving it back, what window and control hear.
+#include "menu/ctlUTF8Menu.h"
+
+#include "file/pvWindowsVersion.h"
+#include "menu/captions.h"
+#include "menu/menuMessages.h"
+#include "menu/menuTree_test.h"
+#include "platform/base/codepages.h"
+#include "platform/base/testhooks.h"
+#include "platform/window/handles.h"
+#include "platform/window/testhooks.h"
+#include "support/raised.h"
+#include "support/window/LoggedWindow.h"
+#include "win/MSubclass.h"
+
+#include <gtest/gtest.h>
+
+using namespace platform;
+using ::test::LoggedWindow;
+using ::test::menuDump;
+using ::test::menuTree;
+
+namespace {
+
+const std::vector<::test::MenuEntry> kTree{
+    {1, u"&File", {{20, u"Open|2\tCtrl+O"}, {21, u"-"}, {22, u"[sep]More"}, {23, u""}}},
+    {2, u"[SEP]x", {{30, u"Deep", {{31, u"Deeper"}}}}},
+};
+const std::string kNative = "1 d1000 '&File'[20 d20000 'Open|2\tCtrl+O' 21 sep d21000 '' "
+                            "22 d22000 '[sep]More' 23 d23000 ''] "
+                            "2 d2000 '[SEP]x'[30 d30000 'Deep'[31 d31000 'Deeper']]";
+const std::string kTaken = "1 own d0 '&File'[20 own d1 'Open|2\tCtrl+O' 21 own sep d2 '' "
+                           "22 own d3 '[sep]More' 23 own d4 ''] "
+                           "2 own d5 '[SEP]x'[30 own d6 'Deep'[31 own d7 'Deeper']]";
+
+// Each record as key, type and caption.
+std::string dump(const ctlUTF8Menu& menu) {
+    static const char* const kTypes[] = {"bar", "popup", "line", "SEP"};
+    std::string all;
+    for (const clsCtlUniIMenuItem& item : menu.Items()) {
+        if (!all.empty()) all += ", ";
+        all += 'K' + std::to_string(item.Key) + ' ' +
+               kTypes[static_cast<std::size_t>(item.ItemType)] + " '" + toUtf8(item.Caption) + "'";
+    }
+    return all;
+}
+
+WindowOptions mainWindow() {
+    WindowOptions options;
+    options.kind = WindowKind::Main;
+    options.size = {200, 100};
+    return options;
+}
+
+void addItem(HMENU hMenu, std::uint32_t id, TextView text) {
+    MENUITEMINFOW info;
+    info.fMask = MIIM_ID | MIIM_STRING;
+    info.wID = id;
+    info.dwTypeData = text;
+    ASSERT_TRUE(InsertMenuItemW(hMenu, ~0U, true, info));
+}
+
+// The menu as the window's own procedure hears of it, by name of the message.
+class HearingWindow : public LoggedWindow {
+public:
+    HearingWindow(::test::MessageLog& log, const std::string& name, WindowOptions options)
+        : LoggedWindow(log, name, std::move(options)) {
+        on = [this](std::uint32_t uMsg, WPARAM wParam, LPARAM lParam) -> std::optional<LRESULT> {
+            switch (uMsg) {
+            case WM_MDIGETACTIVE:
+                return activeChild;
+            case WM_DRAWITEM:
+            case WM_MEASUREITEM:
+            case WM_INITMENUPOPUP:
+            case WM_SETTINGCHANGE:
+            case WM_MDISETMENU:
+            case WM_APP_MDIFRAME:
+            case WM_APP_REQDATA_MI:
+            case WM_APP_REQDATA_DI:
+            case WM_APP_MDISAVEPOPUP:
+                ++heard;
+                (void)wParam;
+                (void)lParam;
+                return 77;
+            default:
+                return std::nullopt;
+            }
+        };
+    }
+    int heard = 0;
+    HWND activeChild = 0;
+};
+
+class Menu : public testing::Test {
+public:
+    ~Menu() override { platform::test::settle(); }
+    static WindowOptions childOf(HWND parent, Text className = {}) {
+        WindowOptions options;
+        options.parent = parent;
+        options.className = std::move(className);
+        return options;
+    }
+    static MEASUREITEMSTRUCT measured(HWND hWnd, std::uint32_t key, LRESULT& answer) {
+        MEASUREITEMSTRUCT item;
+        item.itemWidth = 3;
+        item.itemData = key;
+        answer = SendMessageW(hWnd, WM_MEASUREITEM, 0, reinterpret_cast<LPARAM>(&item));
+        return item;
+    }
+    platform::test::WindowHookScope windowHooks;
+    ::test::MessageLog log;
+    HearingWindow window{log, "main", mainWindow()};
+};
+
+TEST_F(Menu, IsTakenOverWithAllItsLevelsAndGivenBackAsItWas) {
+    const HMENU bar = menuTree(kTree);
+    SetMenu(window.hWnd(), bar);
+    ctlUTF8Menu menu;
+    for (int round = 0; round < 2; ++round) {
+        menu.Attach(window.hWnd());
+        EXPECT_EQ(menuDump(bar), kTaken);
+        EXPECT_EQ(dump(menu), "K0 bar '&File', K1 popup 'Open|2\tCtrl+O', K2 line '', "
+                              "K3 SEP '[sep]More', K4 popup '', K5 SEP '[SEP]x', K6 popup 'Deep', "
+                              "K7 popup 'Deeper'");
+        menu.Attach(window.hWnd());  // gives all back first
+        EXPECT_EQ(menuDump(bar), kTaken);
+        menu.Detach();
+        menu.Detach();
+        EXPECT_EQ(menuDump(bar), kNative);
+        EXPECT_EQ(dump(menu), "");
+    }
+    {
+        ctlUTF8Menu designed(false);
+        designed.Attach(window.hWnd());
+        EXPECT_EQ(menuDump(bar), kNative);
+        ctlUTF8Menu running;
+        running.Attach(window.hWnd());
+    }
+    EXPECT_EQ(menuDump(bar), kNative) << "its end gives the menu back, too";
+}
+
+TEST_F(Menu, OfAnOldPlatformLosesItsTextsMeanwhile) {
+    platform::test::HookScope hooks;
+    struct Forget {
+        ~Forget() { forgetWindowsVersion(); }
+    } const forget;
+    const struct {
+        OSVERSIONINFOA version;
+        bool old;
+    } kCases[] = {
+        {{4, 0, VER_PLATFORM_WIN32_NT}, true},      {{3, 51, VER_PLATFORM_WIN32_NT}, true},
+        {{4, 0, VER_PLATFORM_WIN32_WINDOWS}, true}, {{4, 10, VER_PLATFORM_WIN32_WINDOWS}, false},
+        {{5, 0, VER_PLATFORM_WIN32_NT}, false},     {{0, 0, 9}, true},
+    };
+    for (const auto& c : kCases) {
+        platform::test::setVersion(c.version);
+        forgetWindowsVersion();
+        const HMENU bar = menuTree(kTree);
+        SetMenu(window.hWnd(), bar);
+        ctlUTF8Menu menu;
+        menu.Attach(window.hWnd());
+        EXPECT_EQ(menuDump(bar), c.old ? "1 own d0 ''[20 own d1 '' 21 own sep d2 '' 22 own d3 '' "
+                                         "23 d23000 ''] 2 own d4 ''[30 own d5 ''[31 own d6 '']]"
+                                       : kTaken);
+        menu.Detach();
+        EXPECT_EQ(menuDump(bar), kNative);
+        SetMenu(window.hWnd(), 0);
+        DestroyMenu(bar);
+    }
+}
+
+TEST_F(Menu, FollowsItemsThatComeAndGo) {
+    const HMENU bar = menuTree({{1, u"File", {{20, u"a"}, {21, u"b"}, {22, u"c"}}}, {2, u"Help"}});
+    const HMENU file = GetSubMenu(bar, 0);
+    SetMenu(window.hWnd(), bar);
+    ctlUTF8Menu menu;
+    menu.Refresh();  // nothing is taken: nothing happens
+    menu.Attach(window.hWnd());
+    EXPECT_TRUE(DeleteMenu(file, 21, MF_BYCOMMAND));
+    addItem(file, 25, u"new|1");
+    addItem(bar, 3, u"More");
+    menu.Refresh();
+    EXPECT_EQ(dump(menu), "K0 bar 'File', K1 popup 'a', K3 popup 'c', K4 bar 'Help', "
+                          "K5 popup 'new|1', K6 bar 'More'");
+
+    // Rewritten by the program: its type is the program's again, so it is a new item.
+    MENUITEMINFOW info;
+    info.fMask = MIIM_FTYPE | MIIM_STRING;
+    info.dwTypeData = u"A";
+    EXPECT_TRUE(SetMenuItemInfoW(file, 20, false, info));
+    addItem(bar, 4, u"on the bar");
+    addItem(file, 26, u"in the popup");
+    EXPECT_EQ(SendMessageW(window.hWnd(), WM_INITMENUPOPUP, static_cast<WPARAM>(file), 0), 0);
+    EXPECT_EQ(dump(menu), "K0 bar 'File', K1 popup 'a', K3 popup 'c', K4 bar 'Help', "
+                          "K5 popup 'new|1', K6 bar 'More', K7 popup 'A', K8 popup 'in the popup'")
+        << "a popup that opens looks at its own level only";
+    EXPECT_EQ(window.heard, 0);
+
+    DestroyMenu(file);
+    menu.Refresh();
+    EXPECT_EQ(dump(menu), "K0 bar 'File', K4 bar 'Help', K6 bar 'More', K9 bar 'on the bar'");
+    menu.Detach();
+    EXPECT_EQ(menuDump(bar), "1 d1000 'File' 2 d2000 'Help' 3 d0 'More' 4 d0 'on the bar'");
+    menu.Attach(window.hWnd());
+    EXPECT_EQ(menu.Items().front().Key, 0);
+    DestroyMenu(bar);
+    menu.Refresh();
+    EXPECT_TRUE(menu.Items().empty());
+}
+
+TEST_F(Menu, LongTextsAndTextsOfAnotherCodePageComeAsTheNativeMenuHasThem) {
+    struct PageScope {
+        ~PageScope() { setAnsiCodePage(std::nullopt); }
+    } const scope;
+    setAnsiCodePage(936);
+    const HMENU bar = menuTree({{1, u"\u6253\u5F00\u0416|4"}, {2, Text(1000, u'x') + u"\tF1"}});
+    SetMenu(window.hWnd(), bar);
+    ctlUTF8Menu menu;
+    menu.Attach(window.hWnd());
+    EXPECT_EQ(menu.Items()[0].Caption, u"\u6253\u5F00\u0416|4");
+    EXPECT_EQ(menu.Items()[0].RawLength, 8);
+    EXPECT_EQ(menu.Items()[1].Caption, Text(255, u'x'));
+}
+
+TEST_F(Menu, ItemsAreKnownToScreenReadersByTheDrawnCaption) {
+    const HMENU bar = menuTree(
+        {{1, u"0XQQA=7C|3\tCtrl+A"}, {2, u"&Plain|1"}, {3, u"[SEP]" + encodedText(u"\u6253")}});
+    SetMenu(window.hWnd(), bar);
+    ctlUTF8Menu menu;
+    menu.OnOwnerDraw = [](MenuItemLook& look, bool) {
+        if (look.sCaption == u"&Plain|1") look.sCaption = u"Pl&ainer";
+    };
+    menu.Attach(window.hWnd());
+    ShowWindow(window.hWnd(), SW_SHOW);
+    platform::test::settle();
+    EXPECT_EQ(platform::test::accessibleItems(bar),
+              "item \"A\"\nitem \"Plainer\"\nitem \"\u6253\"\n");
+    menu.Detach();
+    platform::test::settle();
+    EXPECT_TRUE(platform::test::accessibleItems(bar).starts_with("item \"0XQQA=7C|3\"\n"));
+}
+
+// ---- Messages
+
+TEST_F(Menu, MessagesThatAreNotAboutTheMenuGoOnToTheWindow) {
+    const HMENU bar = menuTree(kTree);
+    SetMenu(window.hWnd(), bar);
+    ctlUTF8Menu menu;
+    menu.Attach(window.hWnd());
+    const HWND hWnd = window.hWnd();
+    const auto file = static_cast<WPARAM>(GetSubMenu(bar, 0));
+    const auto system = static_cast<WPARAM>(GetSystemMenu(hWnd, false));
+    DRAWITEMSTRUCT draw;
+    MEASUREITEMSTRUCT measure;
+    const auto drawParam = reinterpret_cast<LPARAM>(&draw);
+    const auto measureParam = reinterpret_cast<LPARAM>(&measure);
+    const struct {
+        std::uint32_t uMsg;
+        WPARAM wParam;
+        LPARAM lParam;
+        LRESULT answer;
+        int heard;
+    } kCases[] = {
+        {WM_DRAWITEM, 5, drawParam, 77, 1},  // of a control
+        {WM_MEASUREITEM, 5, measureParam, 77, 1},
+        {WM_DRAWITEM, 0, drawParam, 1, 0},
+        {WM_MEASUREITEM, 0, measureParam, 1, 0},
+        {WM_INITMENUPOPUP, file, 0, 0, 0},
+        {WM_INITMENUPOPUP, file, 3, 0, 0},
+        {WM_INITMENUPOPUP, file, makeLParam(0, 1), 77, 1},  // said to be the system's
+        {WM_INITMENUPOPUP, system, 0, 77, 1},
+        {WM_INITMENUPOPUP, 0, 0, 77, 1},
+        {WM_SETTINGCHANGE, 0, 0, 77, 1},
+        {WM_APP_MDISAVEPOPUP, file, 0, 0, 0},
+        {WM_APP_REQDATA_MI, 0, measureParam, 1, 0},
+        {WM_APP_REQDATA_DI, 0, drawParam, 1, 0},
+    };
+    for (const auto& c : kCases) {
+        window.heard = 0;
+        EXPECT_EQ(SendMessageW(hWnd, c.uMsg, c.wParam, c.lParam), c.answer) << c.uMsg;
+        EXPECT_EQ(window.heard, c.heard) << c.uMsg;
+    }
+    menu.Detach();
+    window.heard = 0;
+    for (const auto& c : kCases) {
+        EXPECT_EQ(SendMessageW(hWnd, c.uMsg, c.wParam, c.lParam), 77) << c.uMsg;
+    }
+    EXPECT_EQ(window.heard, static_cast<int>(std::size(kCases)));
+}
+
+TEST_F(Menu, ItemsWithoutRecordAndHandlersThatFailLeaveItUsable) {
+    const HMENU bar = menuTree(kTree);
+    SetMenu(window.hWnd(), bar);
+    ctlUTF8Menu menu;
+    menu.Attach(window.hWnd());
+    const int before = handleCount(HandleKind::DeviceContext);
+    LRESULT answer = 0;
+    EXPECT_EQ(measured(window.hWnd(), 99, answer).itemWidth, 3U);
+    EXPECT_EQ(answer, 0) << "stopped, without an answer";
+    EXPECT_EQ(window.heard, 0);
+    menu.OnOwnerDraw = [](MenuItemLook&, bool) { throw std::runtime_error("no"); };
+    EXPECT_EQ(measured(window.hWnd(), 0, answer).itemHeight, 0U);
+    EXPECT_EQ(answer, 0);
+    // The handler may even take everything away, and put another handler in its place.
+    menu.OnOwnerDraw = [&](MenuItemLook& look, bool) {
+        look.sCaption = u"gone";
+        DestroyMenu(bar);
+        menu.Detach();
+        menu.OnOwnerDraw = nullptr;
+    };
+    const MEASUREITEMSTRUCT item = measured(window.hWnd(), 0, answer);
+    EXPECT_GT(item.itemWidth, 3U);
+    EXPECT_EQ(answer, 1);
+    EXPECT_EQ(handleCount(HandleKind::DeviceContext), before);
+}
+
+TEST_F(Menu, AttachingSomewhereElseLetsGoOfTheFormerWindow) {
+    const HMENU bar = menuTree(kTree);
+    SetMenu(window.hWnd(), bar);
+    HearingWindow other(log, "other", mainWindow());
+    ctlUTF8Menu menu;
+    menu.Attach(window.hWnd());
+    menu.Attach(other.hWnd());  // without a menu: only the messages
+    EXPECT_EQ(menuDump(bar), kNative);
+    SendMessageW(window.hWnd(), WM_INITMENUPOPUP, 0, 0);
+    SendMessageW(window.hWnd(), WM_APP_MDIFRAME, 0, 0);
+    EXPECT_EQ(window.heard, 2);
+    EXPECT_EQ(SendMessageW(other.hWnd(), WM_APP_MDIFRAME, 0, 0), 1);
+
+    const HWND dead = [&] { return HearingWindow(log, "dead", mainWindow()).hWnd(); }();
+    EXPECT_EQ(::test::raised([&] { menu.Attach(dead); }),
+              std::to_string(kInvalidWindow) + " menu_test.WindowProc: Invalid window");
+    EXPECT_EQ(SendMessageW(other.hWnd(), WM_APP_MDIFRAME, 0, 0), 77);
+    menu.Attach(window.hWnd());
+    EXPECT_EQ(menuDump(bar), kTaken);
+
+    // A window that ends takes its menu along; the control lives on.
+    {
+        HearingWindow gone(log, "gone", mainWindow());
+        SetMenu(gone.hWnd(), menuTree(kTree));
+        menu.Attach(gone.hWnd());
+    }
+    menu.Refresh();
+    menu.Detach();
+    menu.Attach(window.hWnd());
+    EXPECT_EQ(menuDump(bar), kTaken);
+}
+
+TEST_F(Menu, TheFontFollowsTheSettingsAndTheCustomFace) {
+    const HMENU bar = menuTree({{1, u"Width"}});
+    SetMenu(window.hWnd(), bar);
+    ctlUTF8Menu menu;
+    menu.Attach(window.hWnd());
+    menu.IconDim(0);  // the text alone decides the height
+    const auto height = [&] {
+        LRESULT answer = 0;
+        return measured(window.hWnd(), 0, answer).itemHeight;
+    };
+    const std::uint32_t plain = height();
+    menu.CustomFontFace(u"Noto Sans Thai");
+    EXPECT_EQ(height(), plain);
+    SendMessageW(window.hWnd(), WM_SETTINGCHANGE, 0, 0);
+    EXPECT_NE(height(), plain);
+    menu.CustomFontFace(Text(32, u'f'));
+    menu.Attach(window.hWnd());
+    menu.CustomFontFace(Text(33, u'f'));
+    EXPECT_EQ(::test::raised([&] { menu.Attach(window.hWnd()); }),
+              "9 ctlUTF8Menu.pvLoadMenuFont: Subscript out of range");
+    EXPECT_EQ(menuDump(bar), "1 d1000 'Width'");
+    menu.CustomFontFace(u"");
+    menu.Attach(window.hWnd());
+    EXPECT_EQ(height(), plain);
+}
+
+TEST_F(Menu, MeasuringMakesOneFontForAllItems) {
+    SetMenu(window.hWnd(), menuTree(kTree));
+    ctlUTF8Menu menu;
+    menu.Attach(window.hWnd());
+    LRESULT answer = 0;
+    const int before = handleCount(HandleKind::Font);
+    for (std::uint32_t key = 0; key < 8; ++key) (void)measured(window.hWnd(), key, answer);
+    EXPECT_EQ(handleCount(HandleKind::Font), before + 1);
+}
+
+TEST_F(Menu, TenThousandItemsComeAndGo) {
+    const HMENU bar = CreateMenu();
+    MENUITEMINFOW info;
+    info.fMask = MIIM_ID | MIIM_STRING | MIIM_DATA;
+    for (info.wID = 0; info.wID < 10000; ++info.wID) {
+        info.dwItemData = info.wID ^ 0x5555;
+        info.dwTypeData = u"Item " + Text(info.wID % 7, u'|');
+        ASSERT_TRUE(InsertMenuItemW(bar, ~0U, true, info));
+    }
+    const HMENU shown = CreateMenu();
+    info = {};
+    info.fMask = MIIM_ID | MIIM_SUBMENU;
+    info.hSubMenu = bar;
+    info.wID = 10000;
+    ASSERT_TRUE(InsertMenuItemW(shown, 0, true, info));
+    SetMenu(window.hWnd(), shown);
+    const std::string before = menuDump(bar);
+    ctlUTF8Menu menu;
+    menu.Attach(window.hWnd());
+    EXPECT_EQ(menu.Items().size(), 10001U);
+    for (int i = 0; i < 100; ++i) ASSERT_TRUE(RemoveMenu(bar, 0, MF_BYPOSITION));
+    menu.Refresh();
+    EXPECT_EQ(menu.Items().size(), 9901U);
+    menu.Detach();
+    EXPECT_EQ(menuDump(bar), before.substr(before.find(" 100 d") + 1));
+}
+
+// ---- Several documents
+
+class MdiMenu : public Menu {
+public:
+    MdiMenu() { client.activeChild = child.hWnd(); }
+    HearingWindow client{log, "client", childOf(window.hWnd(), u"MDIClient")};
+    HearingWindow child{log, "child", childOf(client.hWnd())};
+    HMENU bar = menuTree({{1, u"File", {{20, u"a"}}}});
+};
+
+TEST_F(MdiMenu, ChildrenHaveTheirItemsMeasuredAndDrawnByTheFrame) {
+    SetMenu(window.hWnd(), bar);
+    ctlUTF8Menu onChild, onFrame;
+    PropertyBag bag;
+    bag.WriteProperty(u"StringMode", std::int32_t{smPackedUTF8}, std::int32_t{smEncoded});
+    onChild.ReadProperties(bag);
+    onChild.Attach(child.hWnd());
+    const auto file = GetSubMenu(bar, 0);
+
+    // Without a link to a frame it draws nothing, and says that it did.
+    DRAWITEMSTRUCT draw;
+    EXPECT_EQ(SendMessageW(child.hWnd(), WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&draw)), 1);
+    LRESULT answer = 0;
+    EXPECT_EQ(measured(child.hWnd(), 0, answer).itemWidth, 3U);
+
+    onFrame.Attach(window.hWnd());  // tells the active child
+    std::string drawn;
+    onFrame.OnOwnerDraw = [&](MenuItemLook& look, bool) {
+        drawn += toUtf8(look.sCaption) + ' ';
+        look.sCaption = u"\u00C3\u2013";  // one character in the child's string mode
+    };
+    const std::uint32_t own = measured(window.hWnd(), 0, answer).itemWidth;
+    const std::uint32_t forwarded = measured(child.hWnd(), 0, answer).itemWidth;
+    EXPECT_LT(forwarded, own);
+    EXPECT_EQ(answer, 1);
+    EXPECT_EQ(SendMessageW(child.hWnd(), WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&draw)), 1);
+    EXPECT_EQ(drawn, "File File File ");
+
+    addItem(file, 21, u"b");
+    EXPECT_EQ(SendMessageW(child.hWnd(), WM_INITMENUPOPUP, static_cast<WPARAM>(file), 2), 0);
+    EXPECT_EQ(dump(onFrame), "K0 bar 'File', K1 popup 'a', K2 popup 'b'");
+    EXPECT_EQ(
+        SendMessageW(child.hWnd(), WM_INITMENUPOPUP, static_cast<WPARAM>(file), makeLParam(0, 1)),
+        77);
+    // A frame that is gone leaves a control on a standard window.
+    onFrame.Detach();
+    SendMessageW(child.hWnd(), WM_APP_MDIFRAME, 12345, 0);
+    EXPECT_EQ(measured(child.hWnd(), 0, answer).itemWidth, 3U);
+    EXPECT_EQ(answer, 0);
+}
+
+TEST_F(MdiMenu, AChildThatHoldsRecordsDrawsThemItself) {
+    HearingWindow standard(log, "standard", mainWindow());
+    SetMenu(standard.hWnd(), bar);
+    ctlUTF8Menu other, frame;
+    other.Attach(standard.hWnd());
+    std::string calls;
+    other.OnOwnerDraw = [&](MenuItemLook&, bool) { calls += "own "; };
+    frame.OnOwnerDraw = [&](MenuItemLook&, bool) { calls += "frame "; };
+    SetMenu(window.hWnd(), menuTree({{5, u"Frame"}}));
+    frame.Attach(window.hWnd());
+    SendMessageW(standard.hWnd(), WM_APP_MDIFRAME, static_cast<WPARAM>(window.hWnd()), 0);
+    DRAWITEMSTRUCT draw;
+    SendMessageW(standard.hWnd(), WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&draw));
+    LRESULT answer = 0;
+    (void)measured(standard.hWnd(), 0, answer);
+    EXPECT_EQ(calls, "own frame ");
+}
+
+TEST_F(MdiMenu, TheFrameFollowsTheMenuThatItIsGiven) {
+    SetMenu(window.hWnd(), bar);
+    ctlUTF8Menu onChild, onFrame;
+    onChild.Attach(child.hWnd());
+    onFrame.Attach(window.hWnd());
+    const HMENU second = menuTree({{7, u"Edit", {{70, u"Undo"}}}});
+    const auto setMenu = [&](HMENU hMenu) {
+        return SendMessageW(client.hWnd(), WM_MDISETMENU, static_cast<WPARAM>(hMenu), 0);
+    };
+    EXPECT_EQ(setMenu(0), 77) << "the client window hears it in any case";
+    EXPECT_EQ(setMenu(bar), 77);
+    EXPECT_EQ(dump(onFrame), "K0 bar 'File', K1 popup 'a'");
+    EXPECT_EQ(setMenu(second), 77);
+    EXPECT_EQ(client.heard, 3);
+    EXPECT_EQ(menuDump(bar), "1 d1000 'File'[20 d20000 'a']");
+    EXPECT_EQ(dump(onFrame), "K0 bar 'Edit', K1 popup 'Undo'");
+    LRESULT answer = 0;
+    EXPECT_GT(measured(child.hWnd(), 0, answer).itemWidth, 3U) << "the child was told";
+
+    // The menus of the windows themselves are nobody's here.
+    const auto opens = [&](HMENU hMenu) {
+        return SendMessageW(window.hWnd(), WM_INITMENUPOPUP, static_cast<WPARAM>(hMenu), 0);
+    };
+    EXPECT_EQ(opens(GetSubMenu(second, 0)), 0);
+    EXPECT_EQ(opens(GetSystemMenu(child.hWnd(), false)), 77);
+    EXPECT_EQ(opens(GetSystemMenu(window.hWnd(), false)), 77);
+    client.activeChild = 0;
+    EXPECT_EQ(opens(GetSystemMenu(child.hWnd(), false)), 0);
+    EXPECT_EQ(setMenu(bar), 77);
+    onFrame.Detach();
+    EXPECT_EQ(setMenu(second), 77);
+    EXPECT_TRUE(onFrame.Items().empty());
+    DestroyMenu(second);
+}
+
+// ---- Properties
+
+TEST_F(Menu, PropertiesAreStoredByNameUnlessTheyAreTheDefaults) {
+    PropertyBag empty;
+    ctlUTF8Menu menu(false);
+    menu.WriteProperties(empty);
+    EXPECT_EQ(empty.Count(), 0U);
+    menu.ReadProperties(empty);
+    EXPECT_EQ(menu.Properties(), MenuProps());
+
+    menu.IconDim(20);
+    menu.FadeBackground(true);
+    menu.MenuBackColor(0x010203);
+    menu.MenuForeColorNormal(0x040506);
+    menu.MenuForeColorDisabled(0x070809);
+    menu.SelectorBackColor(0xA78A7F);
+    menu.SelectorForeColor(0xFFFFFF);
+    menu.ExtSepBackColor(0x111111);
+    menu.ExtSepForeColor(0x222222);
+    menu.FadeExtSep(true);
+    menu.SelectorStyle(4);
+    menu.FullSelector(false);
+    menu.LeftBand(true);
+    menu.LeftBandBackColor(0x333333);
+    menu.FadeLeftBand(true);
+    menu.Separators3D(false);
+    menu.LeftBandSeparators(true);
+    menu.StringMode(smPlain);
+    menu.RoundSelector(true);
+    menu.CustomFontFace(u"Arial");
+    PropertyBag bag;
+    menu.WriteProperties(bag);
+    EXPECT_EQ(bag.Count(), 20U) << "all but the pictures, which are the owner's";
+    ctlUTF8Menu read;
+    read.ReadProperties(bag);
+    EXPECT_EQ(read.Properties(), menu.Properties());
+
+    // The colours of text separators follow those of the menu where nothing else is stored.
+    PropertyBag colors;
+    colors.WriteProperty(u"MenuBackColor", std::int32_t{5}, std::int32_t{0});
+    colors.WriteProperty(u"MenuForeColorNormal", std::int32_t{6}, std::int32_t{0});
+    read.ReadProperties(colors);
+    EXPECT_EQ(read.ExtSepBackColor(), 5);
+    EXPECT_EQ(read.ExtSepForeColor(), 6);
+    EXPECT_EQ(::test::raised([&] { read.StringMode(1); }),
+              "StringMode: This property can be set only a design time!");
+    EXPECT_EQ(read.StringMode(), smEncoded);
+}
+
+}  // namespace
