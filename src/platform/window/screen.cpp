@@ -1,6 +1,5 @@
 #include "platform/window/screen.h"
 
-#include "platform/base/codepages.h"
 #include "platform/window/screen_internal.h"
 #include "platform/window/surface_internal.h"
 #include "platform/window/testhooks_internal.h"
@@ -142,11 +141,7 @@ LOGFONTA menuFont() {
         font.lfItalic = desktop.italic() ? 1 : 0;
         name = toText(shown.family());
     }
-    const Bytes bytes = textToBytes(name, GetACP());
-    if (bytes.size() < sizeof font.lfFaceName &&
-        bytesToText(bytes.data(), bytes.size(), GetACP()) == name) {
-        std::ranges::copy(bytes, font.lfFaceName);
-    }
+    if (!setFaceName(font, name)) (void)setFaceName(font, u"Tahoma");
     return font;
 }
 

@@ -41,7 +41,7 @@ struct WindowOptions {
     std::intptr_t userData = 0;                  // of GetWindowLongW(GWL_USERDATA)
     COLORREF background = 0xFFFFFF;              // what the picture holds where nothing was drawn
     std::uint32_t style = 0, extendedStyle = 0;  // kept for GetWindowLongW, no effect of their own
-    Text className;                              // kept for FindWindowExA
+    Text className{};                            // kept for FindWindowExA
 };
 // The window is hidden, except that a child starts visible. 0 for a child without a living parent
 // and when the desktop has none to give.

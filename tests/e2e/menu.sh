@@ -1,0 +1,129 @@
+#!/usr/bin/env bash
+# menu.sh PROGRAM: drives menu_window by real keys and clicks.
+set -euo pipefail
+# shellcheck source=tests/e2e/display.sh
+source "$(dirname -- "$(readlink -f -- "$0")")/display.sh"
+start_display
+
+: >"$work/log"
+"$1" >>"$work/log" 2>"$work/errors" &
+started+=($!)
+program=$!
+await "the window" grep -q '^ready$' "$work/log"
+window=$(xdotool search --sync --onlyvisible --name '^Menus' | head -n 1)
+xdotool windowactivate --sync "$window"
+await "the focus" grep -q '^child has the focus' "$work/log"
+
+# From each step on, what the program has said since the step before.
+said=0
+step() { said=$(wc -l <"$work/log"); }
+since() { tail -n +$((said + 1)) "$work/log"; }
+heard() { since | grep -qxF -- "$1"; }
+# on CAPTION: the selector is there now.
+on() { [[ $(since | grep '^on ' | tail -n 1) == "on $1" ]]; }
+closed() { ! kill -0 "$program" 2>/dev/null; }
+# color X Y: the colour on the screen at a point of the window.
+color() { import -silent -window "$window" -crop "1x1+$1+$2" -depth 8 txt:- | grep -o '#[0-9A-F]\{6\}'; }
+has_color() { [[ $(color "$1" "$2") == "$3" ]]; }
+at() { xdotool mousemove --window "$window" "$1" "$2"; }
+# windows COUNT: so many windows of the program show, the main one included.
+windows() { [[ $(xdotool search --onlyvisible --pid "$program" 2>/dev/null | wc -l) == "$1" ]]; }
+# press KEY...: the keys, each when the one before has been handled by the program.
+press() {
+    local key
+    for key in "$@"; do
+        xdotool key "$key"
+        sleep 0.05
+    done
+}
+
+await "the client area below the bar" has_color 30 65 '#0000FF'
+
+step
+press alt+f
+await "the File menu by Alt and its letter" on '&Open'
+press Down
+await "the next item, past the separator" on '&Save'
+press Down Up Up
+await "back to the first item" on '&Open'
+press Escape Escape
+await "the end of the popup" windows 1
+
+step
+press alt+f s
+await "an item by its letter" heard 'command 12'
+await "the end of the popup" windows 1
+
+step
+press ctrl+s
+await "the key of an item" heard 'command 12'
+step
+press F3
+await "a function key" heard 'command 20'
+step
+press x
+await "other keys go to the focus" heard 'child types 120'
+
+step
+at 12 8
+xdotool click 1
+await "the File menu by the mouse" windows 2
+press Right
+await "the next menu by an arrow" on '&Find'
+press Left
+await "and back" on '&Open'
+press Up
+await "up to the last item" on 'E&xit'
+press Up Right
+await "a submenu" windows 3
+press Down Return
+await "an item of the submenu" heard 'command 24'
+await "the end of both popups" windows 1
+
+# Alt alone takes the keys to the bar, and gives them back.
+step
+press Alt_L
+press Right Down
+await "a menu by Alt and arrows" on '&Find'
+press Escape Escape
+press y
+await "the keys are back" heard 'child types 121'
+heard 'child loses the focus' && fail "the focus left the child for the menu"
+
+step
+at 12 8
+xdotool click 1
+await "the File menu again" windows 2
+read -r left top < <(xdotool getmouselocation --shell | sed -n 's/^[XY]=//p' | paste -sd ' ')
+xdotool mousemove $((left + 20)) $((top + 24))
+await "the selector under the mouse" on '&Open'
+xdotool click 1
+await "a pick by the mouse" heard 'command 10'
+
+step
+at 200 150
+xdotool click 3
+await "the menu at the mouse" heard 'menu at the mouse'
+await "its window" windows 2
+press f
+await "a pick of that menu" heard 'picked 20'
+step
+xdotool click 3
+await "that menu again" windows 2
+press Escape
+await "no pick" heard 'picked 0'
+
+step
+at 30 65
+xdotool click 1
+await "a press" heard 'child pressed at 10,15'
+press alt+f x
+await "the end" closed
+wait "$program" && status=0 || status=$?
+[[ $status == 3 ]] || { cat "$work/errors" >&2; fail "the program ended with $status"; }
+heard 'command 13' || fail "Exit was not picked"
+if grep -qv 'This plugin does not support' "$work/errors"; then
+    cat "$work/errors" >&2
+    fail "the program wrote errors"
+fi
+echo "OK"
