@@ -44,7 +44,7 @@ bool isPlain(TextView text) {
 
 // In place of the selection: seams in long lines, and lone breaks as they are. Whether there are
 // seams.
-bool insertWithMarks(QTextCursor cursor, TextView text) {
+bool insertWithMarks(QTextCursor& cursor, TextView text) {
     cursor.beginEditBlock();
     cursor.removeSelectedText();
     std::size_t from = 0;  // what is not inserted yet
@@ -155,8 +155,9 @@ public:
     }
     void insert(const QString& text) override;
     void removeSelection() override {
-        textCursor().removeSelectedText();
-        ensureCursorVisible();
+        QTextCursor cursor = textCursor();
+        cursor.removeSelectedText();
+        placeCaret(cursor);
     }
     void removeWordBefore() override {
         QTextCursor cursor = textCursor();
@@ -164,7 +165,7 @@ public:
             cursor.movePosition(QTextCursor::PreviousWord, QTextCursor::KeepAnchor);
         }
         cursor.removeSelectedText();
-        ensureCursorVisible();
+        placeCaret(cursor);
     }
     void scrollToCaret() override { ensureCursorVisible(); }
     void copy() const override { const_cast<PageField*>(this)->QPlainTextEdit::copy(); }
@@ -236,6 +237,11 @@ private:
         return mark == 0 ? 2 : mark == kSeam ? 0 : 1;
     }
 
+    // The field's own caret takes over, with the column that it goes up and down in.
+    void placeCaret(const QTextCursor& cursor) {
+        setTextCursor(cursor);
+        ensureCursorVisible();
+    }
     QString selectedText() const;  // lines end with LF, as other programs have it
     int toUnits(int position) const;
     int toDocument(int units) const;
@@ -294,21 +300,23 @@ void PageField::setText(TextView text) {
     setPlainText(m_marks ? QString() : toQt(text));
     if (!m_marks) return;
     setUndoRedoEnabled(false);
-    m_seams = insertWithMarks(textCursor(), text);
+    QTextCursor cursor = textCursor();
+    m_seams = insertWithMarks(cursor, text);
     setUndoRedoEnabled(true);
     moveCursor(QTextCursor::Start);
 }
 
 void PageField::insert(const QString& text) {
+    QTextCursor cursor = textCursor();
     const TextView units(reinterpret_cast<const char16_t*>(text.utf16()),
                          static_cast<std::size_t>(text.size()));
     if (isPlain(units)) {
-        textCursor().insertText(text, QTextCharFormat());  // a break from here is CR LF
+        cursor.insertText(text, QTextCharFormat());  // a break from here is CR LF
     } else {
         m_marks = true;
-        if (insertWithMarks(textCursor(), units)) m_seams = true;
+        if (insertWithMarks(cursor, units)) m_seams = true;
     }
-    ensureCursorVisible();
+    placeCaret(cursor);
 }
 
 int PageField::toUnits(int position) const {

@@ -275,6 +275,7 @@ TEST_F(Edit, MovesAndDeletesByKeys) {
         {kLine, "a[b]c", VK_TAB, 0, "a[b]c"},
         {kLine, "a[b]c", VK_ESCAPE, 0, "a[b]c"},
         {kPage, "ab<>c|d", VK_UP, 0, "a|b<>cd"},
+        {kPage, "ab<>cd|", VK_UP, kShift, "ab[<>cd]"},
         {kPage, "a|b<>cd", VK_DOWN, 0, "ab<>c|d"},
         {kPage, "a|b<>cd", VK_END, kControl, "ab<>cd|"},
         {kPage, "ab<>c|d", VK_HOME, 0, "ab<>|cd"},
@@ -292,6 +293,23 @@ TEST_F(Edit, MovesAndDeletesByKeys) {
         pressKey(edit, c.key, {}, c.modifiers);
         releaseKey(edit, c.key, c.modifiers);
         EXPECT_EQ(state(), c.after) << c.before << " key " << c.key;
+    }
+}
+
+TEST_F(Edit, GoesUpInTheColumnWhereTypingHasEnded) {
+    const std::pair<const char*, std::function<void()>> kWays[] = {
+        {"typed", [&] { typeText(edit, u"de"); }},
+        {"pasted", [&] { setClipboardText(u"de"), send(WM_PASTE); }},
+        {"deleted", [&] { typeText(edit, u"dex"), pressKey(edit, VK_BACK); }},
+        {"composed", [&] { compose(edit, u"d"), compose(edit, {}, u"de"); }},
+    };
+    for (const auto& [what, way] : kWays) {
+        make(kPage);
+        typeText(edit, u"abc");
+        pressKey(edit, VK_RETURN, u"\r");
+        way();
+        pressKey(edit, VK_UP);
+        EXPECT_EQ(state(), "ab|c<>de") << what;
     }
 }
 
