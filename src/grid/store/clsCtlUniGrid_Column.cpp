@@ -69,6 +69,7 @@ void clsCtlUniGrid_Column::RemoveRow(std::int32_t iRow) {
         const auto first = m_heights.begin() + (iRow - 1);
         std::rotate(first, first + 1, m_heights.begin() + m_iRows);
     }
+    m_measured.rowRemoved(iRow);
     --m_iRows;
     compactTextsWhenDue();
 }
@@ -86,6 +87,7 @@ void clsCtlUniGrid_Column::ClearRows() {
     m_freeSides.clear();
     m_heights.clear();
     m_heights.shrink_to_fit();
+    m_measured.clear();
 }
 
 void clsCtlUniGrid_Column::reserveRows(std::int32_t count) {
@@ -160,6 +162,7 @@ GridValue clsCtlUniGrid_Column::Value(std::int32_t iRow) const { return valueOf(
 
 void clsCtlUniGrid_Column::Value(std::int32_t iRow, const GridValue& vValue) {
     Cell& cell = slot(iRow);
+    m_measured.cellChanged(iRow);
     switch (iType) {
     case 0:
         if (vValue.isText()) {
@@ -194,6 +197,7 @@ TextView clsCtlUniGrid_Column::valueText(std::int32_t iRow, Text& spare) const {
 void clsCtlUniGrid_Column::CellText(std::int32_t iRow, TextView sValue) {
     if (iType == 0) {
         storeText(slot(iRow), sValue);
+        m_measured.cellChanged(iRow);
     } else {
         Value(iRow, sValue);
     }
@@ -331,6 +335,7 @@ void clsCtlUniGrid_Column::SetPicture(std::int32_t iRow, std::shared_ptr<GridPic
     take(picture.lPicTranspColor, options.lPicTranspColor);
     if (side(iRow) == nullptr && picture == CellPicture()) return;
     sideSlot(iRow).picture = std::move(picture);
+    m_measured.cellChanged(iRow);
 }
 
 clsCtlUniGrid_Column::Heights clsCtlUniGrid_Column::heights(std::int32_t iRow) const {
@@ -373,6 +378,7 @@ void clsCtlUniGrid_Column::record(std::int32_t iRow, GridCell cell) {
     if (!m_heights.empty() || height.text != 0 || height.cell != 0 || height.offset != 0) {
         heightsSlot(iRow) = height;
     }
+    m_measured.cellChanged(iRow);
 }
 
 // --- Order of rows
@@ -381,6 +387,7 @@ void clsCtlUniGrid_Column::SwapRows(std::int32_t iRow1, std::int32_t iRow2) {
     (void)slot(iRow1);  // may move the array
     (void)slot(iRow2);
     std::swap(slot(iRow1), slot(iRow2));
+    m_measured.rowsSwapped(iRow1, iRow2);
     if (!m_heights.empty()) {
         (void)heightsSlot(std::max(iRow1, iRow2));
         std::swap(heightsSlot(iRow1), heightsSlot(iRow2));
@@ -392,6 +399,7 @@ void clsCtlUniGrid_Column::setRowsOrder(std::span<const std::uint32_t> order) {
     const auto ordered = std::make_unique_for_overwrite<Cell[]>(rows);
     for (std::size_t i = 0; i < rows; ++i) ordered[i] = m_aRows[order[i] - 1];
     std::memcpy(m_aRows.get(), ordered.get(), rows * sizeof(Cell));
+    m_measured.rowsReordered(order);
     if (m_heights.empty()) return;
     m_heights.resize(std::max(m_heights.size(), rows));
     std::vector<Heights> orderedHeights = m_heights;
@@ -433,5 +441,5 @@ void clsCtlUniGrid_Column::z_SetRowsOrder(TextView sOrder, TextView cSep) {
 std::size_t clsCtlUniGrid_Column::memoryHeld() const {
     return m_written * sizeof(Cell) + m_texts.used() * sizeof(char16_t) +
            m_sides.capacity() * sizeof(Side) + m_freeSides.capacity() * sizeof(std::uint32_t) +
-           m_heights.capacity() * sizeof(Heights);
+           m_heights.capacity() * sizeof(Heights) + m_measured.memoryHeld();
 }

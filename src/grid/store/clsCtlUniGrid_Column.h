@@ -12,6 +12,7 @@
 #pragma once
 #include "grid/store/CellTexts.h"
 #include "grid/store/GridCell.h"
+#include "grid/store/MeasuredCells.h"
 
 #include <cstdlib>
 #include <optional>
@@ -109,6 +110,10 @@ public:
     // oPic is always stored (none clears the picture), the options as far as they are given.
     void SetPicture(std::int32_t iRow, std::shared_ptr<GridPicture> oPic,
                     const PictureOptions& options = {});
+
+    // What measuring knows of the cells. Values, pictures and the order of rows keep it true; it is
+    // cleared with the rows.
+    [[nodiscard]] MeasuredCells& measuredCells() { return m_measured; }
 
     // The whole record, all fields; set stores Value as it is.
     [[nodiscard]] GridCell record(std::int32_t iRow) const;
@@ -227,4 +232,5 @@ private:
     std::vector<Side> m_sides;  // [0] is unused
     std::vector<std::uint32_t> m_freeSides;
     std::vector<Heights> m_heights;  // empty, or as far as heights were set
+    MeasuredCells m_measured;
 };
