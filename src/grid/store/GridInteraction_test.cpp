@@ -479,8 +479,7 @@ TEST(GridInteraction, AgreesWithAPlainModelOverRandomSteps) {
                 const std::int32_t gone = below(rows) + 1;
                 grid.RemoveRow(gone);
                 items.erase(items.begin() + (gone - 1));
-                if (row == gone) row = std::min(row, rows - 1);
-                if (row == 0 && gone == 1) row = -1;
+                if (row == gone) row = rows == 1 ? -1 : std::min(row, rows - 1);
             }
             break;
         case 3:
