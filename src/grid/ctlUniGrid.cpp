@@ -1,0 +1,219 @@
+#include "grid/ctlUniGrid.h"
+
+#include "gfx/modCtlCommon_ctl_text.h"
+#include "gfx/modCtlCommon_src_helpers.h"
+#include "host/tipService.h"
+#include "platform/window/textout.h"
+#include "win/MSubclass.h"
+
+#include <algorithm>
+#include <utility>
+
+// ---- Life
+
+ctlUniGrid::ctlUniGrid() : GridInteraction(m_measuring, m_hBar, m_vBar) {
+    AutoRedraw(true);
+    CanGetFocus(true);
+    m_hBar.bar.Visible(false);
+    m_hBar.Changes(25, 100);
+    m_vBar.Changes(1, 5);
+    m_hBar.bar.Change = [this] { hScrollChanged(); };
+    m_hBar.bar.Scroll = [this] { hScrollDragged(); };
+    m_vBar.bar.Change = [this] { vScrollChanged(); };
+    m_vBar.bar.Scroll = [this] { vScrollDragged(); };
+}
+
+ctlUniGrid::~ctlUniGrid() { SubclassDetach(*this, hWnd(), platform::WM_MOUSEWHEEL); }
+
+void ctlUniGrid::onCreate() {
+    SubclassAttach(*this, hWnd(), platform::WM_MOUSEWHEEL, smBefore);
+    (void)m_pic.create(hWnd(), {});
+    (void)m_hBar.bar.create(hWnd(), {});
+    (void)m_vBar.bar.create(hWnd(), {});
+    forgetMeasuredTexts();  // there was nothing to measure with before
+}
+
+void ctlUniGrid::onDestroy() { SubclassDetach(*this, hWnd(), platform::WM_MOUSEWHEEL); }
+
+void ctlUniGrid::onResize() {
+    if (m_bInResize) return;
+    m_bInResize = true;
+    const Parts parts =
+        partsOf({ScaleWidth(), ScaleHeight()}, m_hBar.thickness(), m_vBar.thickness());
+    const auto placeBar = [](const platform::ScrollBar& bar, const GridRect& at) {
+        platform::SetWindowPos(bar.hWnd(), 0, at.X1, at.Y1, at.X2 - at.X1, at.Y2 - at.Y1,
+                               platform::SWP_NOZORDER | platform::SWP_NOACTIVATE);
+    };
+    placeBar(m_hBar.bar, parts.hScroll);
+    placeBar(m_vBar.bar, parts.vScroll);
+    m_pic.move(parts.pic.X1, parts.pic.Y1, parts.pic.X2 - parts.pic.X1,
+               parts.pic.Y2 - parts.pic.Y1);
+    m_bInResize = false;
+    if (!m_bDrawing) draw(true, false);
+}
+
+// ---- Properties
+
+void ctlUniGrid::Font(const StdFont& oFont) {
+    m_pic.Font(oFont);
+    forgetMeasuredTexts();
+    Refresh();
+}
+
+void ctlUniGrid::ReadProperties(const PropertyBag& bag) {
+    BeginUpdate();
+    m_lBorderColor = bag.ReadProperty(u"BorderColor", kAutoColor);
+    m_lBackColor = bag.ReadProperty(u"BackColor", sysColor(5));
+    m_lForeColor = bag.ReadProperty(u"ForeColor", sysColor(8));
+    m_lCellsBorderColor = bag.ReadProperty(u"CellsBorderColor", kAutoColor);
+    m_lSelBackColor = bag.ReadProperty(u"SelBackColor", sysColor(13));
+    m_lSelForeColor = bag.ReadProperty(u"SelForeColor", sysColor(14));
+    m_lHeaderBackColor = bag.ReadProperty(u"HeaderBackColor", sysColor(15));
+    m_lHeaderForeColor = bag.ReadProperty(u"HeaderForeColor", sysColor(18));
+    m_sTip = bag.ReadTextBytes(u"Tip", {});
+    m_pic.Font(bag.ReadProperty(u"Font", StdFont()));
+    MinRowHeight(bag.ReadProperty(u"MinRowHeight", std::int16_t{0}));
+    m_lHeaderStyle = bag.ReadProperty(u"HeaderStyle", -1);
+    m_lSelectorStyle = bag.ReadProperty(u"SelectorStyle", -1);
+    m_pic.OLEDropMode(static_cast<std::int16_t>(bag.ReadProperty(u"OLEDropMode", 0)));
+    ScrollOnMouseWheel(bag.ReadProperty(u"ScrollOnMouseWheel", true));
+    MultiSelect(bag.ReadProperty(u"MultiSelect", false));
+    ShowFocus(bag.ReadProperty(u"ShowFocus", true));
+    AllowMultiLineText(bag.ReadProperty(u"AllowMultiLineText", false));
+    Enabled(bag.ReadProperty(u"Enabled", true));
+
+    // The grid starts empty and unmeasured, and no owner hears of it.
+    const auto selectionChange = std::exchange(SelectionChange, nullptr);
+    Clear();
+    SelectionChange = selectionChange;
+    m_vSortCol = GridValue();
+    m_iUpdateLock = 0;
+    m_iRowHeight = 0;
+    m_iTotalWidth = 0;
+    forgetMeasuredTexts();
+    draw(false, false);
+}
+
+void ctlUniGrid::WriteProperties(PropertyBag& bag) const {
+    bag.WriteProperty(u"BorderColor", m_lBorderColor, kAutoColor);
+    bag.WriteProperty(u"BackColor", m_lBackColor, sysColor(5));
+    bag.WriteProperty(u"ForeColor", m_lForeColor, sysColor(8));
+    bag.WriteProperty(u"CellsBorderColor", m_lCellsBorderColor, kAutoColor);
+    bag.WriteProperty(u"SelBackColor", m_lSelBackColor, sysColor(13));
+    bag.WriteProperty(u"SelForeColor", m_lSelForeColor, sysColor(14));
+    bag.WriteProperty(u"HeaderBackColor", m_lHeaderBackColor, sysColor(15));
+    bag.WriteProperty(u"HeaderForeColor", m_lHeaderForeColor, sysColor(18));
+    bag.WriteTextBytes(u"Tip", m_sTip, {});
+    bag.WriteProperty(u"Font", Font(), StdFont());
+    bag.WriteProperty(u"MinRowHeight", MinRowHeight(), 0);
+    bag.WriteProperty(u"HeaderStyle", m_lHeaderStyle, -1);
+    bag.WriteProperty(u"SelectorStyle", m_lSelectorStyle, -1);
+    bag.WriteProperty(u"OLEDropMode", std::int32_t{OLEDropMode()}, 0);
+    bag.WriteProperty(u"ScrollOnMouseWheel", ScrollOnMouseWheel(), true);
+    bag.WriteProperty(u"MultiSelect", MultiSelect(), false);
+    bag.WriteProperty(u"ShowFocus", ShowFocus(), true);
+    bag.WriteProperty(u"AllowMultiLineText", AllowMultiLineText(), false);
+    bag.WriteProperty(u"Enabled", Enabled(), true);
+}
+
+// ---- Measuring
+
+GridSize ctlUniGrid::PicMeasuring::textSize(TextView s) {
+    const SIZE size = TextSize(pic.hDC(), s, platform::DT_NOPREFIX);
+    return {size.cx, size.cy};
+}
+
+GridSize ctlUniGrid::PicMeasuring::textSizeWrapped(TextView s, std::optional<std::int32_t> iWidth) {
+    SIZE size{iWidth.value_or(0), 0};
+    TextSizeWrapped(pic.hDC(), s, platform::DT_NOPREFIX, iWidth.has_value(), false, size);
+    return {size.cx, size.cy};
+}
+
+GridSize ctlUniGrid::PicMeasuring::pictureSize(const GridPicture& oPic) {
+    const platform::PictureObject* picture = oPic.picture();
+    return picture == nullptr ? GridSize() : GridSize{picture->Width(), picture->Height()};
+}
+
+void ctlUniGrid::Bar::Changes(std::int32_t lSmall, std::int32_t lLarge) {
+    if (bar.SmallChange() != lSmall) bar.SmallChange(lSmall);
+    if (bar.LargeChange() != lLarge) bar.LargeChange(lLarge);
+}
+
+// ---- Input
+
+std::int32_t ctlUniGrid::shiftState() const { return GetShiftState(); }
+
+void ctlUniGrid::showResizeCursor(bool b) {
+    if (std::exchange(m_bResizeCursor, b) == b) return;
+    m_pic.MouseIcon(b ? m_pictures.picCurVGuide : nullptr);
+    m_pic.MousePointer(b ? kCustomPointer : std::int16_t{0});
+}
+
+void ctlUniGrid::showTip() { ShowTip(m_sTip, kTipWidth); }
+
+void ctlUniGrid::onEnterFocus() { focusChanged(true); }
+void ctlUniGrid::onExitFocus() { focusChanged(false); }
+void ctlUniGrid::onKeyDown(std::int16_t& KeyCode, std::int16_t& Shift) { keyDown(KeyCode, Shift); }
+void ctlUniGrid::onKeyPress(std::int16_t& KeyAscii) { keyPress(KeyAscii); }
+void ctlUniGrid::onKeyUp(std::int16_t& KeyCode, std::int16_t& Shift) { keyUp(KeyCode, Shift); }
+void ctlUniGrid::onAmbientChanged() { ambientChanged(); }
+
+void ctlUniGrid::ISubclass_WindowProc(bool /*bBefore*/, bool& bStopMsg,
+                                      platform::LRESULT& /*lReturn*/, HWND /*hWnd*/,
+                                      std::uint32_t /*uMsg*/, platform::WPARAM wParam,
+                                      platform::LPARAM lParam) {
+    bStopMsg = true;
+    const POINT at = platform::pointOf(lParam);
+    wheel(platform::loWord(wParam), static_cast<std::int16_t>(platform::hiWord(wParam)),
+          static_cast<float>(at.x), static_cast<float>(at.y));
+}
+
+// The surface leaves the focus to the grid's own window, which hears the keys then.
+ctlUniGrid::PicWindow::PicWindow(ctlUniGrid& grid) : m_grid(grid) {
+    AutoRedraw(true);
+    CanGetFocus(false);
+    TabStop(false);
+}
+
+void ctlUniGrid::PicWindow::onMouseDown(std::int16_t Button, std::int16_t Shift, float x, float y) {
+    if (!m_grid.HasFocus()) m_grid.SetFocus();
+    m_grid.surfaceMouseDown(Button, Shift, x, y);
+}
+void ctlUniGrid::PicWindow::onMouseMove(std::int16_t Button, std::int16_t Shift, float x, float y) {
+    m_grid.surfaceMouseMove(Button, Shift, x, y);
+}
+void ctlUniGrid::PicWindow::onMouseUp(std::int16_t Button, std::int16_t Shift, float x, float y) {
+    m_grid.surfaceMouseUp(Button, Shift, x, y);
+}
+void ctlUniGrid::PicWindow::onClick() { m_grid.surfaceClick(); }
+void ctlUniGrid::PicWindow::onDblClick() { m_grid.surfaceDblClick(); }
+void ctlUniGrid::PicWindow::onKeyDown(std::int16_t& KeyCode, std::int16_t& Shift) {
+    m_grid.keyDown(KeyCode, Shift);
+}
+void ctlUniGrid::PicWindow::onKeyPress(std::int16_t& KeyAscii) { m_grid.keyPress(KeyAscii); }
+void ctlUniGrid::PicWindow::onKeyUp(std::int16_t& KeyCode, std::int16_t& Shift) {
+    m_grid.keyUp(KeyCode, Shift);
+}
+
+void ctlUniGrid::PicWindow::onOLEStartDrag(DataObject& Data, std::int32_t& AllowedEffects) {
+    if (m_grid.OLEStartDrag) m_grid.OLEStartDrag(Data, AllowedEffects);
+}
+void ctlUniGrid::PicWindow::onOLESetData(DataObject& Data, std::int16_t& DataFormat) {
+    if (m_grid.OLESetData) m_grid.OLESetData(Data, DataFormat);
+}
+void ctlUniGrid::PicWindow::onOLEGiveFeedback(std::int32_t& Effect, bool& DefaultCursors) {
+    if (m_grid.OLEGiveFeedback) m_grid.OLEGiveFeedback(Effect, DefaultCursors);
+}
+void ctlUniGrid::PicWindow::onOLEDragOver(DataObject& Data, std::int32_t& Effect,
+                                          std::int16_t Button, std::int16_t Shift, float x, float y,
+                                          std::int16_t State) {
+    if (m_grid.OLEDragOver) m_grid.OLEDragOver(Data, Effect, Button, Shift, x, y, State);
+}
+void ctlUniGrid::PicWindow::onOLEDragDrop(DataObject& Data, std::int32_t& Effect,
+                                          std::int16_t Button, std::int16_t Shift, float x,
+                                          float y) {
+    if (m_grid.OLEDragDrop) m_grid.OLEDragDrop(Data, Effect, Button, Shift, x, y);
+}
+void ctlUniGrid::PicWindow::onOLECompleteDrag(std::int32_t& Effect) {
+    if (m_grid.OLECompleteDrag) m_grid.OLECompleteDrag(Effect);
+}

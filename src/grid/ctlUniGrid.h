@@ -1,0 +1,203 @@
+// grid/ctlUniGrid.h: the drawn grid with wide text.
+//
+// Its data are in grid/store/GridData.h, sizes and places in GridGeometry.h, input and most events
+// in GridInteraction.h; here are the windows, the stored properties and the painting. It is made of
+// its own window, which draws the frame and has the focus, the surface Pic inside of it, which
+// shows header and rows, and two scroll bars.
+//
+// Every change draws the whole view at once onto pictures that stay, and asks the desktop to show
+// them. Without a window nothing is drawn, and texts measure 0; create makes up for it.
+//
+// An owner's handler must not destroy the grid that has called it.
+#pragma once
+#include "grid/GridPicture.h"
+#include "grid/gridPictures.h"
+#include "grid/store/GridInteraction.h"
+#include "host/HostWindow.h"
+#include "platform/window/scrollbar.h"
+#include "win/ISubclass.h"
+
+class ctlUniGrid : public GridInteraction,
+                   public HostWindow,
+                   private ISubclass,
+                   private platform::AccessibleTable {
+public:
+    ctlUniGrid();
+    ~ctlUniGrid() override;
+
+    // ---- Events of drags, as the surface gives them (see HostWindow.h for their arguments)
+    std::function<void(DataObject& Data, std::int32_t& AllowedEffects)> OLEStartDrag;
+    std::function<void(DataObject& Data, std::int16_t& DataFormat)> OLESetData;
+    std::function<void(std::int32_t& Effect, bool& DefaultCursors)> OLEGiveFeedback;
+    std::function<void(DataObject& Data, std::int32_t& Effect, std::int16_t Button,
+                       std::int16_t Shift, float x, float y, std::int16_t State)>
+        OLEDragOver;
+    std::function<void(DataObject& Data, std::int32_t& Effect, std::int16_t Button,
+                       std::int16_t Shift, float x, float y)>
+        OLEDragDrop;
+    std::function<void(std::int32_t& Effect)> OLECompleteDrag;
+
+    // What helpers of the desktop read out for a row (from 1) in place of its first cell, such as
+    // "row 5, Menu, Open, untranslated". Not set: the first cell's text.
+    std::function<Text(std::int32_t iRow)> RowInWords;
+
+    // ---- Properties. All colours may be those of the desktop; setting one redraws, also with an
+    // equal value. For -1 in the border colours see AutoBorderColor.
+    [[nodiscard]] Color BorderColor() const { return m_lBorderColor; }
+    void BorderColor(Color l) { set(m_lBorderColor, l); }
+    [[nodiscard]] Color BackColor() const { return m_lBackColor; }
+    void BackColor(Color l) { set(m_lBackColor, l); }
+    [[nodiscard]] Color ForeColor() const { return m_lForeColor; }
+    void ForeColor(Color l) { set(m_lForeColor, l); }
+    [[nodiscard]] Color CellsBorderColor() const { return m_lCellsBorderColor; }
+    void CellsBorderColor(Color l) { set(m_lCellsBorderColor, l); }
+    [[nodiscard]] Color SelBackColor() const { return m_lSelBackColor; }
+    void SelBackColor(Color l) { set(m_lSelBackColor, l); }
+    [[nodiscard]] Color SelForeColor() const { return m_lSelForeColor; }
+    void SelForeColor(Color l) { set(m_lSelForeColor, l); }
+    [[nodiscard]] Color HeaderBackColor() const { return m_lHeaderBackColor; }
+    void HeaderBackColor(Color l) { set(m_lHeaderBackColor, l); }
+    [[nodiscard]] Color HeaderForeColor() const { return m_lHeaderForeColor; }
+    void HeaderForeColor(Color l) { set(m_lHeaderForeColor, l); }
+    // Styles of DrawButtonFace, -1 for that of the application. Redraw.
+    [[nodiscard]] std::int32_t HeaderStyle() const { return m_lHeaderStyle; }
+    void HeaderStyle(std::int32_t l) { set(m_lHeaderStyle, l); }
+    [[nodiscard]] std::int32_t SelectorStyle() const { return m_lSelectorStyle; }  // current row
+    void SelectorStyle(std::int32_t l) { set(m_lSelectorStyle, l); }
+
+    [[nodiscard]] const Text& Tip() const { return m_sTip; }
+    void Tip(Text s) { m_sTip = std::move(s); }
+    // Of header and rows. Refreshes, also for an equal font.
+    [[nodiscard]] const StdFont& Font() const { return m_pic.Font(); }
+    void Font(const StdFont& oFont);
+    void ApplyFontChanges() { Font(StdFont(m_pic.Font())); }
+    [[nodiscard]] std::int16_t OLEDropMode() const { return m_pic.OLEDropMode(); }
+    void OLEDropMode(std::int16_t iMode) { m_pic.OLEDropMode(iMode); }
+    void OLEDrag() { m_pic.OLEDrag(); }
+    using GridData::Refresh;
+
+    void ReadProperties(const PropertyBag& bag) override;
+    void WriteProperties(PropertyBag& bag) const override;
+
+    // The windows inside, for those who test or watch them.
+    [[nodiscard]] const HostWindow& Pic() const { return m_pic; }
+    [[nodiscard]] const platform::ScrollBar& horizontalBar() const { return m_hBar.bar; }
+    [[nodiscard]] const platform::ScrollBar& verticalBar() const { return m_vBar.bar; }
+
+    [[nodiscard]] platform::AccessibleRole accessibleRole() const override {
+        return platform::AccessibleRole::Table;
+    }
+    platform::AccessibleTable* accessibleTable() override { return this; }
+
+protected:
+    void paint(bool bRefreshNow) override;
+    [[nodiscard]] std::int32_t shiftState() const override;
+    void showResizeCursor(bool b) override;
+    void showTip() override;
+
+    void onCreate() override;
+    void onDestroy() override;
+    void onResize() override;
+    void onEnterFocus() override;
+    void onExitFocus() override;
+    void onKeyDown(std::int16_t& KeyCode, std::int16_t& Shift) override;
+    void onKeyPress(std::int16_t& KeyAscii) override;
+    void onKeyUp(std::int16_t& KeyCode, std::int16_t& Shift) override;
+    void onAmbientChanged() override;
+
+private:
+    // The surface. It hands on what it hears, keys included.
+    class PicWindow : public HostWindow {
+    public:
+        explicit PicWindow(ctlUniGrid& grid);
+
+    private:
+        void onMouseDown(std::int16_t Button, std::int16_t Shift, float x, float y) override;
+        void onMouseMove(std::int16_t Button, std::int16_t Shift, float x, float y) override;
+        void onMouseUp(std::int16_t Button, std::int16_t Shift, float x, float y) override;
+        void onClick() override;
+        void onDblClick() override;
+        void onKeyDown(std::int16_t& KeyCode, std::int16_t& Shift) override;
+        void onKeyPress(std::int16_t& KeyAscii) override;
+        void onKeyUp(std::int16_t& KeyCode, std::int16_t& Shift) override;
+        void onOLEStartDrag(DataObject& Data, std::int32_t& AllowedEffects) override;
+        void onOLESetData(DataObject& Data, std::int16_t& DataFormat) override;
+        void onOLEGiveFeedback(std::int32_t& Effect, bool& DefaultCursors) override;
+        void onOLEDragOver(DataObject& Data, std::int32_t& Effect, std::int16_t Button,
+                           std::int16_t Shift, float x, float y, std::int16_t State) override;
+        void onOLEDragDrop(DataObject& Data, std::int32_t& Effect, std::int16_t Button,
+                           std::int16_t Shift, float x, float y) override;
+        void onOLECompleteDrag(std::int32_t& Effect) override;
+        ctlUniGrid& m_grid;
+    };
+    struct PicMeasuring : GridMeasuring {
+        explicit PicMeasuring(const PicWindow& window) : pic(window) {}
+        GridSize textSize(TextView s) override;
+        GridSize textSizeWrapped(TextView s, std::optional<std::int32_t> iWidth) override;
+        GridSize pictureSize(const GridPicture& oPic) override;
+        GridSize surfaceSize() override { return {pic.ScaleWidth(), pic.ScaleHeight()}; }
+        const PicWindow& pic;
+    };
+    struct Bar : GridScrollBar {
+        explicit Bar(platform::ScrollBar::Direction direction) : bar(direction) {}
+        std::int32_t Max() const override { return bar.Max(); }
+        void Max(std::int32_t l) override { bar.Max(l); }
+        std::int32_t Value() const override { return bar.Value(); }
+        void Value(std::int32_t l) override { bar.Value(l); }
+        void Changes(std::int32_t lSmall, std::int32_t lLarge) override;
+        void Visible(bool b) override { bar.Visible(b); }
+        std::int32_t thickness() const override { return bar.thickness(); }
+        platform::ScrollBar bar;
+    };
+    class Frame;  // one run of the drawing
+
+    template <class T> void set(T& field, T value) {
+        field = value;
+        draw(false, false);
+    }
+    void tellHelpers();
+
+    void ISubclass_WindowProc(bool bBefore, bool& bStopMsg, platform::LRESULT& lReturn, HWND hWnd,
+                              std::uint32_t uMsg, platform::WPARAM wParam,
+                              platform::LPARAM lParam) override;
+
+    // Rows and columns from 0.
+    [[nodiscard]] int rowCount() const override { return Rows(); }
+    [[nodiscard]] int columnCount() const override { return Cols(); }
+    [[nodiscard]] Text headerText(int column) const override;
+    [[nodiscard]] Text cellText(int row, int column) const override;
+    [[nodiscard]] RECT cellRect(int row, int column) const override;
+    [[nodiscard]] Cell cellAt(POINT at) const override;
+    [[nodiscard]] int currentRow() const override;
+    [[nodiscard]] bool isRowSelected(int row) const override;
+    bool selectRow(int row) override;
+
+    PicWindow m_pic{*this};
+    Bar m_hBar{platform::ScrollBar::Direction::Horizontal};
+    Bar m_vBar{platform::ScrollBar::Direction::Vertical};
+    PicMeasuring m_measuring{m_pic};
+    GridPictures m_pictures = gridPictures();
+
+    Color m_lBorderColor = kAutoColor;
+    Color m_lBackColor = sysColor(5);
+    Color m_lForeColor = sysColor(8);
+    Color m_lCellsBorderColor = kAutoColor;
+    Color m_lSelBackColor = sysColor(13);
+    Color m_lSelForeColor = sysColor(14);
+    Color m_lHeaderBackColor = sysColor(15);
+    Color m_lHeaderForeColor = sysColor(18);
+    Text m_sTip;
+    std::int32_t m_lSelectorStyle = -1;
+    std::int32_t m_lHeaderStyle = -1;
+    bool m_bInResize = false;
+    bool m_bResizeCursor = false;
+
+    // What helpers of the desktop were last told.
+    struct Told {
+        std::int32_t rows = 0, columns = 0, row = -1;
+        GridValue sortColumn;
+        bool ascending = false;
+        friend bool operator==(const Told&, const Told&) = default;
+    };
+    Told m_told;
+};
