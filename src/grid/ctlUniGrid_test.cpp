@@ -1,0 +1,529 @@
+// The drawn grid on real windows: what it paints, and input as the desktop sends it. The rules
+// behind both are tested with grid/store.
+#include "gfx/clsMEMDC.h"
+#include "gfx/modCtlCommon_ctl_faces.h"
+#include "gfx/modCtlCommon_ctl_shapes.h"
+#include "grid/ctlUniGrid.h"
+#include "host/Form.h"
+#include "platform/base/failure.h"
+#include "platform/window/recorder.h"
+#include "platform/window/testhooks.h"
+#include "support/gui/Golden.h"
+
+#include <gtest/gtest.h>
+
+namespace test {
+namespace {
+
+using platform::test::MouseAction;
+using platform::test::settle;
+
+class Window : public Form {
+public:
+    Window() : Form(platform::WindowKind::Main) { ClientSize(700, 500); }
+};
+
+class GridTest : public testing::Test {
+protected:
+    GridTest() {
+        platform::test::setKeysDown(std::vector<std::int32_t>{});
+        form.Show();
+        settle();
+        grid.InitProperties();
+        EXPECT_TRUE(grid.create(form.hWnd(), {0, 0, 420, 160}));
+        grid.SelectionChange = [this] { notes += "change " + std::to_string(grid.Row()) + " "; };
+        settle();
+    }
+
+    // The columns of a translator's list.
+    void makePair() {
+        grid.BackColor(0xFFFFFF);
+        grid.ForeColor(0x800000);
+        grid.BeginUpdate();
+        grid.AddColumn({.sText = u"Row", .iAlign = 1, .vKey = u"Row"});
+        grid.AddColumn({.sText = u"Section", .vKey = u"Section", .bSortable = true});
+        grid.AddColumn({.sText = u"Key", .vKey = u"Key", .iHeaderAlign = 0});
+        grid.AddColumn({.sText = u"Default", .iWidth = 120, .vKey = u"Default"});
+        grid.AddColumn({.sText = u"Translation", .iWidth = 120, .vKey = u"Translation"});
+        const char16_t* rows[] = {
+            u"1\tMenu\tOpen\t&Open...\t&\u00d6ffnen...",
+            u"2\tMenu\tClose\tClose this window\t",
+            u"3\tMenu\tSave\tSave\tSave",
+            u"4\tMessages\tLost\tThe file \"%1\" is gone.\t\u0424\u0430\u0439\u043b \u00ab%1\u00bb",
+            u"5\tMessages\tWait\tPlease wait\t\u4e2d\u6587",
+            u"6\tMessages\tDone\tDone\t\u062a\u0645",
+            u"7\tMessages\tLong\tA text that is longer than its cell\tx",
+            u"8\tMessages\tLast\tlast\tlast",
+        };
+        for (const char16_t* row : rows) grid.AddRow(row);
+        grid.CellBackColor(2, u"Translation", 0x00FFFF);
+        grid.CellBackColor(3, u"Translation", 0xC0FFFF);
+        grid.EndUpdate();
+    }
+
+    // What the grid shows, without the native bars.
+    void show(platform::HDC hDC) const {
+        const HostWindow& pic = grid.Pic();
+        platform::BitBlt(hDC, 0, 0, grid.ScaleWidth(), grid.ScaleHeight(), grid.hDC(), 0, 0,
+                         platform::SRCCOPY);
+        platform::BitBlt(hDC, pic.Left(), pic.Top(), pic.ScaleWidth(), pic.ScaleHeight(), pic.hDC(),
+                         0, 0, platform::SRCCOPY);
+    }
+    [[nodiscard]] testing::AssertionResult looksLike(const char* name) const {
+        return matchesGolden(std::string("ctlUniGrid/") + name,
+                             {grid.ScaleWidth(), grid.ScaleHeight()},
+                             [this](platform::HDC hDC) { show(hDC); });
+    }
+    // The drawing of one frame.
+    std::string drawing() {
+        platform::DrawingRecorder recorder(grid.Pic().hDC());
+        grid.Refresh();
+        return recorder.text();
+    }
+    [[nodiscard]] Color pixel(int x, int y) const {
+        return platform::GetPixel(grid.Pic().hDC(), x, y);
+    }
+    std::string taken() { return std::exchange(notes, {}); }
+
+    void press(POINT at, platform::WPARAM button = platform::MK_LBUTTON) {
+        platform::test::mouse(grid.Pic().hWnd(), MouseAction::Move, at, 0);
+        platform::test::mouse(grid.Pic().hWnd(), MouseAction::Press, at, button, button);
+    }
+    void release(POINT at, platform::WPARAM button = platform::MK_LBUTTON) {
+        platform::test::mouse(grid.Pic().hWnd(), MouseAction::Release, at, button);
+    }
+    void click(POINT at) {
+        press(at);
+        release(at);
+    }
+
+    platform::test::WindowHookScope hooks;
+    Window form;
+    ctlUniGrid grid;
+    std::string notes;
+};
+
+TEST_F(GridTest, LooksRight) {
+    makePair();
+    grid.Row(2);
+    EXPECT_TRUE(looksLike("pair"));
+    grid.SetFocus();
+    settle();
+    EXPECT_TRUE(looksLike("focus"));
+    grid.Row(4);
+    grid.MultiSelect(true);
+    grid.SelectRange(3, 5, true);
+    grid.SelectorStyle(4);
+    grid.HeaderStyle(4);
+    grid.SortByColum(u"Section", false);
+    EXPECT_TRUE(looksLike("selection"));
+    grid.move(0, 0, 320, 120);
+    grid.VScroll_Value(2);
+    grid.HScroll_Value(40);
+    EXPECT_TRUE(looksLike("scrolled"));
+}
+
+TEST_F(GridTest, LooksRightInMultiLineMode) {
+    makePair();
+    grid.AllowMultiLineText(true);
+    grid.Row(2);
+    EXPECT_TRUE(looksLike("multiline"));
+    grid.CellText(1, 5, u"three\r\nlines\r\nof text");
+    grid.ColAlign(5, 2);
+    grid.VScroll_Value(12);
+    EXPECT_TRUE(looksLike("multiline_scrolled"));
+}
+
+TEST_F(GridTest, LooksRightWithFlagsNumbersAndPictures) {
+    grid.AddColumn({.sText = u"On", .iType = 2});
+    grid.AddColumn({.sText = u"Price", .iAlign = 1, .iType = 1});
+    grid.AddColumn({.sText = u"Picture", .iWidth = 70, .bSortable = true});
+    grid.SetColFormat(2, {.sNumDecSep = u".", .sNumValSep = u",", .iNumFixDec = 2});
+    grid.AddRow(u"true\t1234567.5\ttext");
+    grid.AddRow(u"false\t-3\t");
+    grid.AddRow(u"true\t0.999\t");
+    clsMEMDC drawing;  // red, then green, then blue from the edge
+    drawing.CreateDC(8, 12);
+    drawing.DrawBackColor(0x0000FF);
+    DrawRect(drawing.Hdc(), {1, 1, 7, 11}, 0x00FF00, true);
+    DrawRect(drawing.Hdc(), {2, 3, 6, 9}, 0xFF0000, true);
+    const auto picture = std::make_shared<GridPicture>(drawing.Picture());
+    grid.SetCellPicture(1, 3, picture);
+    grid.SetCellPicture(2, 3, picture, {.bPicTransparent = false});
+    grid.SetCellPicture(3, 3, picture, {.bPicGrayed = true});
+    grid.SortByColum(3, true);
+    EXPECT_TRUE(looksLike("types"));
+}
+
+TEST_F(GridTest, DrawsInTheDescribedOrder) {
+    SetAppButtonStyle(0);  // faces are plain fills
+    grid.move(0, 0, 140, 64);
+    grid.AddColumn({.sText = u"A", .iWidth = 50, .vKey = u"a", .bSortable = true});
+    grid.AddColumn({.sText = u"gone", .iWidth = 0});
+    grid.AddColumn({.sText = u"B", .iWidth = 40, .iHeaderAlign = 1, .bRightToLeft = true});
+    for (const char16_t* row : {u"one\t\tx & y", u"two\t\tz", u"three\t\t"}) grid.AddRow(row);
+    grid.CellForeColor(2, 1, 0x0000FF);
+    grid.CellBackColor(2, 1, 0x00FF00);
+    grid.CellForeColor(3, 1, 0xFF0000);
+    grid.CellBackColor(3, 1, 0x00FF00);
+    grid.Row(2);
+    const std::string frame = drawing();
+    SetAppButtonStyle(3);
+    EXPECT_EQ(frame, "FillRect 0,0,121,60 #FFFFFF\n"
+                     "FillRect 0,0,50,19 #D4D0C8\n"
+                     "FrameRect 0,0,50,19 #8C8C8C\n"
+                     "DrawTextW 4,0,34,19 #000000 flags 0x825 \"A\"\n"
+                     "FillRect 0,18,50,37 #FFFFFF\n"
+                     "FrameRect 0,18,50,37 #8C8C8C\n"
+                     "DrawTextW 4,18,44,37 #000000 flags 0x824 \"one\"\n"
+                     "FillRect 0,36,50,55 #0A246A\n"
+                     "FrameRect 0,36,50,55 #8C8C8C\n"
+                     "DrawTextW 4,36,44,55 #FFFFFF flags 0x824 \"two\"\n"
+                     "FillRect 0,54,50,73 #00FF00\n"
+                     "FrameRect 0,54,50,73 #8C8C8C\n"
+                     "DrawTextW 4,54,44,73 #0000FF flags 0x824 \"three\"\n"
+                     "FillRect 49,0,89,19 #D4D0C8\n"
+                     "FrameRect 49,0,89,19 #8C8C8C\n"
+                     "DrawTextW 53,0,84,19 #000000 flags 0x20826 \"B\"\n"
+                     "FillRect 49,18,89,37 #FFFFFF\n"
+                     "FrameRect 49,18,89,37 #8C8C8C\n"
+                     "DrawTextW 53,18,83,37 #000000 flags 0x20824 \"x & y\"\n"
+                     "FillRect 49,36,89,55 #0A246A\n"
+                     "FrameRect 49,36,89,55 #8C8C8C\n"
+                     "DrawTextW 53,36,83,55 #FFFFFF flags 0x20824 \"z\"\n"
+                     "FillRect 49,54,89,73 #FFFFFF\n"
+                     "FrameRect 49,54,89,73 #8C8C8C\n");
+}
+
+TEST_F(GridTest, PaintsByStateOfTheRow) {
+    grid.AddColumn({.iWidth = 60});
+    grid.AddColumn({.iWidth = 60});
+    grid.Rows(4);
+    grid.CellBackColor(1, 1, 0x00FF00);
+    grid.CellBackColor(2, 1, 0x00FF00);
+    const Color selected = platform::GetSysColor(13), plain = platform::GetSysColor(5);
+    const auto backs = [&] {
+        std::string all;
+        for (std::int32_t row = 1; row <= 4; ++row) {
+            const Color color = pixel(30, row * (grid.RowHeight() - 1) + 4);
+            all += color == selected ? 's' : color == plain ? '.' : color == 0x00FF00 ? 'c' : '?';
+        }
+        return all;
+    };
+    SetAppButtonStyle(0);  // the current row is a plain fill then
+    EXPECT_EQ(backs(), "cc..");
+    grid.RowSel(4, true);
+    grid.Row(2);
+    EXPECT_EQ(backs(), "cs..");  // its own colour is lost; a stored flag does not count
+    grid.MultiSelect(true);
+    grid.Refresh();
+    EXPECT_EQ(backs(), "cc.s");  // the current row is selected only by its flag
+    grid.RowSel(1, true);
+    EXPECT_EQ(backs(), "sc.s");
+    SetAppButtonStyle(3);
+}
+
+TEST_F(GridTest, TheFocusRectangleNeedsFocusAndAnEnabledGrid) {
+    grid.AddColumn({.iWidth = 60});
+    grid.Rows(3);
+    grid.Row(2);
+    const auto focusDrawn = [&] { return drawing().find("DrawFocusRect") != std::string::npos; };
+    EXPECT_FALSE(focusDrawn());
+    grid.SetFocus();
+    settle();
+    EXPECT_TRUE(focusDrawn());
+    grid.ShowFocus(false);
+    EXPECT_FALSE(focusDrawn());
+    grid.ShowFocus(true);
+    grid.Row(-1);
+    EXPECT_FALSE(focusDrawn());
+    grid.Row(1);
+    grid.Enabled(false);
+    EXPECT_FALSE(focusDrawn());
+}
+
+TEST_F(GridTest, OnlyWhatIsInSightIsDrawn) {
+    grid.AddColumn({.iWidth = 30000});
+    for (int i = 0; i < 30; ++i) grid.AddColumn({.iWidth = 40});
+    grid.BeginUpdate();
+    grid.Rows(5000);
+    grid.EndUpdate();
+    const auto cells = [&] {
+        const std::string all = drawing();
+        std::size_t count = 0;
+        for (std::size_t at = all.find("FrameRect"); at != std::string::npos;
+             at = all.find("FrameRect", at + 1)) {
+            ++count;
+        }
+        return count;
+    };
+    const std::size_t rows = static_cast<std::size_t>(156 / (grid.RowHeight() - 1)) + 1;
+    EXPECT_EQ(cells(), rows);  // one column
+    grid.HScroll_Value(grid.HScroll_Max());
+    EXPECT_EQ(cells(), 11 * rows);
+    grid.VScroll_Value(4998);
+    EXPECT_LT(cells(), 11 * rows);
+}
+
+TEST_F(GridTest, HugeCellsAndTinyWindowsAreDrawn) {
+    Text huge;
+    while (huge.size() < 1U << 19) huge += u"the quick brown fox jumps over it, ";
+    for (const std::int32_t align : {0, 1, 2}) {
+        grid.Clear();
+        grid.AddColumn({.iAlign = align});
+        grid.AddColumn({.iWidth = 100, .iAlign = align});
+        grid.AddRow();
+        grid.CellText(1, 1, huge);
+        grid.CellText(1, 2, huge);
+        grid.AddRow(u"tab and\r\nline\nends\t\u05e9\u05dc\u05d5\u05dd latin \u4e2d\u6587");
+        EXPECT_GT(grid.ColWidth(1), 1000000);
+        grid.Row(2);
+        grid.AllowMultiLineText(true);
+        EXPECT_GT(grid.CellHeight(1, 2), 100000);
+        grid.VScroll_Value(grid.VScroll_Max() / 2);
+        grid.AllowMultiLineText(false);
+    }
+    for (const SIZE size : {SIZE{1, 1}, SIZE{0, 0}, SIZE{25, 5}, SIZE{300, 30}}) {
+        grid.move(0, 0, size.cx, size.cy);
+        grid.Row(1);
+        grid.Row(2);
+        click({0, 0});
+        settle();
+    }
+}
+
+TEST_F(GridTest, PropertiesRedrawMeasureOrDoNeither) {
+    makePair();
+    const auto frames = [&](const auto& change) {
+        platform::DrawingRecorder recorder(grid.hDC());
+        change();
+        const std::string all = recorder.text();
+        return std::count(all.begin(), all.end(), '\n') / 3;  // the frame is three rectangles
+    };
+    EXPECT_EQ(frames([&] { grid.BackColor(grid.BackColor()); }), 1);
+    EXPECT_EQ(frames([&] { grid.HeaderStyle(2); }), 1);
+    EXPECT_EQ(frames([&] { grid.ShowFocus(true); }), 1);
+    EXPECT_EQ(frames([&] { grid.Tip(u"tip"); }), 0);
+    EXPECT_EQ(frames([&] { grid.MultiSelect(true); }), 0);
+    EXPECT_EQ(frames([&] { grid.ScrollOnMouseWheel(false); }), 0);
+    const std::int32_t before = grid.ColWidth(2), height = grid.RowHeight();
+    EXPECT_EQ(frames([&] { grid.Font({.Name = u"Arial", .Size = 20}); }), 1);
+    EXPECT_GT(grid.ColWidth(2), before);
+    EXPECT_GT(grid.RowHeight(), height);
+    EXPECT_EQ(frames([&] { grid.ApplyFontChanges(); }), 1);
+}
+
+TEST_F(GridTest, PropertiesAreStoredUnlessTheyAreTheDefaults) {
+    PropertyBag bag;
+    grid.WriteProperties(bag);
+    EXPECT_EQ(bag.Count(), 0U);
+    grid.BorderColor(1);
+    grid.BackColor(2);
+    grid.ForeColor(3);
+    grid.CellsBorderColor(4);
+    grid.SelBackColor(5);
+    grid.SelForeColor(6);
+    grid.HeaderBackColor(7);
+    grid.HeaderForeColor(sysColor(8));
+    grid.Tip(u"\u4e2d tip");
+    grid.Font({.Name = u"Arial", .Size = 12});
+    grid.MinRowHeight(40);
+    grid.HeaderStyle(1);
+    grid.SelectorStyle(2);
+    grid.OLEDropMode(1);
+    grid.ScrollOnMouseWheel(false);
+    grid.MultiSelect(true);
+    grid.ShowFocus(false);
+    grid.AllowMultiLineText(true);
+    grid.Enabled(false);
+    grid.WriteProperties(bag);
+    EXPECT_EQ(bag.Count(), 19U);
+
+    ctlUniGrid other;
+    other.ReadProperties(bag);
+    PropertyBag again;
+    other.WriteProperties(again);
+    for (const TextView name :
+         {u"BorderColor", u"BackColor", u"ForeColor", u"CellsBorderColor", u"SelBackColor",
+          u"SelForeColor", u"HeaderBackColor", u"HeaderForeColor", u"HeaderStyle", u"SelectorStyle",
+          u"MinRowHeight", u"OLEDropMode"}) {
+        EXPECT_NE(bag.ReadProperty(name, -77), -77) << toUtf8(name);
+        EXPECT_EQ(again.ReadProperty(name, -77), bag.ReadProperty(name, -77)) << toUtf8(name);
+    }
+    EXPECT_EQ(again.ReadTextBytes(u"Tip", {}), u"\u4e2d tip");
+    EXPECT_EQ(other.Font(), grid.Font());
+    EXPECT_TRUE(!other.ScrollOnMouseWheel() && other.MultiSelect() && !other.ShowFocus() &&
+                other.AllowMultiLineText() && !other.Enabled());
+    // Reading sets the grid up anew.
+    makePair();
+    grid.SortByColum(2, true);
+    grid.Row(2);
+    (void)taken();
+    grid.ReadProperties({});
+    EXPECT_EQ(grid.Cols(), 0);
+    EXPECT_EQ(grid.Row(), -1);
+    EXPECT_EQ(grid.RowHeight(), 0);
+    EXPECT_EQ(taken(), "");
+}
+
+TEST_F(GridTest, WorksBeforeItsWindowAndAfter) {
+    ctlUniGrid other;
+    other.AddColumn({.sText = u"Header"});
+    other.AddRow(u"a cell");
+    other.Row(1);
+    ASSERT_TRUE(other.create(form.hWnd(), {0, 0, 30, 100}));
+    EXPECT_GT(other.ColWidth(1), 30);  // measured now
+    other.destroy();
+    other.AddRow(u"another");
+    other.Row(2);
+    other.Font({.Name = u"Arial", .Size = 20});
+    EXPECT_EQ(other.Rows(), 2);
+}
+
+TEST_F(GridTest, MouseAndKeysReachItThroughItsWindows) {
+    makePair();
+    const int step = grid.RowHeight() - 1;
+    int clicks = 0, doubleClicks = 0;
+    grid.Click = [&] { ++clicks; };
+    grid.DblClick = [&] { ++doubleClicks; };
+    std::string keys;
+    grid.KeyDown = [&](std::int16_t& KeyCode, std::int16_t&) {
+        keys += std::to_string(KeyCode) + " ";
+    };
+    grid.KeyPress = [&](std::int16_t& KeyAscii) { keys += std::to_string(KeyAscii) + " "; };
+    click({60, step * 2 + 5});
+    EXPECT_EQ(taken(), "change 2 ");
+    EXPECT_EQ(clicks, 1);
+    EXPECT_TRUE(grid.HasFocus());
+    platform::test::mouse(grid.Pic().hWnd(), MouseAction::DoubleClick, {60, step * 2 + 5},
+                          platform::MK_LBUTTON, platform::MK_LBUTTON);
+    release({60, step * 2 + 5});
+    EXPECT_EQ(doubleClicks, 1);
+    EXPECT_EQ(clicks, 1);
+    platform::test::pressKey(platform::GetFocus(), platform::VK_DOWN);
+    platform::test::typeText(platform::GetFocus(), u"x");
+    EXPECT_EQ(keys, "40 88 120 ");
+    EXPECT_EQ(taken(), "change 3 ");
+}
+
+TEST_F(GridTest, AColumnEdgeIsDraggedWithTheMouse) {
+    makePair();
+    const int edge = grid.GetColX(3) - 2, before = grid.ColWidth(2);
+    press({edge, 5});
+    EXPECT_EQ(grid.Pic().MousePointer(), kCustomPointer);
+    platform::test::mouse(grid.Pic().hWnd(), MouseAction::Move, {edge + 30, 40}, 0,
+                          platform::MK_LBUTTON);
+    EXPECT_EQ(grid.ColWidth(2), before + 30);
+    release({edge + 30, 40});
+    platform::test::mouse(grid.Pic().hWnd(), MouseAction::Move, {edge, 40}, 0);
+    EXPECT_EQ(grid.Pic().MousePointer(), 0);
+}
+
+TEST_F(GridTest, TheWheelIsHeardOnceFromEveryWindowInside) {
+    makePair();
+    int turns = 0;
+    bool down = false;
+    grid.MouseWheel = [&](auto, auto, float, float, bool bDown) {
+        ++turns;
+        down = bDown;
+    };
+    for (const HWND hWnd :
+         {grid.Pic().hWnd(), grid.hWnd(), grid.verticalBar().hWnd(), grid.horizontalBar().hWnd()}) {
+        grid.VScroll_Value(0);
+        turns = 0;
+        platform::test::wheel(hWnd, {5, 5}, -120);
+        EXPECT_EQ(turns, 1);
+        EXPECT_TRUE(down);
+        EXPECT_GT(grid.VScroll_Value(), 0);
+    }
+    grid.ScrollOnMouseWheel(false);
+    grid.VScroll_Value(0);
+    platform::test::wheel(grid.Pic().hWnd(), {5, 5}, -120);
+    EXPECT_EQ(turns, 2);
+    EXPECT_EQ(grid.VScroll_Value(), 0);
+}
+
+TEST_F(GridTest, BarsOfTheDesktopScroll) {
+    makePair();
+    int drags = 0;
+    grid.VScroll = [&] { ++drags; };
+    const HWND bar = grid.verticalBar().hWnd();
+    RECT place;
+    ASSERT_TRUE(platform::GetClientRect(bar, place));
+    const POINT below{place.right / 2, place.bottom - 4};  // the arrow at the end
+    platform::test::mouse(bar, MouseAction::Press, below, platform::MK_LBUTTON,
+                          platform::MK_LBUTTON);
+    platform::test::mouse(bar, MouseAction::Release, below, platform::MK_LBUTTON);
+    EXPECT_EQ(grid.VScroll_Value(), 1);
+    EXPECT_EQ(drags, 0);
+    grid.VScroll_Value(0);
+    const POINT thumb{place.right / 2, 22};
+    platform::test::mouse(bar, MouseAction::Press, thumb, platform::MK_LBUTTON,
+                          platform::MK_LBUTTON);
+    platform::test::mouse(bar, MouseAction::Move, {thumb.x, place.bottom}, 0, platform::MK_LBUTTON);
+    EXPECT_EQ(grid.VScroll_Value(), grid.VScroll_Max());
+    EXPECT_EQ(drags, 1);
+    platform::test::mouse(bar, MouseAction::Release, {thumb.x, place.bottom}, platform::MK_LBUTTON);
+    EXPECT_EQ(drags, 1);
+}
+
+TEST_F(GridTest, DragsPassThrough) {
+    std::string heard;
+    grid.OLEDropMode(1);
+    grid.OLEDragOver = [&](DataObject& Data, std::int32_t& Effect, auto, auto, float x, float,
+                           std::int16_t State) {
+        heard += "over " + std::to_string(State) + " " + std::to_string(static_cast<int>(x)) + " " +
+                 toUtf8(Data.GetText()) + "\n";
+        Effect = platform::DROPEFFECT_COPY;
+    };
+    grid.OLEDragDrop = [&](DataObject& Data, std::int32_t&, auto, auto, float, float) {
+        heard += "drop " + std::to_string(Data.Files().size()) + "\n";
+    };
+    grid.OLEStartDrag = [&](DataObject& Data, std::int32_t& AllowedEffects) {
+        Data.SetText(u"row");
+        AllowedEffects = platform::DROPEFFECT_COPY;
+        heard += "start\n";
+    };
+    grid.OLECompleteDrag = [&](std::int32_t& Effect) {
+        heard += "complete " + std::to_string(Effect) + "\n";
+    };
+    platform::DragContent content;
+    content.text = u"\u4e2d";
+    content.files = {u"\\home\\a.lng"};
+    EXPECT_EQ(platform::test::dragInto(grid.Pic().hWnd(), {7, 8}, content,
+                                       platform::DROPEFFECT_COPY, true),
+              platform::DROPEFFECT_COPY);
+    EXPECT_EQ(heard, "over 0 7 \u4e2d\nover 2 7 \u4e2d\ndrop 1\n");
+}
+
+TEST_F(GridTest, HelpersOfTheDesktopSeeATable) {
+    makePair();
+    platform::AccessibleTable& table = *grid.accessibleTable();
+    EXPECT_EQ(table.rowCount(), 8);
+    EXPECT_EQ(table.columnCount(), 5);
+    EXPECT_EQ(table.headerText(4), u"Translation");
+    EXPECT_EQ(table.cellText(3, 1), u"Messages");
+    EXPECT_EQ(table.cellText(4, 0), u"5");
+    grid.RowInWords = [&](std::int32_t iRow) {
+        return Text(u"row ").append(grid.CellText(iRow, 1)).append(u", untranslated");
+    };
+    EXPECT_EQ(table.cellText(4, 0), u"row 5, untranslated");
+    EXPECT_EQ(table.currentRow(), -1);
+    EXPECT_TRUE(table.selectRow(4));
+    EXPECT_EQ(table.currentRow(), 4);
+    EXPECT_TRUE(table.isRowSelected(4));
+    EXPECT_EQ(taken(), "change 5 ");
+    const RECT cell = table.cellRect(1, 1);
+    const auto at = table.cellAt({(cell.left + cell.right) / 2, (cell.top + cell.bottom) / 2});
+    EXPECT_EQ(at.row, 1);
+    EXPECT_EQ(at.column, 1);
+    const RECT header = table.cellRect(-1, 1);
+    EXPECT_EQ(table.cellAt({header.left + 2, header.top + 2}).row, -1);
+    EXPECT_EQ(table.cellAt({header.left + 2, header.top + 2}).column, 1);
+    grid.VScroll_Value(grid.VScroll_Max());
+    EXPECT_EQ(table.cellRect(0, 0), RECT());  // out of sight
+    EXPECT_EQ(table.cellAt({0, 0}).column, -1);
+}
+
+}  // namespace
+}  // namespace test
