@@ -155,6 +155,7 @@ private:
         field = value;
         draw(false, false);
     }
+    bool drawBorder();  // whether there was anything to draw
     void tellHelpers();
 
     void ISubclass_WindowProc(bool bBefore, bool& bStopMsg, platform::LRESULT& lReturn, HWND hWnd,
@@ -192,6 +193,14 @@ private:
     bool m_bInResize = false;
     bool m_bResizeCursor = false;
 
+    // What the frame on the control's own surface was drawn for.
+    struct Border {
+        HDC hDC = 0;
+        SIZE size;
+        Color back = 0, border = 0;
+        friend bool operator==(const Border&, const Border&) = default;
+    };
+    Border m_border;
     // What helpers of the desktop were last told.
     struct Told {
         std::int32_t rows = 0, columns = 0, row = -1;

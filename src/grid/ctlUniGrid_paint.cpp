@@ -45,7 +45,6 @@ public:
     }
 
     void draw() {
-        drawFrame();
         DrawRect(m_pic, {0, 0, m_width, m_height}, m_grid.BackColor(), true);
         if (!m_multiLine) {
             drawColumns();
@@ -61,14 +60,6 @@ public:
     }
 
 private:
-    void drawFrame() const {
-        const RECT all{0, 0, m_grid.ScaleWidth(), m_grid.ScaleHeight()};
-        DrawRect(m_grid.hDC(), all, 0xFFFFFF, true);
-        DrawFlatFace(m_grid.hDC(), all,
-                     {.iBackColor = m_grid.BackColor(),
-                      .iBorderColor = AutoBorderColor(m_grid.BorderColor(), m_grid.BackColor())});
-    }
-
     void drawColumns() {
         std::int64_t x = -std::int64_t{m_grid.HScroll_Value()};
         for (std::int32_t c = 1; c <= m_grid.Cols() && x <= m_width; ++c) {
@@ -200,15 +191,32 @@ private:
     Text m_spare;
 };
 
+// The frame stays on the control's own surface: it is drawn again only when it would come out
+// another one, for showing all of that surface costs as much as the rest of a frame.
+bool ctlUniGrid::drawBorder() {
+    const Border now{hDC(),
+                     {ScaleWidth(), ScaleHeight()},
+                     TranslateColor(m_lBackColor),
+                     AutoBorderColor(m_lBorderColor, m_lBackColor)};
+    if (now == m_border) return false;
+    m_border = now;
+    const RECT all{0, 0, now.size.cx, now.size.cy};
+    DrawRect(hDC(), all, 0xFFFFFF, true);
+    DrawFlatFace(hDC(), all, {.iBackColor = now.back, .iBorderColor = now.border});
+    return true;
+}
+
 void ctlUniGrid::paint(bool bRefreshNow) {
     if (hWnd() == 0) return;
+    bool newBorder = false;
+    drawn([&] { newBorder = drawBorder(); });
     drawn([&] { Frame(*this).draw(); });
     if (bRefreshNow) {
         m_pic.Refresh();
-        HostWindow::Refresh();
+        if (newBorder) HostWindow::Refresh();
     } else {
         platform::InvalidateRect(m_pic.hWnd());
-        platform::InvalidateRect(hWnd());
+        if (newBorder) platform::InvalidateRect(hWnd());
     }
     if (m_hBar.bar.Visible()) platform::InvalidateRect(m_hBar.bar.hWnd());
     if (m_vBar.bar.Visible()) platform::InvalidateRect(m_vBar.bar.hWnd());

@@ -10,6 +10,7 @@
 #include "platform/window/testhooks.h"
 #include "support/gui/Golden.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace test {
@@ -195,6 +196,20 @@ TEST_F(GridTest, DrawsInTheDescribedOrder) {
                      "FrameRect 49,54,89,73 #8C8C8C\n");
 }
 
+TEST_F(GridTest, TheFrameIsDrawnAgainWhenItChanges) {
+    const auto border = [&](const auto& change) {
+        platform::DrawingRecorder recorder(grid.hDC());
+        change();
+        return recorder.text();
+    };
+    EXPECT_EQ(border([&] { grid.Refresh(); }), "");
+    EXPECT_EQ(border([&] { grid.BorderColor(0x0000FF); }), "FillRect 0,0,420,160 #FFFFFF\n"
+                                                           "FrameRect 1,1,419,159 #FFFFFF\n"
+                                                           "FrameRect 0,0,420,160 #FF0000\n");
+    EXPECT_NE(border([&] { grid.BackColor(0x00FF00); }), "");
+    EXPECT_NE(border([&] { grid.move(0, 0, 300, 160); }), "");
+}
+
 TEST_F(GridTest, PaintsByStateOfTheRow) {
     grid.AddColumn({.iWidth = 60});
     grid.AddColumn({.iWidth = 60});
@@ -295,10 +310,12 @@ TEST_F(GridTest, HugeCellsAndTinyWindowsAreDrawn) {
 TEST_F(GridTest, PropertiesRedrawMeasureOrDoNeither) {
     makePair();
     const auto frames = [&](const auto& change) {
-        platform::DrawingRecorder recorder(grid.hDC());
+        platform::DrawingRecorder recorder(grid.Pic().hDC());
         change();
-        const std::string all = recorder.text();
-        return std::count(all.begin(), all.end(), '\n') / 3;  // the frame is three rectangles
+        const std::string whole = "FillRect 0,0," + std::to_string(grid.Pic().ScaleWidth()) + "," +
+                                  std::to_string(grid.Pic().ScaleHeight()) + " ";
+        return std::ranges::count_if(recorder.lines(),
+                                     [&](const auto& line) { return line.starts_with(whole); });
     };
     EXPECT_EQ(frames([&] { grid.BackColor(grid.BackColor()); }), 1);
     EXPECT_EQ(frames([&] { grid.HeaderStyle(2); }), 1);
