@@ -26,6 +26,7 @@ struct ScrollBar::Impl {
     [[nodiscard]] Qt::Orientation orientation() const {
         return direction == Direction::Vertical ? Qt::Vertical : Qt::Horizontal;
     }
+    template <class F> bool change(F f);
     void apply();
     void moved(int newValue);
     void released();
@@ -45,15 +46,26 @@ template <class Handler> void raise(Handler* handler) {
 
 }  // namespace
 
-void ScrollBar::Impl::apply() {
+// Runs f on the widget, which stays until f is over, whatever a notification does. Whether there is
+// one.
+template <class F> bool ScrollBar::Impl::change(F f) {
+    const std::shared_ptr<WindowRecord>* const found = windowTable().find(hWnd);
     QScrollBar* const bar = widget();
-    if (bar == nullptr) return;
+    if (found == nullptr || bar == nullptr) return false;
+    const EventScope scope(*found);
     const bool inner = std::exchange(setting, true);
-    bar->setSingleStep(smallChange);
-    bar->setPageStep(largeChange);
-    bar->setMaximum(max);
-    bar->setValue(value);
+    f(*bar);
     setting = inner;
+    return true;
+}
+
+void ScrollBar::Impl::apply() {
+    change([this](QScrollBar& bar) {
+        bar.setSingleStep(smallChange);
+        bar.setPageStep(largeChange);
+        bar.setMaximum(max);
+        bar.setValue(value);
+    });
 }
 
 void ScrollBar::Impl::moved(int newValue) {
@@ -134,26 +146,16 @@ int ScrollBar::Max() const { return m_impl->max; }
 void ScrollBar::Max(int l) {
     const std::shared_ptr<Impl> impl = m_impl;  // a notification may end this object
     impl->max = std::clamp(l, 0, 32767);
-    if (QScrollBar* const bar = impl->widget()) {
-        const bool inner = std::exchange(impl->setting, true);
-        bar->setMaximum(impl->max);
-        impl->setting = inner;
-    } else if (impl->value > impl->max) {
-        impl->moved(impl->max);
-    }
+    const bool done = impl->change([&](QScrollBar& bar) { bar.setMaximum(impl->max); });
+    if (!done && impl->value > impl->max) impl->moved(impl->max);
 }
 
 int ScrollBar::Value() const { return m_impl->value; }
 void ScrollBar::Value(int l) {
     const std::shared_ptr<Impl> impl = m_impl;
     const int newValue = std::clamp(l, 0, impl->max);
-    if (QScrollBar* const bar = impl->widget()) {
-        const bool inner = std::exchange(impl->setting, true);
-        bar->setValue(newValue);
-        impl->setting = inner;
-    } else {
-        impl->moved(newValue);
-    }
+    const bool done = impl->change([&](QScrollBar& bar) { bar.setValue(newValue); });
+    if (!done) impl->moved(newValue);
 }
 
 int ScrollBar::SmallChange() const { return m_impl->smallChange; }
