@@ -11,16 +11,16 @@
 
 // ---- Life
 
-ctlUniGrid::ctlUniGrid() : GridInteraction(m_measuring, m_hBar, m_vBar) {
+ctlUniGrid::ctlUniGrid() : GridInteraction(m_measuring, m_horizontalBar, m_verticalBar) {
     AutoRedraw(true);
     CanGetFocus(true);
-    m_hBar.bar.Visible(false);
-    m_hBar.Changes(25, 100);
-    m_vBar.Changes(1, 5);
-    m_hBar.bar.Change = [this] { hScrollChanged(); };
-    m_hBar.bar.Scroll = [this] { hScrollDragged(); };
-    m_vBar.bar.Change = [this] { vScrollChanged(); };
-    m_vBar.bar.Scroll = [this] { vScrollDragged(); };
+    m_horizontalBar.bar.Visible(false);
+    m_horizontalBar.Changes(25, 100);
+    m_verticalBar.Changes(1, 5);
+    m_horizontalBar.bar.Change = [this] { hScrollChanged(); };
+    m_horizontalBar.bar.Scroll = [this] { hScrollDragged(); };
+    m_verticalBar.bar.Change = [this] { vScrollChanged(); };
+    m_verticalBar.bar.Scroll = [this] { vScrollDragged(); };
 }
 
 ctlUniGrid::~ctlUniGrid() { SubclassDetach(*this, hWnd(), platform::WM_MOUSEWHEEL); }
@@ -28,8 +28,8 @@ ctlUniGrid::~ctlUniGrid() { SubclassDetach(*this, hWnd(), platform::WM_MOUSEWHEE
 void ctlUniGrid::onCreate() {
     SubclassAttach(*this, hWnd(), platform::WM_MOUSEWHEEL, smBefore);
     (void)m_pic.create(hWnd(), {});
-    (void)m_hBar.bar.create(hWnd(), {});
-    (void)m_vBar.bar.create(hWnd(), {});
+    (void)m_horizontalBar.bar.create(hWnd(), {});
+    (void)m_verticalBar.bar.create(hWnd(), {});
     forgetMeasuredTexts();  // there was nothing to measure with before
 }
 
@@ -38,14 +38,14 @@ void ctlUniGrid::onDestroy() { SubclassDetach(*this, hWnd(), platform::WM_MOUSEW
 void ctlUniGrid::onResize() {
     if (m_bInResize) return;
     m_bInResize = true;
-    const Parts parts =
-        partsOf({ScaleWidth(), ScaleHeight()}, m_hBar.thickness(), m_vBar.thickness());
+    const Parts parts = partsOf({ScaleWidth(), ScaleHeight()}, m_horizontalBar.thickness(),
+                                m_verticalBar.thickness());
     const auto placeBar = [](const platform::ScrollBar& bar, const GridRect& at) {
         platform::SetWindowPos(bar.hWnd(), 0, at.X1, at.Y1, at.X2 - at.X1, at.Y2 - at.Y1,
                                platform::SWP_NOZORDER | platform::SWP_NOACTIVATE);
     };
-    placeBar(m_hBar.bar, parts.hScroll);
-    placeBar(m_vBar.bar, parts.vScroll);
+    placeBar(m_horizontalBar.bar, parts.hScroll);
+    placeBar(m_verticalBar.bar, parts.vScroll);
     m_pic.move(parts.pic.X1, parts.pic.Y1, parts.pic.X2 - parts.pic.X1,
                parts.pic.Y2 - parts.pic.Y1);
     m_bInResize = false;
@@ -144,7 +144,7 @@ void ctlUniGrid::Bar::Changes(std::int32_t lSmall, std::int32_t lLarge) {
 std::int32_t ctlUniGrid::shiftState() const { return GetShiftState(); }
 
 void ctlUniGrid::showResizeCursor(bool b) {
-    if (std::exchange(m_bResizeCursor, b) == b) return;
+    if (std::exchange(m_resizeCursor, b) == b) return;
     m_pic.MouseIcon(b ? m_pictures.picCurVGuide : nullptr);
     m_pic.MousePointer(b ? kCustomPointer : std::int16_t{0});
 }

@@ -81,8 +81,8 @@ public:
 
     // The windows inside, for those who test or watch them.
     [[nodiscard]] const HostWindow& Pic() const { return m_pic; }
-    [[nodiscard]] const platform::ScrollBar& horizontalBar() const { return m_hBar.bar; }
-    [[nodiscard]] const platform::ScrollBar& verticalBar() const { return m_vBar.bar; }
+    [[nodiscard]] const platform::ScrollBar& horizontalBar() const { return m_horizontalBar.bar; }
+    [[nodiscard]] const platform::ScrollBar& verticalBar() const { return m_verticalBar.bar; }
 
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override {
         return platform::AccessibleRole::Table;
@@ -174,8 +174,8 @@ private:
     bool selectRow(int row) override;
 
     PicWindow m_pic{*this};
-    Bar m_hBar{platform::ScrollBar::Direction::Horizontal};
-    Bar m_vBar{platform::ScrollBar::Direction::Vertical};
+    Bar m_horizontalBar{platform::ScrollBar::Direction::Horizontal};
+    Bar m_verticalBar{platform::ScrollBar::Direction::Vertical};
     PicMeasuring m_measuring{m_pic};
     GridPictures m_pictures = gridPictures();
 
@@ -191,7 +191,7 @@ private:
     std::int32_t m_lSelectorStyle = -1;
     std::int32_t m_lHeaderStyle = -1;
     bool m_bInResize = false;
-    bool m_bResizeCursor = false;
+    bool m_resizeCursor = false;
 
     // What the frame on the control's own surface was drawn for.
     struct Border {

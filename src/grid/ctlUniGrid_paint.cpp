@@ -218,7 +218,7 @@ void ctlUniGrid::paint(bool bRefreshNow) {
         platform::InvalidateRect(m_pic.hWnd());
         if (newBorder) platform::InvalidateRect(hWnd());
     }
-    if (m_hBar.bar.Visible()) platform::InvalidateRect(m_hBar.bar.hWnd());
-    if (m_vBar.bar.Visible()) platform::InvalidateRect(m_vBar.bar.hWnd());
+    if (m_horizontalBar.bar.Visible()) platform::InvalidateRect(m_horizontalBar.bar.hWnd());
+    if (m_verticalBar.bar.Visible()) platform::InvalidateRect(m_verticalBar.bar.hWnd());
     tellHelpers();
 }

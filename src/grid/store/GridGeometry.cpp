@@ -270,10 +270,11 @@ std::int32_t GridGeometry::CurrCellHeight(const GridValue& vColKey) const {
 // --- Scrolling
 
 std::int32_t GridGeometry::ViewPortHeight() const {
-    return m_measuring.surfaceSize().cy - (m_bHScrollShown ? HScroll1.thickness() : 0);
+    return m_measuring.surfaceSize().cy - (m_horizontalShown ? HScroll1.thickness() : 0);
 }
 
-void GridGeometry::ScaledRange::setMax(GridScrollBar& bar, std::int32_t l, bool reachable) {
+void GridGeometry::setMax(GridScrollBar& bar, std::int16_t& iScale, std::int32_t& max,
+                          std::int32_t l, bool reachable) {
     max = std::max(l, 0);
     iScale = static_cast<std::int16_t>(std::min<std::int64_t>(halfEven(max / 30000.0 + 1), 32767));
     std::int64_t number = halfEven(static_cast<double>(max) / iScale);
@@ -281,40 +282,38 @@ void GridGeometry::ScaledRange::setMax(GridScrollBar& bar, std::int32_t l, bool 
     bar.Max(static_cast<std::int32_t>(std::min<std::int64_t>(number, 32767)));
 }
 
-void GridGeometry::ScaledRange::setValue(GridScrollBar& bar, std::int32_t l) const {
+void GridGeometry::setValue(GridScrollBar& bar, std::int16_t iScale, std::int32_t l) {
     bar.Value(static_cast<std::int32_t>(halfEven(static_cast<double>(l) / iScale)));
 }
 
-void GridGeometry::ScaledRange::step(GridScrollBar& bar, std::int32_t by) const {
-    const std::int32_t before = bar.Value();
-    const std::int64_t value = std::int64_t{read(before)} + by;
-    const auto wanted =
-        static_cast<std::int32_t>(std::clamp<std::int64_t>(value, 0, read(bar.Max())));
-    if (halfEven(static_cast<double>(wanted) / iScale) != before || wanted == read(before)) {
-        setValue(bar, wanted);
-    } else {
-        bar.Value(before + (by > 0 ? 1 : -1));
-    }
+void GridGeometry::moveBy(GridScrollBar& bar, std::int16_t iScale, std::int32_t max,
+                          std::int32_t by) {
+    const std::int32_t number = bar.Value(), value = read(number, iScale, max);
+    const auto wanted = static_cast<std::int32_t>(
+        std::clamp<std::int64_t>(std::int64_t{value} + by, 0, read(bar.Max(), iScale, max)));
+    setValue(bar, iScale, wanted);
+    if (wanted != value && bar.Value() == number) bar.Value(number + (by > 0 ? 1 : -1));
 }
 
 void GridGeometry::pvUpdateScroll() {
     const std::int32_t width = ViewPortWidth();
     const bool tooWide = width < m_iTotalWidth;
-    m_bHScrollShown = tooWide;
-    m_hRange.setMax(HScroll1, tooWide ? m_iTotalWidth - width : 0, true);
+    m_horizontalShown = tooWide;
+    setMax(HScroll1, m_iHScale, m_horizontalMax, tooWide ? m_iTotalWidth - width : 0, true);
     HScroll1.Visible(tooWide);
 
     const std::int32_t rows = Rows(), height = ViewPortHeight();
     if (AllowMultiLineText()) {
         std::int64_t content = 0;
         if (rows > 0) content = std::int64_t{columnAt(1).OffsetRow(rows)} + CellHeight(rows, 1);
-        m_vRange.setMax(VScroll1, content > height ? held(m_iRowHeight + content - height) : 0,
-                        true);
+        setMax(VScroll1, m_iVScale, m_verticalMax,
+               content > height ? held(m_iRowHeight + content - height) : 0, true);
         VScroll1.Changes(25, 100);
     } else {
         std::int32_t visible = GetVisibleRows();
         if (visible > 0) --visible;
-        m_vRange.setMax(VScroll1, rows > 0 && visible < rows ? rows - visible + 1 : 0, true);
+        setMax(VScroll1, m_iVScale, m_verticalMax,
+               rows > 0 && visible < rows ? rows - visible + 1 : 0, true);
         VScroll1.Changes(1, 5);
     }
 }

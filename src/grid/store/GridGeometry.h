@@ -115,14 +115,22 @@ public:
     // The bars have 16 bits, so larger numbers are scaled, and what is read is the bar's number
     // times the scale; but never more than the maximum that was set, or the last page would be
     // empty.
-    [[nodiscard]] std::int32_t VScroll_Max() const { return m_vRange.read(VScroll1.Max()); }
-    void VScroll_Max(std::int32_t l) { m_vRange.setMax(VScroll1, l); }
-    [[nodiscard]] std::int32_t VScroll_Value() const { return m_vRange.read(VScroll1.Value()); }
-    void VScroll_Value(std::int32_t l) { m_vRange.setValue(VScroll1, l); }
-    [[nodiscard]] std::int32_t HScroll_Max() const { return m_hRange.read(HScroll1.Max()); }
-    void HScroll_Max(std::int32_t l) { m_hRange.setMax(HScroll1, l); }
-    [[nodiscard]] std::int32_t HScroll_Value() const { return m_hRange.read(HScroll1.Value()); }
-    void HScroll_Value(std::int32_t l) { m_hRange.setValue(HScroll1, l); }
+    [[nodiscard]] std::int32_t VScroll_Max() const {
+        return read(VScroll1.Max(), m_iVScale, m_verticalMax);
+    }
+    void VScroll_Max(std::int32_t l) { setMax(VScroll1, m_iVScale, m_verticalMax, l); }
+    [[nodiscard]] std::int32_t VScroll_Value() const {
+        return read(VScroll1.Value(), m_iVScale, m_verticalMax);
+    }
+    void VScroll_Value(std::int32_t l) { setValue(VScroll1, m_iVScale, l); }
+    [[nodiscard]] std::int32_t HScroll_Max() const {
+        return read(HScroll1.Max(), m_iHScale, m_horizontalMax);
+    }
+    void HScroll_Max(std::int32_t l) { setMax(HScroll1, m_iHScale, m_horizontalMax, l); }
+    [[nodiscard]] std::int32_t HScroll_Value() const {
+        return read(HScroll1.Value(), m_iHScale, m_horizontalMax);
+    }
+    void HScroll_Value(std::int32_t l) { setValue(HScroll1, m_iHScale, l); }
 
     // When the current row is not completely visible, scrolls so that it stands in the middle; then
     // DrawControl(false, bRefreshNow) with bDoRefresh. Nothing at all without a current row.
@@ -145,35 +153,31 @@ protected:
     // The last row whose top is not below y, counted from the top of row 1; 0 above row 1, -1
     // without columns.
     [[nodiscard]] std::int32_t pvGetRowByOffset(std::int64_t y) const;
-    // Moves the bar by steps of content; by at least one of its own where a step is less than that.
-    void scrollRows(std::int32_t steps) { m_vRange.step(VScroll1, steps); }
-    void scrollColumns(std::int32_t steps) { m_hRange.step(HScroll1, steps); }
+    // Moves by pixels or rows; by a step of the bar at least, where its scale is larger than that.
+    void scrollRows(std::int32_t by) { moveBy(VScroll1, m_iVScale, m_verticalMax, by); }
+    void scrollColumns(std::int32_t by) { moveBy(HScroll1, m_iHScale, m_horizontalMax, by); }
     // How far x advances over a column.
     [[nodiscard]] static std::int32_t stepOf(const clsCtlUniGrid_Column& column) {
         return std::max(column.iCurrentWidth - 1, 0);
     }
     // Another font: nothing that was measured holds any more.
     void forgetMeasuredTexts() { ++m_fontGeneration; }
-    [[nodiscard]] bool hScrollShown() const { return m_bHScrollShown; }
-    [[nodiscard]] GridMeasuring& measuring() const { return m_measuring; }
 
     bool m_bFocusing = false;  // FocusSelectedRow is running: the bar's change draws nothing
     bool m_bDrawing = false;
 
 private:
-    // Numbers of 32 bits on a bar of 16.
-    struct ScaledRange {
-        std::int16_t iScale = 1;
-        std::int32_t max = 0;  // as it was set
-        [[nodiscard]] std::int32_t read(std::int32_t bar) const {
-            return static_cast<std::int32_t>(
-                std::min<std::int64_t>(std::int64_t{bar} * iScale, max));
-        }
-        // reachable: the largest value can be reached, whatever rounding makes of it.
-        void setMax(GridScrollBar& bar, std::int32_t l, bool reachable = false);
-        void setValue(GridScrollBar& bar, std::int32_t l) const;
-        void step(GridScrollBar& bar, std::int32_t by) const;
-    };
+    // Numbers of 32 bits on a bar of 16; max is the maximum as it was set.
+    [[nodiscard]] static std::int32_t read(std::int32_t number, std::int16_t iScale,
+                                           std::int32_t max) {
+        return static_cast<std::int32_t>(
+            std::min<std::int64_t>(std::int64_t{number} * iScale, max));
+    }
+    // reachable: the largest value can be reached, whatever rounding makes of it.
+    static void setMax(GridScrollBar& bar, std::int16_t& iScale, std::int32_t& max, std::int32_t l,
+                       bool reachable = false);
+    static void setValue(GridScrollBar& bar, std::int16_t iScale, std::int32_t l);
+    static void moveBy(GridScrollBar& bar, std::int16_t iScale, std::int32_t max, std::int32_t by);
     // How much higher the content stands than in absolute coordinates.
     [[nodiscard]] std::int64_t scrollOffset() const;
     GridSize pvMeasureCell(std::int32_t iRow, const clsCtlUniGrid_Column& oCol,
@@ -194,8 +198,9 @@ protected:
     std::int32_t m_iMinRowHeight = 0;
 
 private:
-    ScaledRange m_vRange, m_hRange;
-    bool m_bHScrollShown = false;
+    std::int16_t m_iVScale = 1, m_iHScale = 1;
+    std::int32_t m_verticalMax = 0, m_horizontalMax = 0;
+    bool m_horizontalShown = false;
     std::uint32_t m_fontGeneration = 0;
     // What row offsets were last worked out for.
     std::int32_t m_placedRowHeight = 0, m_placedCols = 0;
