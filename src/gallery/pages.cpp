@@ -27,6 +27,8 @@ constexpr auto kPages = std::to_array<Page>({
     {u"Copies", u"Stretching, operations of source and destination, depths, new sizes", drawCopies},
     {u"Palettes", u"The fixed ones, and those made for a picture", drawPalettes},
     {u"Desktop", u"System colours, measures, screens", drawDesktop},
+    {u"Grid", u"Click, drag the edges of headers, sort, scroll; the buttons change what it shows",
+     drawGrid, openGrid},
     {u"Mouse and keys", u"Cursors, messages, a timer, a window with round corners", drawInput,
      openInput},
     {u"Dialogs", u"The desktop's own dialogs, and what was answered last", drawDialogs,

@@ -70,5 +70,7 @@ void drawInput(HDC hDC, const RECT& area);
 std::unique_ptr<LivePage> openInput(PageHost host);
 void drawDialogs(HDC hDC, const RECT& area);
 std::unique_ptr<LivePage> openDialogs(PageHost host);
+void drawGrid(HDC hDC, const RECT& area);
+std::unique_ptr<LivePage> openGrid(PageHost host);
 
 }  // namespace gallery
