@@ -59,10 +59,10 @@ void prepare(ctlUniGrid& grid) {
     grid.ForeColor(0x800000);
     grid.HeaderStyle(4);
     grid.SelectorStyle(4);
-    grid.AddColumn({.sText = u"Row", .iAlign = 1, .vKey = u"Row"});
+    grid.AddColumn({.sText = u"Row", .iWidth = 56, .iAlign = 1, .vKey = u"Row"});
     grid.AddColumn({.sText = u"Section", .vKey = u"Section", .bSortable = true});
     grid.AddColumn({.sText = u"Key", .vKey = u"Key", .bSortable = true});
-    grid.AddColumn({.sText = u"Default", .iWidth = 270, .vKey = u"Default", .bSortable = true});
+    grid.AddColumn({.sText = u"Default", .iWidth = 260, .vKey = u"Default", .bSortable = true});
     grid.AddColumn({.sText = u"Translation", .vKey = u"Translation", .bSortable = true});
     grid.RowInWords = [&grid](std::int32_t iRow) {
         Text words = u"row " + number(iRow);
@@ -76,7 +76,7 @@ class GridPage : public LivePage {
 public:
     explicit GridPage(const PageHost& host) : m_host(host) {
         prepare(m_grid);
-        m_grid.ColWidth(u"Translation", 330);
+        m_grid.ColWidth(u"Translation", 320);
         m_grid.SelectionChange = [this] {
             if (m_host.log) m_host.log("row " + std::to_string(m_grid.Row()));
         };
@@ -141,7 +141,7 @@ void drawGrid(HDC hDC, const RECT& area) {
     {
         ctlUniGrid grid;
         prepare(grid);
-        grid.ColWidth(u"Translation", 330);
+        grid.ColWidth(u"Translation", 320);
         (void)grid.create(hidden, {0, 0, size.cx, size.cy});
         grid.SortByColum(u"Section", true);
         BitBlt(hDC, place.left, place.top, size.cx, size.cy, grid.hDC(), 0, 0, SRCCOPY);

@@ -207,7 +207,10 @@ TEST_F(GridTest, TheFrameIsDrawnAgainWhenItChanges) {
                                                            "FrameRect 1,1,419,159 #FFFFFF\n"
                                                            "FrameRect 0,0,420,160 #FF0000\n");
     EXPECT_NE(border([&] { grid.BackColor(0x00FF00); }), "");
-    EXPECT_NE(border([&] { grid.move(0, 0, 300, 160); }), "");
+    EXPECT_NE(border([&] { grid.move(30, 10, 430, 170); }), "");  // place and size at once
+    for (const POINT corner : {POINT{0, 0}, POINT{429, 0}, POINT{0, 169}, POINT{429, 169}}) {
+        EXPECT_EQ(platform::GetPixel(grid.hDC(), corner.x, corner.y), 0x0000FF);
+    }
 }
 
 TEST_F(GridTest, PaintsByStateOfTheRow) {

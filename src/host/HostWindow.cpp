@@ -177,13 +177,17 @@ bool HostWindow::dispatch(std::uint32_t uMsg, WPARAM wParam, LPARAM lParam) {
     case WM_PAINT:
         if (!m_autoRedraw) onPaint();
         return true;
-    case WM_SIZE:
     case WM_MOVE: {
+        const POINT at = pointOf(lParam);
+        m_place = {at.x, at.y, at.x + ScaleWidth(), at.y + ScaleHeight()};
+        return false;
+    }
+    case WM_SIZE: {  // behind a WM_MOVE; by now the picture has that size as well
         RECT client;
         GetClientRect(m_hWnd, client);
-        const POINT at = uMsg == WM_MOVE ? pointOf(lParam) : POINT{m_place.left, m_place.top};
         const bool resized = client.right != ScaleWidth() || client.bottom != ScaleHeight();
-        m_place = {at.x, at.y, at.x + client.right, at.y + client.bottom};
+        m_place.right = m_place.left + client.right;
+        m_place.bottom = m_place.top + client.bottom;
         if (resized) onResize();
         return false;
     }
