@@ -1,0 +1,87 @@
+// A window with a grid of 100 rows that says on standard output how the grid is, each time that
+// something of it has changed:
+//   row 3 selected 1 top 0 left 0 widths 60,80,120 first r001 focus
+// m switches the choice of several rows on and off, l cells of several lines. It ends when it is
+// closed.
+#include "grid/ctlUniGrid.h"
+#include "host/Form.h"
+#include "platform/base/failure.h"
+#include "platform/window/application.h"
+#include "win/cUniTimer.h"
+
+#include <cstdio>
+
+// What these libraries keep to the end of the process is their own affair. The sanitizer asks for
+// these names: NOLINTBEGIN(bugprone-reserved-identifier)
+extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig\nleak:libdbus"; }
+extern "C" const char* __lsan_default_options() { return "print_suppressions=0"; }
+// NOLINTEND(bugprone-reserved-identifier)
+
+namespace {
+
+class Window : public Form, private UniTimerOwner {
+public:
+    Window() : Form(platform::WindowKind::Main) {
+        ClientSize(400, 300);
+        Caption(u"Grid");
+    }
+
+protected:
+    void onLoad() override {
+        m_grid.InitProperties();
+        m_grid.AddColumn({.sText = u"Name", .iWidth = 60, .bSortable = true});
+        m_grid.AddColumn({.sText = u"Section", .iWidth = 80});
+        m_grid.AddColumn({.sText = u"Text", .iWidth = 120});
+        m_grid.BeginUpdate();
+        for (int i = 1; i <= 100; ++i) {
+            char name[8];
+            std::snprintf(name, sizeof name, "r%03d", i);
+            m_grid.AddRow(fromUtf8(std::string(name) + "\tMenu\tfive short words of text"));
+        }
+        m_grid.EndUpdate();
+        m_grid.KeyPress = [this](std::int16_t& KeyAscii) {
+            if (KeyAscii == u'm') m_grid.MultiSelect(!m_grid.MultiSelect());
+            if (KeyAscii == u'l') m_grid.AllowMultiLineText(!m_grid.AllowMultiLineText());
+        };
+        (void)m_grid.create(hWnd(), {0, 0, ScaleWidth(), ScaleHeight()});
+        m_grid.SetFocus();
+        m_timer.TmrStart(*this, 30);
+    }
+    void onResize() override { m_grid.move(0, 0, ScaleWidth(), ScaleHeight()); }
+    void onUnload(bool&) override { platform::PostQuitMessage(0); }
+
+private:
+    void UniTimerFired(std::uint32_t, std::int32_t) override {
+        std::string now = "row " + std::to_string(m_grid.Row()) + " selected " +
+                          std::to_string(m_grid.CountSelected()) + " top " +
+                          std::to_string(m_grid.VScroll_Value()) + " left " +
+                          std::to_string(m_grid.HScroll_Value()) + " widths ";
+        for (std::int32_t c = 1; c <= 3; ++c) {
+            now += (c == 1 ? "" : ",") + std::to_string(m_grid.ColWidth(c));
+        }
+        now += " first " + toUtf8(m_grid.CellText(1, 1));
+        if (m_grid.HasFocus()) now += " focus";
+        if (now == m_said) return;
+        m_said = now;
+        std::printf("%s\n", now.c_str());
+        std::fflush(stdout);
+    }
+
+    ctlUniGrid m_grid;
+    cUniTimer m_timer;
+    std::string m_said;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        platform::Application application(argc, argv, {});
+        Window window;
+        window.Show();
+        return application.run();
+    } catch (const Failure& failure) {
+        std::fprintf(stderr, "%s\n", toUtf8(failure.message).c_str());
+        return 1;
+    }
+}
