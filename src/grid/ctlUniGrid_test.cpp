@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <random>
 
 namespace test {
 namespace {
@@ -307,6 +308,117 @@ TEST_F(GridTest, HugeCellsAndTinyWindowsAreDrawn) {
         grid.Row(2);
         click({0, 0});
         settle();
+    }
+}
+
+// Whatever comes, from the desktop and from the owner: frames go on, and what is kept between them
+// makes no difference to what is seen.
+TEST_F(GridTest, RandomStepsLeaveThePictureThatAFreshGridWouldShow) {
+    std::mt19937 random(23);
+    const auto below = [&random](int n) {
+        return static_cast<int>(random() % static_cast<unsigned>(n));
+    };
+    const auto someText = [&] {
+        static constexpr TextView kPieces[] = {
+            u"word ",       u"\r\n", u"\n", u"&", u"\u4e2d\u6587", u"\u05e9\u05dc\u05d5\u05dd ",
+            u"longer text "};
+        Text s;
+        for (int n = below(6); n > 0; --n) s += kPieces[below(7)];
+        return s;
+    };
+    const auto addColumn = [&](ctlUniGrid& to, const Text& header, std::int32_t iWidth) {
+        to.AddColumn({.sText = header, .iWidth = iWidth, .bSortable = true});
+    };
+    grid.SelectionChange = nullptr;
+    grid.ShowFocus(false);
+    for (const std::int32_t iWidth : {-1, 70, -1}) addColumn(grid, u"Header", iWidth);
+    for (int step = 0; step < 1500; ++step) {
+        const std::int32_t rows = grid.Rows();
+        const std::int32_t iRow = rows == 0 ? 0 : below(rows) + 1;
+        const std::int32_t iCol = below(3) + 1;
+        switch (rows == 0 ? 0 : below(14)) {
+        case 0:
+        case 1:
+            grid.AddRow(someText() + u"\t" + someText() + u"\t" + someText(), below(3) == 0);
+            break;
+        case 2:
+            grid.RemoveRow(iRow);
+            break;
+        case 3:
+            grid.CellText(iRow, iCol, someText());
+            break;
+        case 4:
+            grid.CellBackColor(iRow, iCol, below(2) == 0 ? -1 : 0x80FFFF);
+            break;
+        case 5:
+            grid.SortByColum(iCol, below(2) == 0);
+            break;
+        case 6:
+            if (step % 5 == 0) grid.AllowMultiLineText(!grid.AllowMultiLineText());
+            break;
+        case 7:
+            grid.ColWidth(2, below(2) == 0 ? -1 : below(150));
+            break;
+        case 8:
+            grid.VScroll_Value(below(grid.VScroll_Max() + 1));
+            grid.HScroll_Value(below(grid.HScroll_Max() + 1));
+            break;
+        case 9:
+            if (step % 7 == 0) grid.move(below(9), below(9), 60 + below(400), 40 + below(200));
+            break;
+        case 10:
+            if (step % 11 == 0) {
+                grid.Font({.Name = u"Arial", .Size = 7.0 + below(8)});
+            }
+            break;
+        case 11:
+            platform::test::setKeysDown(below(3) == 0 ? std::vector<std::int32_t>{16}
+                                                      : std::vector<std::int32_t>{});
+            grid.MultiSelect(below(2) == 0);
+            break;
+        default:
+            press({below(grid.ScaleWidth()), below(grid.ScaleHeight())});
+            platform::test::pressKey(grid.hWnd(), 33 + below(8));
+            release({below(grid.ScaleWidth()), below(grid.ScaleHeight())});
+            break;
+        }
+        if (step % 25 != 0) continue;
+        // The same state in a grid that has never shown anything else.
+        ctlUniGrid fresh;
+        fresh.InitProperties();
+        ASSERT_TRUE(fresh.create(form.hWnd(), {0, 0, grid.ScaleWidth(), grid.ScaleHeight()}));
+        fresh.BeginUpdate();
+        fresh.AllowMultiLineText(grid.AllowMultiLineText());
+        fresh.MultiSelect(grid.MultiSelect());
+        fresh.Font(grid.Font());
+        for (std::int32_t c = 1; c <= 3; ++c) {
+            addColumn(fresh, grid.ColText(c), grid.column(c).iMaxWidth);
+        }
+        for (std::int32_t i = 1; i <= grid.Rows(); ++i) {
+            fresh.AddRow();
+            for (std::int32_t c = 1; c <= 3; ++c) {
+                fresh.column(c).record(i, grid.column(c).record(i));
+            }
+        }
+        fresh.Row(grid.Row());
+        fresh.EndUpdate();
+        grid.SortByColum(1, true);  // for the arrow; both have the rows in one order then
+        fresh.SortByColum(1, true);
+        fresh.EndUpdate();
+        fresh.VScroll_Value(grid.VScroll_Value());
+        fresh.HScroll_Value(grid.HScroll_Value());
+        fresh.ShowFocus(false);
+        settle();
+        grid.Refresh();
+        const SIZE size{grid.Pic().ScaleWidth(), grid.Pic().ScaleHeight()};
+        const auto picture = [&](const ctlUniGrid& of) {
+            return painted(size, [&](platform::HDC hDC) {
+                platform::BitBlt(hDC, 0, 0, size.cx, size.cy, of.Pic().hDC(), 0, 0,
+                                 platform::SRCCOPY);
+            });
+        };
+        if (size.cx <= 0 || size.cy <= 0) continue;
+        ASSERT_TRUE(picture(grid).pixels == picture(fresh).pixels) << "step " << step;
     }
 }
 
