@@ -611,14 +611,15 @@ TEST_F(GridTest, DragsPassThrough) {
     grid.OLEDragDrop = [&](DataObject& Data, std::int32_t&, auto, auto, float, float) {
         heard += "drop " + std::to_string(Data.Files().size()) + "\n";
     };
-    grid.OLEStartDrag = [&](DataObject& Data, std::int32_t& AllowedEffects) {
-        Data.SetText(u"row");
-        AllowedEffects = platform::DROPEFFECT_COPY;
+    grid.OLEStartDrag = [&](DataObject&, std::int32_t& AllowedEffects) {
+        AllowedEffects = platform::DROPEFFECT_NONE;  // nothing may be dragged after all
         heard += "start\n";
     };
     grid.OLECompleteDrag = [&](std::int32_t& Effect) {
         heard += "complete " + std::to_string(Effect) + "\n";
     };
+    grid.OLEDrag();
+    EXPECT_EQ(std::exchange(heard, {}), "start\ncomplete 0\n");
     platform::DragContent content;
     content.text = u"\u4e2d";
     content.files = {u"\\home\\a.lng"};

@@ -23,17 +23,17 @@ click() {
     sleep 0.6 # or this would be a double click with the last one
     xdotool click "${3:-1}"
 }
-# drag X Y X2 Y2: in steps, as a hand does it.
+# drag X Y X2 Y2 [BUTTON]: in steps, as a hand does it.
 drag() {
     local i
     at "$1" "$2"
     sleep 0.2
-    xdotool mousedown 1
+    xdotool mousedown "${5:-1}"
     for ((i = 1; i <= 5; i++)); do
         at $(($1 + ($3 - $1) * i / 5)) $(($2 + ($4 - $2) * i / 5))
         sleep 0.05
     done
-    xdotool mouseup 1
+    xdotool mouseup "${5:-1}"
 }
 
 is "the grid" '^row -1 selected 0 top 0 left 0 widths 60,80,120 first r001 focus$'
@@ -53,6 +53,10 @@ is "the wheel back" ' top 0 '
 click 300 100
 sleep 0.3
 is "a click right of the columns" '^row 1 '
+
+drag 100 30 100 90 2
+await "what was dropped" grep -q '^dropped r001 on row 4$' "$work/log"
+await "the end of the drag" grep -q '^dragged with effect 1$' "$work/log"
 
 drag 61 8 91 20
 is "a dragged edge" 'widths 90,80,120 '

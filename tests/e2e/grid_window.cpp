@@ -1,8 +1,8 @@
 // A window with a grid of 100 rows that says on standard output how the grid is, each time that
 // something of it has changed:
 //   row 3 selected 1 top 0 left 0 widths 60,80,120 first r001 focus
-// m switches the choice of several rows on and off, l cells of several lines. It ends when it is
-// closed.
+// m switches the choice of several rows on and off, l cells of several lines. A row that is dragged
+// by the middle button carries its name; what is dropped is said. It ends when it is closed.
 #include "grid/ctlUniGrid.h"
 #include "host/Form.h"
 #include "platform/base/failure.h"
@@ -18,6 +18,11 @@ extern "C" const char* __lsan_default_options() { return "print_suppressions=0";
 // NOLINTEND(bugprone-reserved-identifier)
 
 namespace {
+
+void say(const std::string& line) {
+    std::printf("%s\n", line.c_str());
+    std::fflush(stdout);
+}
 
 class Window : public Form, private UniTimerOwner {
 public:
@@ -43,6 +48,26 @@ protected:
             if (KeyAscii == u'm') m_grid.MultiSelect(!m_grid.MultiSelect());
             if (KeyAscii == u'l') m_grid.AllowMultiLineText(!m_grid.AllowMultiLineText());
         };
+        m_grid.MouseMove = [this](std::int16_t Button, std::int16_t, float, float) {
+            if (Button == 4 && !m_dragging) {
+                m_dragging = true;
+                m_grid.OLEDrag();
+                m_dragging = false;
+            }
+        };
+        m_grid.OLEStartDrag = [this](DataObject& Data, std::int32_t& AllowedEffects) {
+            Data.SetText(Text(m_grid.CellText(m_grid.Row(), 1)));
+            AllowedEffects = platform::DROPEFFECT_COPY;
+        };
+        m_grid.OLECompleteDrag = [](std::int32_t& Effect) {
+            say("dragged with effect " + std::to_string(Effect));
+        };
+        m_grid.OLEDropMode(1);
+        m_grid.OLEDragDrop = [this](DataObject& Data, std::int32_t&, std::int16_t, std::int16_t,
+                                    float, float y) {
+            say("dropped " + toUtf8(Data.GetText()) + " on row " +
+                std::to_string(m_grid.GetRowByY(static_cast<std::int32_t>(y))));
+        };
         (void)m_grid.create(hWnd(), {0, 0, ScaleWidth(), ScaleHeight()});
         m_grid.SetFocus();
         m_timer.TmrStart(*this, 30);
@@ -63,13 +88,13 @@ private:
         if (m_grid.HasFocus()) now += " focus";
         if (now == m_said) return;
         m_said = now;
-        std::printf("%s\n", now.c_str());
-        std::fflush(stdout);
+        say(now);
     }
 
     ctlUniGrid m_grid;
     cUniTimer m_timer;
     std::string m_said;
+    bool m_dragging = false;
 };
 
 }  // namespace
