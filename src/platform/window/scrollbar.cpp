@@ -35,7 +35,31 @@ struct ScrollBar::Impl {
 
 namespace {
 
-using BarWidget = MessageWidget<QScrollBar>;
+class BarWidget final : public MessageWidget<QScrollBar> {
+public:
+    using MessageWidget<QScrollBar>::MessageWidget;
+
+private:
+    // In a long list the thumb stays where it is for many values: then there is nothing to draw.
+    void sliderChange(SliderChange change) override {
+        const int before = std::exchange(m_position, sliderPosition());
+        const auto atAnEnd = [this](int at) { return at == minimum() || at == maximum(); };
+        if (change == SliderValueChange && !atAnEnd(before) && !atAnEnd(m_position) &&
+            thumbAt(before) == thumbAt(m_position)) {
+            return;
+        }
+        QScrollBar::sliderChange(change);
+    }
+    [[nodiscard]] QRect thumbAt(int position) const {
+        QStyleOptionSlider option;
+        initStyleOption(&option);
+        option.sliderPosition = option.sliderValue = position;
+        return style()->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider,
+                                       this);
+    }
+
+    int m_position = 0;
+};
 
 // Keeps what a notification may end until it is over.
 template <class Handler> void raise(Handler* handler) {
