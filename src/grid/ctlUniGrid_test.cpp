@@ -5,6 +5,7 @@
 #include "gfx/modCtlCommon_ctl_shapes.h"
 #include "grid/ctlUniGrid.h"
 #include "host/Form.h"
+#include "host/tipService.h"
 #include "platform/base/failure.h"
 #include "platform/window/recorder.h"
 #include "platform/window/testhooks.h"
@@ -627,6 +628,27 @@ TEST_F(GridTest, DragsPassThrough) {
                                        platform::DROPEFFECT_COPY, true),
               platform::DROPEFFECT_COPY);
     EXPECT_EQ(heard, "over 0 7 \u4e2d\nover 2 7 \u4e2d\ndrop 1\n");
+}
+
+TEST_F(GridTest, EveryMoveOfTheMouseHandsItsTipOver) {
+    struct Tips : TipWindow {
+        explicit Tips(std::string& heard) : said(heard) {}
+        void SetTip(const Text& sTip, std::int32_t lMaxWidth, const std::optional<Text>&) override {
+            said += toUtf8(sTip) + " " + std::to_string(lMaxWidth) + " ";
+        }
+        void UpdateTip(const Text&, std::int32_t, const std::optional<Text>&) override {}
+        [[nodiscard]] Text GetTip() const override { return {}; }
+        [[nodiscard]] Text GetTipTag() const override { return {}; }
+        [[nodiscard]] bool TipIsVisible() const override { return false; }
+        std::string& said;
+    };
+    tipService().m_bTipsActive = true;
+    tipService().m_oTipForm = std::make_unique<Tips>(notes);
+    grid.Tip(u"Rows");
+    platform::test::mouse(grid.Pic().hWnd(), MouseAction::Move, {50, 50}, 0);
+    tipService().m_bTipsActive = false;
+    tipService().m_oTipForm = nullptr;
+    EXPECT_EQ(taken(), "Rows 300 ");
 }
 
 TEST_F(GridTest, HelpersOfTheDesktopSeeATable) {

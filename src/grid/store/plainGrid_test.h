@@ -3,6 +3,7 @@
 #pragma once
 #include "grid/store/GridInteraction.h"
 
+#include <algorithm>
 #include <string>
 
 class GridPicture {};
