@@ -29,6 +29,7 @@ constexpr auto kPages = std::to_array<Page>({
     {u"Desktop", u"System colours, measures, screens", drawDesktop},
     {u"Grid", u"Click, drag the edges of headers, sort, scroll; the buttons change what it shows",
      drawGrid, openGrid},
+    {u"Menu", u"The program's menu in three looks, and a window to try it in", drawMenu, openMenu},
     {u"Mouse and keys", u"Cursors, messages, a timer, a window with round corners", drawInput,
      openInput},
     {u"Dialogs", u"The desktop's own dialogs, and what was answered last", drawDialogs,

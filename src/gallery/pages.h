@@ -66,6 +66,8 @@ void drawPictures(HDC hDC, const RECT& area);
 void drawCopies(HDC hDC, const RECT& area);
 void drawPalettes(HDC hDC, const RECT& area);
 void drawDesktop(HDC hDC, const RECT& area);
+void drawMenu(HDC hDC, const RECT& area);
+std::unique_ptr<LivePage> openMenu(PageHost host);
 void drawInput(HDC hDC, const RECT& area);
 std::unique_ptr<LivePage> openInput(PageHost host);
 void drawDialogs(HDC hDC, const RECT& area);
