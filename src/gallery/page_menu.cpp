@@ -192,7 +192,9 @@ constexpr int kLookHeight = 178;
 RECT lookOf(const RECT& area, int i) {
     return box(area.left, area.top + i * kLookHeight, widthOf(area), kLookHeight);
 }
-RECT buttonOf(const RECT& area) { return box(area.right - 170, area.top, 170, 30); }
+RECT buttonOf(const RECT& area) {
+    return box(area.left, area.top + static_cast<int>(std::size(kLooks)) * kLookHeight, 170, 30);
+}
 
 constexpr TextView kTryIt = u"Try it...";
 

@@ -402,6 +402,17 @@ TEST_F(Menu, TenThousandItemsComeAndGo) {
     ctlUTF8Menu menu;
     menu.Attach(window.hWnd());
     EXPECT_EQ(menu.Items().size(), 10001U);
+    window.on = [](std::uint32_t uMsg, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (uMsg == WM_APP) {
+            platform::test::settle();
+            platform::test::pressMenuKey(VK_END);
+            platform::test::pressMenuKey(VK_RETURN);
+        }
+        return std::nullopt;
+    };
+    PostMessageW(window.hWnd(), WM_APP, 0, 0);
+    EXPECT_EQ(TrackPopupMenu(bar, TPM_RETURNCMD, 0, 0, window.hWnd()), 9999);
+
     for (int i = 0; i < 100; ++i) ASSERT_TRUE(RemoveMenu(bar, 0, MF_BYPOSITION));
     menu.Refresh();
     EXPECT_EQ(menu.Items().size(), 9901U);
