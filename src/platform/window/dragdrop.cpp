@@ -77,7 +77,7 @@ public:
         case QEvent::DragMove:
         case QEvent::Drop: {
             const EventScope scope(*found);
-            take(static_cast<QDropEvent&>(*event));
+            take(static_cast<QDropEvent&>(*event), (*found)->clientTop);
             return true;
         }
         case QEvent::DragLeave: {
@@ -91,11 +91,12 @@ public:
     }
 
 private:
-    void take(QDropEvent& event) {
+    void take(QDropEvent& event, int clientTop) {
         static const QMimeData kEmpty;
         const ReceivedData data(event.mimeData() == nullptr ? kEmpty : *event.mimeData());
         DragPosition position;
-        position.at = {event.position().toPoint().x(), event.position().toPoint().y()};
+        const QPoint at = event.position().toPoint();
+        position.at = {at.x(), at.y() - clientTop};
         position.buttons =
             buttonsDown(event.buttons().toInt(), static_cast<int>(event.modifiers().toInt()));
         position.allowed = effectsOf(event.possibleActions());
