@@ -1,5 +1,5 @@
 // What tests do with menus in place of a person.
-#include "platform/window/menu_widgets.h"
+#include "platform/window/menu_widgets_internal.h"
 #include "platform/window/surface_internal.h"
 #include "platform/window/testhooks_internal.h"
 #include "platform/window/toolkit_internal.h"

@@ -1,7 +1,7 @@
 // What shows menus: widgets of the desktop's library that place, grab and navigate, and a style
 // that has owner-drawn items measured and drawn by messages.
 #include "platform/window/fonts.h"
-#include "platform/window/menu_widgets.h"
+#include "platform/window/menu_widgets_internal.h"
 #include "platform/window/screen.h"
 #include "platform/window/surface_internal.h"
 #include "platform/window/toolkit_internal.h"

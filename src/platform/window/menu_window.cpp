@@ -1,5 +1,5 @@
 // Menus of windows: the bar and its place, popups at the mouse, keys for commands.
-#include "platform/window/menu_widgets.h"
+#include "platform/window/menu_widgets_internal.h"
 #include "platform/window/window_internal.h"
 
 #include <QApplication>

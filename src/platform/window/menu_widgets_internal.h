@@ -1,5 +1,5 @@
-// platform/window/menu_widgets.h: the widgets that show menus. Only the sources about menus include
-// this.
+// platform/window/menu_widgets_internal.h: the widgets that show menus. Only the sources about
+// menus include this.
 #pragma once
 #include "platform/window/menu_internal.h"
 
