@@ -187,7 +187,7 @@ struct Look {
 constexpr Look kLooks[] = {{u"Defaults", nullptr},
                            {u"The program's", lookOfTheProgram},
                            {u"Gradients and a line beside the band", lookOfGradients}};
-constexpr int kLookHeight = 178;
+constexpr int kLookHeight = 174;
 
 RECT lookOf(const RECT& area, int i) {
     return box(area.left, area.top + i * kLookHeight, widthOf(area), kLookHeight);
