@@ -50,7 +50,6 @@ void fill(ctlUniGrid& grid, std::int32_t rows) {
         }
     }
     grid.EndUpdate();
-    grid.Row(2);
 }
 
 void prepare(ctlUniGrid& grid) {
@@ -108,6 +107,7 @@ public:
     void place(const RECT& area) override {
         const RECT grid = gridOf(area);
         m_grid.move(grid.left, grid.top, widthOf(grid), heightOf(grid));
+        if (m_grid.Row() == -1) m_grid.Row(2);
         const int width = (widthOf(area) + kGap) / static_cast<int>(m_buttons.size());
         int x = area.left;
         for (const auto& button : m_buttons) {
@@ -144,6 +144,7 @@ void drawGrid(HDC hDC, const RECT& area) {
         grid.ColWidth(u"Translation", 320);
         (void)grid.create(hidden, {0, 0, size.cx, size.cy});
         grid.SortByColum(u"Section", true);
+        grid.Row(2);
         BitBlt(hDC, place.left, place.top, size.cx, size.cy, grid.hDC(), 0, 0, SRCCOPY);
         const HostWindow& pic = grid.Pic();
         BitBlt(hDC, place.left + pic.Left(), place.top + pic.Top(), pic.ScaleWidth(),
