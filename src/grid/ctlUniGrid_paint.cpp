@@ -12,6 +12,7 @@
 #include "platform/window/textout.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -51,9 +52,11 @@ public:
             return;
         }
         clsMEMDC buffer;
-        buffer.CreateDC(m_width, m_height);
-        buffer.BkMode(platform::TRANSPARENT);
-        buffer.DrawBackColor(m_grid.BackColor());
+        drawn([&] {
+            buffer.CreateDC(m_width, m_height);
+            buffer.BkMode(platform::TRANSPARENT);
+            buffer.DrawBackColor(m_grid.BackColor());
+        });
         const gfx::Selection font(buffer.Hdc(), m_grid.m_pic.hFont());
         m_target = buffer.Hdc();
         drawColumns();
@@ -67,7 +70,8 @@ private:
             const std::int32_t width = column.iCurrentWidth;
             if (width > 0 && x + width >= 0) {
                 m_left = static_cast<std::int32_t>(x);
-                m_right = m_left + width;
+                m_right = static_cast<std::int32_t>(
+                    std::min<std::int64_t>(x + width, std::numeric_limits<std::int32_t>::max()));
                 drawn([&] { drawHeader(c, column); });
                 drawRows(column);
                 if (m_multiLine) {

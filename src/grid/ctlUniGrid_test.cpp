@@ -303,6 +303,16 @@ TEST_F(GridTest, HugeCellsAndTinyWindowsAreDrawn) {
         grid.VScroll_Value(grid.VScroll_Max() / 2);
         grid.AllowMultiLineText(false);
     }
+    for (const bool multiLine : {false, true}) {
+        grid.AllowMultiLineText(multiLine);
+        for (const std::int32_t iWidth : {INT32_MAX, INT32_MIN, -2, 0, 30000}) {
+            for (std::int32_t c = 1; c <= 2; ++c) grid.ColWidth(c, iWidth);
+            grid.HScroll_Value(grid.HScroll_Max() / 2);
+            (void)grid.GetCellRect(2, 2);
+            click({5, 30});
+            platform::test::mouse(grid.Pic().hWnd(), MouseAction::Move, {5, 5}, 0);
+        }
+    }
     for (const SIZE size : {SIZE{1, 1}, SIZE{0, 0}, SIZE{25, 5}, SIZE{300, 30}}) {
         grid.move(0, 0, size.cx, size.cy);
         grid.Row(1);
