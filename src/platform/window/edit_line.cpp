@@ -56,6 +56,8 @@ public:
     ~LineField() override { widgetGoes(); }
 
     bool runNative(QEvent* event, bool) override {
+        // The widget's own end: nothing of it is left to work with afterwards.
+        if (event->type() == QEvent::DeferredDelete) return QLineEdit::event(event);
         bool handled = false;
         run([&] {
             if (event->type() == QEvent::FocusOut) {

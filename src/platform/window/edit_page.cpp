@@ -109,6 +109,8 @@ public:
     ~PageField() override { widgetGoes(); }
 
     bool runNative(QEvent* event, bool viewport) override {
+        // The widget's own end: nothing of it is left to work with afterwards.
+        if (event->type() == QEvent::DeferredDelete) return QPlainTextEdit::event(event);
         bool handled = false;
         run([&] {
             handled =
