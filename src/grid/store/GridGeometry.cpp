@@ -282,8 +282,11 @@ void GridGeometry::setMax(GridScrollBar& bar, std::int16_t& iScale, std::int32_t
     bar.Max(static_cast<std::int32_t>(std::min<std::int64_t>(number, 32767)));
 }
 
-void GridGeometry::setValue(GridScrollBar& bar, std::int16_t iScale, std::int32_t l) {
-    bar.Value(static_cast<std::int32_t>(halfEven(static_cast<double>(l) / iScale)));
+// The maximum is the end of the bar, wherever rounding would put it.
+void GridGeometry::setValue(GridScrollBar& bar, std::int16_t iScale, std::int32_t max,
+                            std::int32_t l) {
+    bar.Value(l >= max ? bar.Max()
+                       : static_cast<std::int32_t>(halfEven(static_cast<double>(l) / iScale)));
 }
 
 void GridGeometry::moveBy(GridScrollBar& bar, std::int16_t iScale, std::int32_t max,
@@ -291,7 +294,7 @@ void GridGeometry::moveBy(GridScrollBar& bar, std::int16_t iScale, std::int32_t 
     const std::int32_t number = bar.Value(), value = read(number, iScale, max);
     const auto wanted = static_cast<std::int32_t>(
         std::clamp<std::int64_t>(std::int64_t{value} + by, 0, read(bar.Max(), iScale, max)));
-    setValue(bar, iScale, wanted);
+    setValue(bar, iScale, max, wanted);
     if (wanted != value && bar.Value() == number) bar.Value(number + (by > 0 ? 1 : -1));
 }
 

@@ -122,7 +122,7 @@ public:
     [[nodiscard]] std::int32_t VScroll_Value() const {
         return read(VScroll1.Value(), m_iVScale, m_verticalMax);
     }
-    void VScroll_Value(std::int32_t l) { setValue(VScroll1, m_iVScale, l); }
+    void VScroll_Value(std::int32_t l) { setValue(VScroll1, m_iVScale, m_verticalMax, l); }
     [[nodiscard]] std::int32_t HScroll_Max() const {
         return read(HScroll1.Max(), m_iHScale, m_horizontalMax);
     }
@@ -130,7 +130,7 @@ public:
     [[nodiscard]] std::int32_t HScroll_Value() const {
         return read(HScroll1.Value(), m_iHScale, m_horizontalMax);
     }
-    void HScroll_Value(std::int32_t l) { setValue(HScroll1, m_iHScale, l); }
+    void HScroll_Value(std::int32_t l) { setValue(HScroll1, m_iHScale, m_horizontalMax, l); }
 
     // When the current row is not completely visible, scrolls so that it stands in the middle; then
     // DrawControl(false, bRefreshNow) with bDoRefresh. Nothing at all without a current row.
@@ -176,7 +176,7 @@ private:
     // reachable: the largest value can be reached, whatever rounding makes of it.
     static void setMax(GridScrollBar& bar, std::int16_t& iScale, std::int32_t& max, std::int32_t l,
                        bool reachable = false);
-    static void setValue(GridScrollBar& bar, std::int16_t iScale, std::int32_t l);
+    static void setValue(GridScrollBar& bar, std::int16_t iScale, std::int32_t max, std::int32_t l);
     static void moveBy(GridScrollBar& bar, std::int16_t iScale, std::int32_t max, std::int32_t by);
     // How much higher the content stands than in absolute coordinates.
     [[nodiscard]] std::int64_t scrollOffset() const;
