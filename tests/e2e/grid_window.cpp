@@ -39,7 +39,7 @@ protected:
         m_grid.AddColumn({.sText = u"Text", .iWidth = 120});
         m_grid.BeginUpdate();
         for (int i = 1; i <= 100; ++i) {
-            char name[8];
+            char name[16];
             std::snprintf(name, sizeof name, "r%03d", i);
             m_grid.AddRow(fromUtf8(std::string(name) + "\tMenu\tfive short words of text"));
         }
