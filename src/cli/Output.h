@@ -16,17 +16,15 @@ public:
     [[nodiscard]] bool toFile() const;
 
     void bytes(std::string_view s);
-    // A surrogate pair becomes four bytes, a lone surrogate U+FFFD.
     void plain(TextView s);
-    // In double quotes. A lone surrogate becomes an escape, \ud800 to \udfff.
-    void json(TextView s);
+    void json(TextView s);  // a string of JSON, in double quotes
     // Writes what is left. False when not everything got out.
     [[nodiscard]] bool finish();
 
 private:
     static constexpr std::size_t kSize = 64 * 1024;
 
-    template <bool json> void units(TextView s);
+    template <class Put> void units(TextView s, Put put);
     void makeRoom(std::size_t bytes) {
         if (bytes > kSize - m_used) flush();
     }
