@@ -1,9 +1,10 @@
 // workbench/logic/PairList.h: the loaded pair of files as the translator's list.
 #pragma once
+#include "workbench/logic/ChangedRows.h"
 #include "workbench/logic/PendingRows.h"
 
 // The rows live in the grid alone. loadPair makes them; from then on the Translation cells change
-// through confirmEdit and the duplicate fill only, which keep `pending` true to them.
+// through confirmEdit and the duplicate fill only, which keep `pending` and `changed` true to them.
 struct PairList {
     explicit PairList(GridData& grid) : fxGrid(grid) {}
 
@@ -18,4 +19,5 @@ struct PairList {
 
     // The rows that a duplicate fill may set: collected when one is due, none while the list loads.
     std::optional<PendingRows> pending;
+    ChangedRows changed;
 };

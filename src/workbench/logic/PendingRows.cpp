@@ -45,12 +45,13 @@ void PendingRows::add(const GridData& fxGrid, std::int32_t iRow) {
     group.last = note;
 }
 
-std::int32_t PendingRows::fill(GridData& fxGrid, TextView sDefault, TextView sTrans) {
-    if (!m_guess.mayHold(hashEnds(sDefault))) return 0;
+std::span<const std::int32_t> PendingRows::fill(GridData& fxGrid, TextView sDefault,
+                                                TextView sTrans) {
+    if (!m_guess.mayHold(hashEnds(sDefault))) return {};
     const auto same = hasDefault(fxGrid, sDefault);
     const std::uint32_t number =
         m_table.find(hashText(sDefault), [&](std::uint32_t n) { return same(m_groups[n].row); });
-    if (number == kNone || m_groups[number].first == kNone) return 0;
+    if (number == kNone || m_groups[number].first == kNone) return {};
 
     m_rows.clear();
     for (std::uint32_t n = m_groups[number].first; n != kNone; n = m_notes[n].next) {
@@ -62,9 +63,9 @@ std::int32_t PendingRows::fill(GridData& fxGrid, TextView sDefault, TextView sTr
     std::sort(m_rows.begin(), m_rows.end());
     m_rows.erase(std::unique(m_rows.begin(), m_rows.end()), m_rows.end());
 
-    if (m_rows.empty()) return 0;
+    if (m_rows.empty()) return {};
     const Text sKept(sTrans);  // setting a text may move the others of its column
     const UpdateBracket update(fxGrid);
     for (const std::int32_t row : m_rows) fxGrid.CellText(row, kTranslationColumn, sKept);
-    return static_cast<std::int32_t>(m_rows.size());
+    return m_rows;
 }

@@ -13,8 +13,9 @@ public:
     void collect(const GridData& fxGrid);
     void add(const GridData& fxGrid, std::int32_t iRow);
     // Sets the translation of all pending rows of exactly that default text, in row order, and
-    // forgets them. Returns how many were set. The texts may be views of cells.
-    std::int32_t fill(GridData& fxGrid, TextView sDefault, TextView sTrans);
+    // forgets them. Returns the rows that were set; good until the next call. The texts may be
+    // views of cells.
+    std::span<const std::int32_t> fill(GridData& fxGrid, TextView sDefault, TextView sTrans);
 
 private:
     // A set that now and then says yes wrongly: most default texts of a list have no pending row,

@@ -31,7 +31,10 @@ void confirmEdit(PairList& list, std::int32_t iRow, TextView sResult, JobListene
     // What the file held already, a lone CR or LF in its line included, may stay.
     const Text s = sResult == sTrans ? Text(sResult) : onOneLine(sResult);
     const bool changed = s != sTrans;
-    if (changed) list.m_bDirty = true;
+    if (changed) {
+        list.m_bDirty = true;
+        list.changed.add(iRow);
+    }
     {
         const UpdateBracket update(fxGrid);
         fxGrid.CellText(iRow, kTranslationColumn, s);

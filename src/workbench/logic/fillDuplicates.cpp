@@ -12,13 +12,15 @@ PendingRows& pendingOf(PairList& list) {
 
 }  // namespace
 
-std::int32_t pvFillPendingDuplicates(GridData& fxGrid, TextView sDefault, TextView sTrans,
+std::int32_t pvFillPendingDuplicates(PairList& list, TextView sDefault, TextView sTrans,
                                      PendingRows& cPending) {
-    return cPending.fill(fxGrid, sDefault, sTrans);
+    const std::span<const std::int32_t> rows = cPending.fill(list.fxGrid, sDefault, sTrans);
+    for (const std::int32_t row : rows) list.changed.add(row);
+    return static_cast<std::int32_t>(rows.size());
 }
 
 std::int32_t pvFillDuplicates(PairList& list, TextView sDefault, TextView sTrans) {
-    return pvFillPendingDuplicates(list.fxGrid, sDefault, sTrans, pendingOf(list));
+    return pvFillPendingDuplicates(list, sDefault, sTrans, pendingOf(list));
 }
 
 std::int32_t pvFillAllDuplicates(PairList& list, JobListener& listener) {
@@ -36,7 +38,7 @@ std::int32_t pvFillAllDuplicates(PairList& list, JobListener& listener) {
                 listener.pvSetProgress(percentOf(i, std::int64_t{rows} + 1));
                 if (const TextView sTrans = fxGrid.CellText(i, kTranslationColumn);
                     !sTrans.empty()) {
-                    filled += pvFillPendingDuplicates(fxGrid, fxGrid.CellText(i, kDefaultColumn),
+                    filled += pvFillPendingDuplicates(list, fxGrid.CellText(i, kDefaultColumn),
                                                       sTrans, cPending);
                 }
                 if (listener.cancelled()) break;

@@ -8,7 +8,7 @@
 #include "workbench/logic/job.h"
 
 // Both return how many rows were set.
-std::int32_t pvFillPendingDuplicates(GridData& fxGrid, TextView sDefault, TextView sTrans,
+std::int32_t pvFillPendingDuplicates(PairList& list, TextView sDefault, TextView sTrans,
                                      PendingRows& cPending);
 std::int32_t pvFillDuplicates(PairList& list, TextView sDefault, TextView sTrans);
 

@@ -67,6 +67,7 @@ void loadPair(PairList& list, const PairToLoad& pair, JobListener& listener) {
         list.m_lColTransWidth = fxGrid.ColWidth(kTranslationColumn);
     }
     list.pending.reset();
+    list.changed.clear();
     fxGrid.Clear();
     addColumns(list);
     PairFiles files = fillGrid(fxGrid, pair, listener);
