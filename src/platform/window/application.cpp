@@ -173,7 +173,9 @@ Application::Application(int& argc, char** argv, const ApplicationOptions& optio
 
     const QString name = toQt(options.name);
     QCoreApplication::setApplicationName(name);
-    QGuiApplication::setApplicationDisplayName(name);
+    // The name of the program's desktop file, by which a desktop finds icon and group of a window.
+    // No display name is set: it would be added to every caption.
+    QGuiApplication::setDesktopFileName(name.toLower());
     m_impl = std::make_unique<Impl>(argc, argv);
     QGuiApplication::setQuitOnLastWindowClosed(false);
     (void)takeDesktopLook();

@@ -278,6 +278,9 @@ void setAddressOpener(std::function<bool(const std::string&)> opener) {
 void setSettingsFolder(std::optional<std::string> folder) {
     hooks().settingsFolder = std::move(folder);
 }
+void setRegistry(std::optional<std::vector<RegistryValue>> values) {
+    hooks().registry = std::move(values);
+}
 
 }  // namespace test
 

@@ -183,4 +183,12 @@ void setAddressOpener(std::function<bool(const std::string& address)> opener);
 // Where the settings lie, a directory in the system's own spelling.
 void setSettingsFolder(std::optional<std::string> folder);
 
+// The values of the registry (registry.h) in place of those of this desktop.
+struct RegistryValue {
+    std::string key, name;
+    std::uint32_t type = 0;  // REG_...
+    std::string bytes;
+};
+void setRegistry(std::optional<std::vector<RegistryValue>> values);
+
 }  // namespace platform::test

@@ -16,6 +16,7 @@ struct TestHooks {
     test::ShellHook shell;
     std::function<bool(const std::string& address)> addressOpener;
     std::optional<std::string> settingsFolder;
+    std::optional<std::vector<test::RegistryValue>> registry;
 };
 [[nodiscard]] TestHooks& hooks();
 
