@@ -26,10 +26,12 @@ bool Form::Load(HWND owner) {
     if (!createOfKind(options)) return false;
     applyIcon();
     const Life life(*this);
-    platform::setKeyFilter(hWnd(),
-                           [this, life](HWND window, std::uint32_t uMsg, WPARAM wParam, LPARAM) {
-                               return life && keyMessage(window, uMsg, wParam);
-                           });
+    platform::setKeyFilter(
+        hWnd(), [this, life](HWND window, std::uint32_t uMsg, WPARAM wParam, LPARAM lParam) {
+            if (!life) return false;
+            if (onFormKey(window, uMsg, wParam, lParam)) return true;
+            return life && keyMessage(window, uMsg, wParam);
+        });
     onLoad();
     return life && Loaded();
 }

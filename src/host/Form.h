@@ -63,6 +63,11 @@ protected:
     virtual void onLoad() {}
     virtual void onQueryUnload(bool& /*bCancel*/, UnloadReason) {}
     virtual void onUnload(bool& /*bCancel*/) {}
+    // Sees each key message for the form and all in it (see platform::setKeyFilter) ahead of the
+    // form's own keys; true uses it up.
+    virtual bool onFormKey(HWND, std::uint32_t, platform::WPARAM, platform::LPARAM) {
+        return false;
+    }
 
     // An override hands on what it does not take itself.
     bool onMessage(std::uint32_t uMsg, platform::WPARAM wParam, platform::LPARAM lParam,
