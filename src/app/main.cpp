@@ -1,0 +1,68 @@
+// quillmere [MAIN [TRANSLATED]]: the window program.
+#include "file/ufu_files.h"
+#include "platform/base/failure.h"
+#include "platform/window/application.h"
+#include "platform/window/resources.h"
+#include "workbench/frmMain.h"
+#include "workbench/modMain.h"
+#include "workbench/product.h"
+
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+
+namespace {
+
+constexpr const char* kHelp =
+    "quillmere [MAIN [TRANSLATED]]\n"
+    "\n"
+    "Translates key=value language files in a window. MAIN is the complete file, TRANSLATED\n"
+    "the one that is worked on; with both the pair is loaded at once.\n"
+    "\n"
+    "  --help     this text\n"
+    "  --version  the version\n"
+    "\n"
+    "quillmere-cli does the same work without a window.\n";
+
+void print(const std::string& text) { (void)std::fputs(text.c_str(), stdout); }
+
+int complain(TextView sMessage) {
+    (void)std::fputs(("quillmere: " + toUtf8(sMessage) + "\n").c_str(), stderr);
+    return 1;
+}
+
+// The names of files are in the command line of the process; the window system has no switches
+// here.
+int run(char* program) {
+    if (const Text why = platform::Application::obstacle({}); !why.empty()) return complain(why);
+    int argc = 1;
+    char* argv[] = {program, nullptr};
+    platform::Application application(argc, argv, {});
+    (void)platform::setProgramIcon(u"quillmere");
+    frmMain window;
+    platform::setFailureHandler(
+        [&window](const std::exception_ptr& failure) { window.ShowError(messageOf(failure)); });
+    window.Start(ufu_UniCommandLine());
+    const int code = application.run();
+    platform::setFailureHandler({});
+    return code;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    // A file that may not grow is a failed write like any other, not the end of the process.
+    std::signal(SIGXFSZ, SIG_IGN);
+    const auto given = [&](std::string_view option) {
+        return std::any_of(argv + 1, argv + argc, [&](const char* arg) { return arg == option; });
+    };
+    try {
+        if (given("--help") || given("--version")) {
+            print(given("--help") ? kHelp : "quillmere " + toUtf8(productVersion()) + "\n");
+            return 0;
+        }
+        return run(argv[0]);
+    } catch (const std::exception&) {
+        return complain(messageOf(std::current_exception()));
+    }
+}
