@@ -6,6 +6,7 @@
 #include "platform/base/paths.h"
 #include "platform/window/application.h"
 #include "platform/window/dialogs.h"
+#include "platform/window/input.h"
 #include "workbench/logic/clsCommandArgs.h"
 #include "workbench/logic/columns.h"
 #include "workbench/logic/settingsRules.h"

@@ -79,7 +79,7 @@ private:
     void takeCommandLine(TextView sCommandLine);
 
     // Commands.
-    template <class F> void runCommand(F f);
+    void runCommand(const std::function<void()>& f);
     void pick(MenuEntry entry);
     void chooseFile(bool bMain);
     void takeDroppedFiles(const std::vector<Text>& files);

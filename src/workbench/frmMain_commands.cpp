@@ -45,7 +45,7 @@ template <class F, class Show> bool guarded(F f, Show show) {
 
 // ---- How a command runs
 
-template <class F> void frmMain::runCommand(F f) {
+void frmMain::runCommand(const std::function<void()>& f) {
     if (m_bRunning) return;
     m_bRunning = true;
     (void)guarded(f, [this](const Text& sMessage) { showFailure(sMessage); });
