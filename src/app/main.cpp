@@ -42,6 +42,7 @@ int run(char* program) {
     frmMain window;
     platform::setFailureHandler(
         [&window](const std::exception_ptr& failure) { window.ShowError(messageOf(failure)); });
+    window.Closed = [] { platform::PostQuitMessage(0); };
     window.Start(ufu_UniCommandLine());
     const int code = application.run();
     platform::setFailureHandler({});

@@ -7,8 +7,16 @@
 
 void PlainLabel::Caption(Text sCaption) {
     m_sCaption = std::move(sCaption);
-    Invalidate();
+    fit();
     tellAccessible(platform::AccessibleChange::Name);
+}
+
+void PlainLabel::fit() {
+    if (m_bAutoSize && hDC() != 0) {
+        const SIZE text = TextSize(hDC(), m_sCaption, platform::DT_NOPREFIX);
+        move(Left(), Top(), text.cx, text.cy);
+    }
+    Invalidate();
 }
 
 void PlainLabel::onPaint() {

@@ -36,21 +36,24 @@ frmAbout::frmAbout() : Form(platform::WindowKind::Dialog) {
 }
 
 void frmAbout::onLoad() {
-    const auto label = [this](PlainLabel& lbl, const Text& sCaption, const RECT& place) {
-        placeControl(*this, lbl, u"", place);
+    const auto label = [this](PlainLabel& lbl, TextView sName, const Text& sCaption,
+                              const RECT& place) {
+        placeControl(*this, lbl, sName, place);
         lbl.Caption(sCaption);
     };
     lblTitle.Font({.Size = kTitleSize, .Bold = true});
-    label(lblTitle, Text(kProductName), PlaceOfTwips(120, 240, 3885, 480));
-    label(lblVersion, u"Version " + productVersion(), PlaceOfTwips(120, 780, 3885, 225));
-    label(lblDescription,
+    label(lblTitle, u"lblTitle", Text(kProductName), PlaceOfTwips(120, 240, 3885, 480));
+    label(lblVersion, u"lblVersion", u"Version " + productVersion(),
+          PlaceOfTwips(120, 780, 3885, 225));
+    label(lblDescription, u"lblDescription",
           u"This utility permits you to translate (and maintain) .ini compliant language files, "
           u"such as the .lng and .ini files from which many programs take the texts of their "
           u"menus, dialogs and messages.",
           PlaceOfTwips(120, 1125, 3885, 1170));
     lblDescription.ForeColor(kBlack);
-    label(lblCopy, u"Made by the Quillmere developers", PlaceOfTwips(150, 2640, 3345, 315));
-    label(lblSite, siteAddress(), PlaceOfTwips(150, 3090, 3345, 315));
+    label(lblCopy, u"lblCopy", u"Made by the Quillmere developers",
+          PlaceOfTwips(150, 2640, 3345, 315));
+    label(lblSite, u"lblSite", siteAddress(), PlaceOfTwips(150, 3090, 3345, 315));
     lblSite.ForeColor(kBlue);
     lblSite.HandPointer(true);
     lblSite.Click = [this] {

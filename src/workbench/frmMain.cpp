@@ -81,7 +81,7 @@ void frmMain::onUnload(bool& bCancel) {
     m_bCloseLater = false;
 }
 
-void frmMain::onDestroy() { platform::PostQuitMessage(0); }
+void frmMain::onDestroy() { Closed(); }
 
 // ---- Messages
 

@@ -31,9 +31,9 @@ public:
 
     // Loads and shows the window. sCommandLine: that of the process, or none, as the names of the
     // main and of the translated file; with both the pair is loaded. Raises what the start of the
-    // window system or of a control raises, and 6 for a command line that is too long. The end of
-    // the window ends the message loop.
+    // window system or of a control raises, and 6 for a command line that is too long.
     void Start(TextView sCommandLine);
+    Event<> Closed;  // the window has ended, and with it the program is to end
 
     void ShowError(TextView sError);
     void ShowInfo(TextView sInfo);

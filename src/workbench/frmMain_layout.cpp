@@ -92,6 +92,23 @@ StoredValues tipValues() {
         .number(u"Transparency", 0);
 }
 
+// The places were made for a narrower face. Where a text needs more than its own, it takes of the
+// space that the frame leaves free.
+void makeRoom(const HostWindow& frame, PlainLabel& label) {
+    constexpr int kEdge = 2;  // pixels, of the frame
+    const int beyond = label.Left() + label.ScaleWidth() - (frame.ScaleWidth() - kEdge);
+    if (beyond > 0) label.move(std::max(kEdge, label.Left() - beyond), label.Top());
+}
+
+void makeRoom(const HostWindow& frame, ctlUniLabel& label) {
+    constexpr int kEdge = 1;
+    SIZE text{label.ScaleWidth(), 0};
+    TextSizeWrapped(label.hDC(), label.Caption(), 0, true, false, text);
+    const int height = std::min(static_cast<int>(text.cy), frame.ScaleHeight() - 2 * kEdge);
+    if (height <= label.ScaleHeight()) return;
+    label.move(label.Left(), (frame.ScaleHeight() - height) / 2, label.ScaleWidth(), height);
+}
+
 }  // namespace
 
 void frmMain::onLoad() {
@@ -110,6 +127,9 @@ void frmMain::onLoad() {
     fxGrid.SelForeColor(0);
     pvSetProgress(0);
     lblIstro.Caption(Text(kInstructions));
+    makeRoom(ctlUniFrameXP1, lblIstro);
+    makeRoom(ctlUniFrameXP2, Label1);
+    makeRoom(ctlUniFrameXP2, Label2);
     platform::DragAcceptFiles(hWnd(), true);
     CenterOnScreen();
 }
@@ -123,12 +143,14 @@ void frmMain::placeControls() {
     placeControl(*this, ctlUniFrameXP2, u"ctlUniFrameXP2", PlaceOfTwips(5460, 30, 3465, 1995),
                  noCaption());
     placeControl(ctlUniFrameXP2, Label1, u"Label1", PlaceOfTwips(150, 120, 2640, 195));
+    Label1.AutoSize(true);
     Label1.Caption(u"Main file (ex. english.lng or english.ini)");
     placeControl(ctlUniFrameXP2, txtFileIn, u"txtFileIn", PlaceOfTwips(120, 360, 2715, 315),
                  lockedBox());
     placeControl(ctlUniFrameXP2, btnFileIn, u"btnFileIn", PlaceOfTwips(2880, 360, 435, 315),
                  browseButton());
     placeControl(ctlUniFrameXP2, Label2, u"Label2", PlaceOfTwips(150, 720, 3150, 195));
+    Label2.AutoSize(true);
     Label2.Caption(u"Your language file (ex. dutch.lng or dutch.ini)");
     placeControl(ctlUniFrameXP2, txtFileOut, u"txtFileOut", PlaceOfTwips(120, 930, 2715, 315),
                  lockedBox());

@@ -1,0 +1,290 @@
+// The small windows, the menu's table and pictures, and how texts fit where they stand.
+#include "gfx/modCtlCommon_ctl_text.h"
+#include "platform/window/registry.h"
+#include "platform/window/resources.h"
+#include "platform/window/screen.h"
+#include "workbench/frmInputBox.h"
+#include "workbench/menuPictures.h"
+#include "workbench/modMain.h"
+#include "workbench/product.h"
+#include "workbench/storedValues.h"
+#include "workbench/workbenchWindow_test.h"
+
+namespace test {
+namespace {
+
+class Dialogs : public WorkbenchTest {};
+
+TEST_F(Dialogs, TheInputBoxGivesTheTextOrNothing) {
+    const auto asked = [](TextView sTitle) {
+        bool bCancel = false;
+        const Text s = UniInputBox(0, u"Line:", sTitle, u"start", bCancel);
+        return toUtf8(s) + (bCancel ? " cancelled" : "");
+    };
+    std::string title;
+    answers.next([&](Form& form) {
+        title = toUtf8(form.Caption());
+        (void)controlOf<ctlUniButtonXP>(form, u"btnOk").accessibleAction();
+    });
+    EXPECT_EQ(asked({}), "start");
+    EXPECT_EQ(title, "Quillmere");
+    answers.press(u"btnCancel");
+    EXPECT_EQ(asked({}), " cancelled");
+    answers.close();
+    EXPECT_EQ(asked({}), " cancelled");
+    answers.next([&](Form& form) {
+        title = toUtf8(form.Caption());
+        platform::test::pressKey(controlOf<ctlUniTextBoxXP>(form, u"txtText").hWnd(),
+                                 platform::VK_ESCAPE);
+    });
+    EXPECT_EQ(asked(u"Other"), " cancelled");
+    EXPECT_EQ(title, "Other");
+}
+
+TEST_F(Dialogs, AMomentAfterItCameUpTheWholeTextIsSelected) {
+    frmInputBox frm;
+    ASSERT_TRUE(frm.Load());
+    platform::test::setManualTimers(true);
+    frm.InitMap(u"Name", {}, u"three words here");
+    const auto& txtText = controlOf<ctlUniTextBoxXP>(frm, u"txtText");
+    EXPECT_EQ(txtText.SelText(), u"");
+    platform::test::advanceTimers(50);
+    EXPECT_EQ(txtText.SelText(), u"three words here");
+    EXPECT_EQ(platform::test::runningTimers(), 1) << "that of the answers";
+}
+
+TEST_F(Dialogs, AboutTellsTheVersionAndOpensSiteAndHelp) {
+    std::vector<std::string> opened;
+    platform::test::setShell([&](const platform::ShellRequest& request) {
+        opened.push_back(toUtf8(request.verb) + " " + toUtf8(request.file));
+        return platform::SE_ERR_SUCCESS;
+    });
+    start();
+    answers.next([&](Form& form) {
+        EXPECT_EQ(form.Caption(), u"About Quillmere");
+        controlOf<PlainLabel>(form, u"lblSite").Click();
+        EXPECT_EQ(controlOf<PlainLabel>(form, u"lblVersion").Caption(),
+                  u"Version " + productVersion());
+        (void)controlOf<ctlUniButtonXP>(form, u"cmdOK").accessibleAction();
+    });
+    pick(mnuAbout);
+    pick(mnuShowHelp);
+    ASSERT_EQ(opened.size(), 2U);
+    EXPECT_EQ(opened[0], "open " + toUtf8(siteAddress()));
+    EXPECT_TRUE(opened[1].ends_with("\\help\\index.html")) << opened[1];
+    platform::test::setShell(
+        [](const platform::ShellRequest&) { return platform::SE_ERR_NOASSOC; });
+    dialogs.answerMessageBox(platform::IDOK);
+    pick(mnuShowHelp);
+    EXPECT_NE(dialogs.log().find("The help page cannot be opened"), std::string::npos);
+}
+
+TEST_F(Dialogs, SystemInfoStartsTheToolOrSaysThatThereIsNone) {
+    constexpr const char* kMsInfo = "SOFTWARE\\Microsoft\\Shared Tools\\MSINFO";
+    constexpr const char* kLocation = "SOFTWARE\\Microsoft\\Shared Tools Location";
+    dir.write("MSINFO32.EXE", "");
+    const std::string folder = toUtf8(dir.inside("")).substr(0, toUtf8(dir.inside("")).size() - 1);
+    std::string started;
+    std::intptr_t result = platform::SE_ERR_SUCCESS;
+    platform::test::setShell([&](const platform::ShellRequest& request) {
+        started = toUtf8(request.file);
+        return result;
+    });
+    frmAbout about;
+    ASSERT_TRUE(about.Load());
+    const auto info = [&](std::vector<platform::test::RegistryValue> values) {
+        platform::test::setRegistry(std::move(values));
+        started.clear();
+        const std::size_t before = dialogs.log().size();
+        dialogs.answerMessageBox(platform::IDOK);
+        about.StartSysInfo();
+        const bool box = dialogs.log().size() > before;
+        if (!box) (void)dialogs.next("messagebox", "");  // the answer that was not needed
+        return started + (box ? " box" : "");
+    };
+    EXPECT_EQ(info({}), " box");
+    EXPECT_NE(dialogs.log().find("System Information Is Unavailable At This Time"),
+              std::string::npos);
+    EXPECT_EQ(info({{kMsInfo, "PATH", platform::REG_SZ, std::string("\\tool\0", 6)}}), "\\tool");
+    EXPECT_EQ(info({{kLocation, "MSINFO", platform::REG_SZ, folder + '\0'}}),
+              folder + "\\MSINFO32.EXE");
+    EXPECT_EQ(info({{kLocation, "MSINFO", platform::REG_SZ, "\\none"}}), " box");
+    result = platform::SE_ERR_FNF;
+    EXPECT_EQ(info({{kMsInfo, "PATH", platform::REG_SZ, "\\tool"}}), "\\tool box");
+}
+
+TEST_F(Dialogs, RegistryValuesComeAsText) {
+    platform::test::setRegistry({{{"A\\B", "text", platform::REG_SZ, std::string("caf\xE9\0", 5)},
+                                  {"A\\B", "number", platform::REG_DWORD, {"\x12\x03\0\0", 4}},
+                                  {"A\\B", "long", platform::REG_SZ, std::string(1025, 'x')}}});
+    const auto value = [](TextView sKey, TextView sName) {
+        Text s = u"old";
+        const bool found = frmAbout::GetKeyValue(platform::HKEY_LOCAL_MACHINE, sKey, sName, s);
+        return (found ? "" : "no ") + toUtf8(s);
+    };
+    EXPECT_EQ(value(u"A\\B", u"text"), "caf\xC3\xA9");
+    EXPECT_EQ(value(u"a\\b", u"NUMBER"), "&h00000312");
+    EXPECT_EQ(value(u"A\\B", u"none"), "no ");
+    EXPECT_EQ(value(u"A", u"text"), "no ");
+    EXPECT_EQ(value(u"A\\B", u"long"), "no ");
+}
+
+TEST_F(Dialogs, PlainQuestionsHaveATitleInAnyCase) {
+    start();
+    dialogs.answerMessageBox(platform::IDYES);
+    EXPECT_TRUE(window.ShowYesNo(u"Sure?"));
+    dialogs.answerMessageBox(platform::IDNO);
+    EXPECT_FALSE(window.ShowYesNo(u"Sure?", u"  "));
+    dialogs.answerMessageBox(platform::IDYES);
+    EXPECT_TRUE(window.ShowYesNo(u"Sure?", u"Title"));
+    const auto box = [](const std::string& title) {
+        return "messagebox style=0x24 title=\"" + title + "\" text=\"Sure?\"\n";
+    };
+    EXPECT_EQ(dialogs.log(), box("Attention") + box("Attention") + box("Title"));
+}
+
+TEST_F(Dialogs, TheWideFontGoesToAllButDrawnLabels) {
+    start();
+    ApplyUnicodeFont(window);
+    EXPECT_EQ(window.HostWindow::Font().Name, kUnicodeFont);
+    EXPECT_EQ(window.grid().Font().Name, kUnicodeFont);
+    EXPECT_EQ(controlOf<ctlUniTextBoxXP>(window, u"txtFileIn").Font().Name, kUnicodeFont);
+    EXPECT_EQ(controlOf<PlainLabel>(window, u"Label1").Font().Name, kUnicodeFont);
+    EXPECT_EQ(controlOf<ctlUniLabel>(window, u"lblIstro").Font().Name, StdFont().Name);
+    EXPECT_EQ(window.grid().Font().Size, StdFont().Size);
+}
+
+// ---- The menu
+
+TEST_F(Dialogs, TheMenuHoldsItsLinesInOrder) {
+    start();
+    std::string all;
+    const platform::HMENU bar = platform::GetMenu(window.hWnd());
+    for (const MenuLine& line : menuLines()) {
+        platform::MENUITEMINFOW item;
+        item.fMask = platform::MIIM_ID | platform::MIIM_SUBMENU;
+        EXPECT_TRUE(platform::GetMenuItemInfoW(bar, line.entry, false, item)) << line.entry;
+        EXPECT_EQ(item.hSubMenu != 0, line.onBar);
+        all += toUtf8(line.sCaption) + (line.sShortcut.empty() ? "" : "|") +
+               toUtf8(line.sShortcut) + "\n";
+    }
+    EXPECT_EQ(all, "&File\nOpen the main translation file\n-\nOpen the file to translate\n"
+                   "Create a new translation from an empty file\n"
+                   "Create a new translation from a copy of the main  file\n-\n"
+                   "Save Translation|Ctrl+S\n-\nExit\n&Tools\nFind Next Untranslated|F3\n"
+                   "Find Phrase|Ctrl+F\nFind Translated Phrase|Ctrl+T\n-\n"
+                   "Show only untranslated strings\nGo to Line...|Ctrl+G\n&Help\nHelp\n&About\n");
+}
+
+TEST_F(Dialogs, ShortcutsReachTheCommandsFromTheList) {
+    startWithPair();
+    platform::test::pressKey(gridWindow(), platform::VK_F1 + 2);
+    platform::test::settle();
+    EXPECT_EQ(window.grid().Row(), 2);
+    answers.type(u"5");
+    platform::test::pressKey(gridWindow(), 'G', u"\x07", platform::MK_CONTROL);
+    platform::test::settle();
+    EXPECT_EQ(window.grid().Row(), 5);
+    dir.write("trans.lng", "");
+    platform::test::pressKey(gridWindow(), 'S', u"\x13", platform::MK_CONTROL);
+    platform::test::settle();
+    EXPECT_EQ(dir.read("trans.lng"), "") << "Save is disabled";
+}
+
+TEST_F(Dialogs, PicturesOfTheMenuFitTheScreen) {
+    const struct {
+        int dpi, cell, picture;
+    } kScreens[] = {{96, 16, 16}, {120, 20, 16}, {144, 24, 24}, {192, 32, 32}, {288, 48, 32}};
+    for (const auto& c : kScreens) {
+        platform::test::setScreens({{{0, 0, 2000, 1000}, {0, 0, 2000, 1000}, true, 32, c.dpi}});
+        EntryPictures pictures;
+        EXPECT_EQ(EntryPictures::cellSize(), c.cell);
+        for (const TextView caption : {u"&File", u"Open the file to translate", u"Exit", u"&About",
+                                       u"Help", u"&Help", u"&Tools"}) {
+            const Picture picture = pictures.of(caption, 0xFFFFFF);
+            ASSERT_NE(picture, nullptr) << toUtf8(caption);
+            EXPECT_EQ(picture->Width(), c.picture);
+            EXPECT_EQ(pictures.of(caption, 0xFFFFFF), picture) << "read once";
+        }
+        EXPECT_EQ(pictures.of(u"Save Translation", 0), nullptr);
+    }
+}
+
+TEST_F(Dialogs, APictureLeavesOutWhatDoesNotCoverAndBlendsTheRest) {
+    using namespace platform;
+    const Picture onWhite = loadPicture(u"menu/exit-16", 0xFFFFFF);
+    const Picture onBlack = loadPicture(u"menu/exit-16", 0);
+    ASSERT_NE(onWhite, nullptr);
+    const HDC hDC = CreateCompatibleDC(0);
+    const auto pixels = [&](const Picture& picture) {
+        const HGDIOBJ old = SelectObject(hDC, picture->Handle());
+        std::vector<COLORREF> all;
+        for (int i = 0; i < 256; ++i) all.push_back(GetPixel(hDC, i % 16, i / 16));
+        SelectObject(hDC, old);
+        return all;
+    };
+    const auto white = pixels(onWhite), black = pixels(onBlack);
+    DeleteDC(hDC);
+    int same = 0, blended = 0, left = 0;
+    for (std::size_t i = 0; i < white.size(); ++i) {
+        const bool out = white[i] == white[0];
+        EXPECT_EQ(out, black[i] == black[0]) << i;
+        ++(out ? left : white[i] == black[i] ? same : blended);
+    }
+    EXPECT_GT(left, 50);
+    EXPECT_GT(same, 30);
+    EXPECT_GT(blended, 5);
+    EXPECT_EQ(loadPicture(u"menu/none", 0), nullptr);
+}
+
+// ---- Texts in their places
+
+TEST_F(Dialogs, EveryTextFitsItsPlaceAtEachResolution) {
+    for (const int dpi : {96, 120, 144, 192}) {
+        platform::test::setScreens({{{0, 0, 4000, 3000}, {0, 0, 4000, 3000}, true, 32, dpi}});
+        frmMain main;
+        frmAbout about;
+        ASSERT_TRUE(main.Load());
+        ASSERT_TRUE(about.Load());
+        for (Form* const form : std::initializer_list<Form*>{&main, &about}) {
+            for (HostWindow* const host : form->Controls()) {
+                Text caption;
+                if (const auto* label = dynamic_cast<LabelControl*>(host)) {
+                    caption = label->Caption();
+                } else if (const auto* plain = dynamic_cast<PlainLabel*>(host)) {
+                    caption = plain->Caption();
+                } else if (const auto* button = dynamic_cast<ctlUniButtonXP*>(host)) {
+                    caption = button->Caption();
+                }
+                SIZE text{host->ScaleWidth(), 0};
+                TextSizeWrapped(host->hDC(), caption, 0, true, false, text);
+                EXPECT_LE(text.cx, host->ScaleWidth()) << dpi << " " << toUtf8(caption);
+                // A line has a free row above and below its letters.
+                EXPECT_LE(text.cy, host->ScaleHeight() + 2) << dpi << " " << toUtf8(caption);
+                RECT around;
+                platform::GetClientRect(platform::GetParent(host->HostWindow::hWnd()), around);
+                EXPECT_LE(host->Left() + host->ScaleWidth(), around.right) << toUtf8(caption);
+                EXPECT_LE(host->Top() + host->ScaleHeight(), around.bottom) << toUtf8(caption);
+            }
+        }
+    }
+}
+
+TEST_F(Dialogs, ListAndProgressFollowTheWindow) {
+    start();
+    const auto& progress = controlOf<ctlProgressXP>(window, u"ctlProgress");
+    const auto places = [&] {
+        const auto& grid = static_cast<const HostWindow&>(window.grid());
+        return std::to_string(grid.Top()) + "+" + std::to_string(grid.ScaleHeight()) + "=" +
+               std::to_string(progress.Top()) + "+" + std::to_string(progress.ScaleHeight()) + " " +
+               std::to_string(grid.ScaleWidth()) + " " + std::to_string(progress.ScaleWidth());
+    };
+    EXPECT_EQ(places(), "136+186=322+15 601 601");
+    window.ClientSize(800, 600);
+    EXPECT_EQ(places(), "136+449=585+15 800 800");
+    window.ClientSize(100, 20);
+    EXPECT_EQ(window.grid().ScaleHeight(), 0);
+}
+
+}  // namespace
+}  // namespace test

@@ -1,0 +1,422 @@
+#include "platform/base/folders.h"
+#include "platform/window/settings.h"
+#include "workbench/logic/settingsRules.h"
+#include "workbench/modMain.h"
+#include "workbench/workbenchWindow_test.h"
+
+#include <filesystem>
+
+namespace test {
+namespace {
+
+using platform::IDCANCEL;
+using platform::IDNO;
+using platform::IDYES;
+
+constexpr const char* kLoaded = "Title=Programma Open=! Close=! Open2=! Quit=! OK=ok~";
+constexpr const char* kQuestion =
+    "messagebox style=0x23 title=\"Attention\" text=\"Save the translated file?\"\n";
+
+// How a box about a failure, and one with news, stand in the log.
+std::string errorBox(const std::string& text) {
+    return "messagebox style=0x10 title=\"Attention\" text=\"" + text + "\"\n";
+}
+
+class FrmMain : public WorkbenchTest {};
+
+// ---- The command line
+
+TEST_F(FrmMain, LoadsThePairOfTheCommandLine) {
+    startWithPair();
+    EXPECT_EQ(rows(), kLoaded);
+    EXPECT_EQ(state(), "clean");
+    EXPECT_EQ(window.shownMainFile(), display("main.lng"));
+    EXPECT_EQ(window.shownTransFile(), display("trans.lng"));
+    EXPECT_EQ(window.grid().ColWidth(4), kDefaultColWidth);
+    EXPECT_TRUE(window.grid().HasFocus() || platform::GetFocus() == 0);
+    EXPECT_EQ(dialogs.log(), "");
+}
+
+TEST_F(FrmMain, DropsNamesThatAreNoFiles) {
+    const Text main = dir.inside("main.lng"), none = dir.inside("none.lng");
+    const struct {
+        Text commandLine, mainFile, transFile;
+    } kCases[] = {
+        {u"", u"", u""},
+        {main, display("main.lng"), u""},
+        {none, u"", u""},
+        {main + u" " + none, display("main.lng"), u""},
+        {none + u" " + main + u" " + main, u"", display("main.lng")},
+    };
+    for (const auto& c : kCases) {
+        frmMain another;
+        another.Start(c.commandLine);
+        EXPECT_EQ(another.shownMainFile(), c.mainFile) << toUtf8(c.commandLine);
+        EXPECT_EQ(another.shownTransFile(), c.transFile) << toUtf8(c.commandLine);
+        EXPECT_EQ(another.grid().Cols(), 0) << "nothing was loaded";
+    }
+}
+
+// ---- Files
+
+TEST_F(FrmMain, LoadsOnceBothFilesAreChosenAndAgainWhenTheDialogIsCancelled) {
+    start();
+    dialogs.answerFile(dir.inside("main.lng"));
+    pick(mnuOpenMainFile);
+    EXPECT_EQ(window.grid().Cols(), 0);
+    dialogs.answerFile(dir.inside("trans.lng"));
+    pick(mnuOpenTranslatedFile);
+    EXPECT_EQ(rows(), kLoaded);
+    EXPECT_NE(dialogs.log().find("open "), std::string::npos);
+    EXPECT_NE(dialogs.log().find("Open File"), std::string::npos) << dialogs.log();
+
+    dir.write("trans.lng", "[Menu]\r\nQuit=Einde\r\n");
+    window.grid().ColWidth(5, 321);
+    dialogs.answerFile({});
+    (void)controlOf<ctlUniButtonXP>(window, u"btnFileOut").accessibleAction();
+    platform::test::settle();
+    EXPECT_EQ(rows(), "Title=! Open=! Close=! Open2=! Quit=Einde OK=!");
+    EXPECT_EQ(window.grid().ColWidth(5), 321) << "a width set by hand stays";
+}
+
+TEST_F(FrmMain, TakesDroppedFilesAsTheButtonsWould) {
+    start();
+    const auto drop = [&](const std::vector<Text>& files) {
+        platform::SendMessageW(window.hWnd(), platform::WM_DROPFILES, 0,
+                               reinterpret_cast<platform::LPARAM>(&files));
+    };
+    drop({dir.inside("none.lng")});
+    EXPECT_EQ(window.shownMainFile(), u"");
+    drop({dir.inside("main.lng"), dir.inside("none.lng"), dir.inside("trans.lng"),
+          dir.inside("main.lng")});
+    EXPECT_EQ(rows(), kLoaded);
+    edit(2, u"Openen");
+    dialogs.answerMessageBox(IDCANCEL);
+    drop({dir.inside("trans.lng")});
+    EXPECT_EQ(window.shownMainFile(), display("main.lng")) << "cancelled at the question";
+}
+
+TEST_F(FrmMain, SaysWhatIsWrongWithAPairAndStaysUsable) {
+    startWithPair();
+    dialogs.answerFile(dir.inside("main.lng"));
+    dialogs.answerMessageBox(platform::IDOK);
+    pick(mnuOpenTranslatedFile);
+    EXPECT_NE(dialogs.log().find("Please choose two different files"), std::string::npos);
+    EXPECT_EQ(rows(), kLoaded) << "the list stays as it was";
+    EXPECT_EQ(window.shownTransFile(), display("main.lng")) << "the box keeps the new name";
+
+    dir.write("gone.lng", "");
+    dialogs.answerFile(dir.inside("gone.lng"));
+    pick(mnuOpenTranslatedFile);
+    std::filesystem::remove(dir.path() / "main.lng");
+    dialogs.answerMessageBox(platform::IDOK);
+    pick(mnuShowOnlyUntranslated);
+    EXPECT_NE(dialogs.log().find("Please load the file first!"), std::string::npos);
+    EXPECT_EQ(window.grid().Cols(), 5);
+    EXPECT_EQ(rows(), "");
+    dir.write("main.lng", "A=Again\n");
+    pick(mnuShowOnlyUntranslated);
+    EXPECT_EQ(rows(), "A=!");
+    EXPECT_EQ(dialogs.log().find("UNANSWERED"), std::string::npos) << dialogs.log();
+}
+
+// ---- Editing
+
+TEST_F(FrmMain, EditsByEnterFillsDuplicatesAndSaves) {
+    startWithPair();
+    edit(2, u"Openen");
+    EXPECT_EQ(rows(), "Title=Programma Open=Openen! Close=! Open2=Openen! Quit=! OK=ok~");
+    EXPECT_EQ(state(), "dirty save");
+    pick(mnuSave);
+    EXPECT_EQ(dir.read("trans.lng"), "Title=Programma\r\n[Menu]\r\nOK=ok\r\nExtra=kept\r\n\r\n"
+                                     "Open=Openen\r\nOpen2=Openen");
+    EXPECT_EQ(state(), "clean");
+    EXPECT_EQ(rows(), "Title=Programma Open=Openen Close=! Open2=Openen Quit=! OK=ok~");
+    EXPECT_EQ(window.grid().Row(), 2);
+    std::filesystem::remove(dir.path() / "trans.lng");
+    pick(mnuSave);
+    EXPECT_FALSE(std::filesystem::exists(dir.path() / "trans.lng")) << "nothing is due";
+}
+
+TEST_F(FrmMain, StartsFromTheDefaultTextWhereThereIsNoTranslation) {
+    dir.write("trans.lng", "[Menu]\r\nQuit= x\r\nClose=Sluiten\r\n");
+    startWithPair();
+    const auto shown = [&](std::int32_t iRow) {
+        std::string texts;
+        answers.next([&](Form& form) {
+            texts = toUtf8(controlOf<ctlUniTextBoxXP>(form, u"txtTextOrig").Text()) + "/" +
+                    toUtf8(controlOf<ctlUniTextBoxXP>(form, u"txtText").Text());
+            form.Unload(kClosedByUser);
+        });
+        window.grid().Row(iRow);
+        pressEnter();
+        return texts;
+    };
+    EXPECT_EQ(shown(2), "Open/Open");
+    EXPECT_EQ(shown(3), "Close/Sluiten");
+    EXPECT_EQ(state(), "clean") << "the close box cancels";
+    window.grid().CellText(2, 5, u"  ");
+    EXPECT_EQ(shown(2), "Open/Open") << "blanks count as nothing";
+}
+
+TEST_F(FrmMain, ConfirmsClearsOrLeavesATranslation) {
+    dir.write("trans.lng", "[Menu]\r\nClose=Sluiten\r\nOpen2=Open dan\r\n");
+    startWithPair();
+    EXPECT_EQ(state(), "dirty save") << "the fill of a new pair is work to save";
+    pick(mnuSave);
+    edit(3, std::nullopt);
+    EXPECT_EQ(state(), "clean") << "unchanged";
+    answers.press(u"btnCancel");
+    window.grid().Row(3);
+    pressEnter();
+    EXPECT_EQ(state(), "clean");
+    edit(5, std::nullopt);
+    EXPECT_EQ(state(), "dirty save") << "the default text was taken over";
+    edit(3, u"");
+    EXPECT_EQ(rows(), "Title=! Open=Open dan Close= Open2=Open dan Quit=Quit! OK=!");
+    window.grid().Row(-1);
+    pressEnter();  // no dialog comes
+    window.grid().Row(1);
+    using platform::test::MouseAction;
+    const auto mouse = [&](MouseAction action, platform::WPARAM button, platform::WPARAM down) {
+        platform::test::mouse(window.grid().Pic().hWnd(), action, {5, 40}, button, down);
+    };
+    mouse(MouseAction::Move, 0, 0);
+    mouse(MouseAction::Press, platform::MK_LBUTTON, platform::MK_LBUTTON);
+    mouse(MouseAction::Release, platform::MK_LBUTTON, 0);
+    answers.type(u"Dubbel");
+    mouse(MouseAction::DoubleClick, platform::MK_LBUTTON, platform::MK_LBUTTON);
+    platform::test::settle();
+    EXPECT_NE(rows().find("=Dubbel"), std::string::npos) << rows();
+}
+
+TEST_F(FrmMain, IgnoresEnterThatIsHeldDown) {
+    startWithPair();
+    window.grid().Row(2);
+    constexpr platform::LPARAM kHeld = 0x40000000;
+    const platform::HWND grid = gridWindow();
+    platform::SendMessageW(grid, platform::WM_KEYDOWN, platform::VK_RETURN, kHeld);
+    EXPECT_TRUE(isRepeatedEnter(platform::WM_KEYDOWN, platform::VK_RETURN, kHeld));
+    EXPECT_FALSE(isRepeatedEnter(platform::WM_KEYDOWN, platform::VK_RETURN, 0));
+    EXPECT_FALSE(isRepeatedEnter(platform::WM_KEYDOWN, platform::VK_DOWN, kHeld));
+}
+
+TEST_F(FrmMain, AModifierKeyEndsTheFillOfANewPair) {
+    dir.write("trans.lng", "[Menu]\r\nOpen=Openen\r\nQuit=Einde\r\n");
+    dir.write("main.lng", "[Menu]\r\nQuit=Quit\r\nQuit2=Quit\r\nOpen=Open\r\nOpen2=Open\r\n");
+    platform::test::setKeysDown(std::vector<std::int32_t>{platform::VK_MENU});
+    startWithPair();
+    EXPECT_EQ(rows(), "Quit=Einde Quit2=Einde! Open=Openen Open2=!");
+    EXPECT_EQ(dialogs.log(), "");
+}
+
+// ---- Closing and settings
+
+TEST_F(FrmMain, AsksBeforeClosingThreeWays) {
+    startWithPair();
+    edit(2, u"Openen");
+    dialogs.answerMessageBox(IDCANCEL);
+    pick(mnuExit);
+    EXPECT_TRUE(window.Loaded());
+    EXPECT_EQ(state(), "dirty save");
+    edit(3, u"Sluiten");
+    dialogs.answerMessageBox(IDYES);
+    pick(mnuExit);
+    EXPECT_FALSE(window.Loaded());
+    EXPECT_NE(dir.read("trans.lng").find("Close=Sluiten"), std::string::npos);
+
+    const std::string saved = dir.read("trans.lng");
+    startWithPair();
+    edit(2, u"Anders");
+    dialogs.answerMessageBox(IDNO);
+    EXPECT_TRUE(window.Unload(kClosedByUser));
+    EXPECT_EQ(dir.read("trans.lng"), saved);
+    EXPECT_EQ(dialogs.log(), std::string(kQuestion) + kQuestion + kQuestion);
+}
+
+TEST_F(FrmMain, SettingsComeBackAtTheNextStart) {
+    const auto stored = [](TextView sKey) {
+        return toUtf8(platform::GetSetting(kSettingsApplication, kSettingsSection, sKey, u"-"));
+    };
+    start();
+    EXPECT_TRUE(window.Unload());
+    EXPECT_EQ(stored(kDefaultWidthKey) + stored(kTransWidthKey) + stored(kEmptyTransKey), "--0")
+        << "no widths without columns";
+
+    startWithPair();
+    window.grid().ColWidth(4, 123);
+    window.grid().ColWidth(5, 4);
+    window.saveEmptyBox().Pressed(true);
+    EXPECT_TRUE(window.Unload());
+    EXPECT_EQ(stored(kDefaultWidthKey) + " " + stored(kTransWidthKey), "123 4");
+    startWithPair();
+    EXPECT_EQ(window.grid().ColWidth(4), 123);
+    EXPECT_EQ(window.grid().ColWidth(5), 10);
+    EXPECT_TRUE(window.saveEmptyBox().Pressed());
+}
+
+TEST_F(FrmMain, KeepsWhatCannotBeSavedAsEdits) {
+    startWithPair();
+    edit(2, u"Openen");
+    pick(mnuFindPhrase);
+    std::filesystem::permissions(dir.path() / "trans.lng", std::filesystem::perms(0444));
+    dialogs.answerMessageBox(platform::IDOK);
+    pick(mnuSave);
+    EXPECT_EQ(state(), "dirty save") << "it can be tried again";
+    EXPECT_NE(rows().find("Open=Openen!"), std::string::npos);
+    EXPECT_TRUE(dialogs.log().ends_with(errorBox("Cannot Save File!"))) << dialogs.log();
+
+    // Nowhere to put it: nothing goes on.
+    dir.write("state", "a file, no folder");
+    for (const int button : {IDYES, platform::IDOK, platform::IDOK}) {
+        dialogs.answerMessageBox(button);
+    }
+    pick(mnuExit);
+    EXPECT_TRUE(window.Loaded());
+    EXPECT_FALSE(window.findDialog().Loaded()) << "the search dialog closes all the same";
+    std::filesystem::remove(dir.path() / "state");
+
+    for (const int button : {IDYES, platform::IDOK, platform::IDOK}) {
+        dialogs.answerMessageBox(button);
+    }
+    pick(mnuExit);
+    EXPECT_FALSE(window.Loaded());
+    std::filesystem::path kept;
+    for (const auto& entry :
+         std::filesystem::directory_iterator(dir.path() / "state" / "quillmere")) {
+        kept = entry.path();
+    }
+    EXPECT_NE(dialogs.log().find(kept.string()), std::string::npos) << dialogs.log();
+    EXPECT_EQ(dir.read("state/quillmere/" + kept.filename().string()),
+              "{\"section\":\"Menu\",\"key\":\"Open\",\"translation\":\"Openen\"}\n"
+              "{\"section\":\"Menu\",\"key\":\"Open2\",\"translation\":\"Openen\"}\n");
+    EXPECT_EQ(dialogs.log().find("UNANSWERED"), std::string::npos);
+}
+
+TEST_F(FrmMain, ClosesAfterTheLoadThatItWasAskedToCloseIn) {
+    bool refused = false;
+    startWithPair();
+    window.grid().SelectionChange = [&] { refused = !window.Unload(kClosedByUser) || refused; };
+    pick(mnuShowOnlyUntranslated);
+    EXPECT_TRUE(refused);
+    EXPECT_FALSE(window.Loaded());
+}
+
+// ---- New files
+
+TEST_F(FrmMain, MakesNewTranslationsBothWays) {
+    startWithPair();
+    answers.type(u" elsewhere/new.txt ");
+    pick(mnuCreateNewTranslationEmpty);
+    EXPECT_EQ(window.shownTransFile(), display("new.lng"));
+    EXPECT_EQ(dir.read("new.lng"), "");
+    EXPECT_EQ(rows(), "Title=! Open=! Close=! Open2=! Quit=! OK=!");
+    EXPECT_EQ(state(), "dirty save");
+    dialogs.answerMessageBox(IDNO);
+    answers.type(u"full");
+    dialogs.answerMessageBox(platform::IDOK);
+    pick(mnuCreateNewTranslationFull);
+    EXPECT_EQ(dir.read("full.lng"), dir.read("main.lng"));
+    EXPECT_EQ(rows(), "Title=Program~ Open=Open~ Close=Close~ Open2=Open~ Quit=Quit~ OK=OK~");
+    EXPECT_EQ(state(), "clean");
+    EXPECT_TRUE(dialogs.log().ends_with(
+        "style=0x40 title=\"Attention\" text=\"The file has been created!\"\n"))
+        << dialogs.log();
+}
+
+TEST_F(FrmMain, RefusesNewTranslationsWithTheirMessages) {
+    start();
+    std::string messages;
+    const auto refused = [&](std::optional<Text> name) {
+        const std::size_t before = dialogs.log().size();
+        if (name) answers.type(std::move(name));
+        dialogs.answerMessageBox(platform::IDOK);
+        pick(mnuCreateNewTranslationEmpty);
+        return dialogs.log().substr(before);
+    };
+    EXPECT_EQ(refused(std::nullopt), errorBox("Please choose the main translation file"));
+    dialogs.answerFile(dir.inside("main.lng"));
+    pick(mnuOpenMainFile);
+    EXPECT_EQ(refused(u"  "), errorBox("Please write the name of the new file"));
+    EXPECT_EQ(refused(u"MAIN.ini"), errorBox("Please choose two different files"));
+    std::filesystem::remove(dir.path() / "main.lng");
+    EXPECT_EQ(refused(std::nullopt), errorBox("The main translation file doesn't exist"));
+}
+
+// ---- Moving through the list
+
+TEST_F(FrmMain, GoesToTheNextUntranslatedRowAndToANumber) {
+    startWithPair();
+    pick(mnuFindNextUntranslated);
+    EXPECT_EQ(window.grid().Row(), 2);
+    pick(mnuFindNextUntranslated);
+    EXPECT_EQ(window.grid().Row(), 3);
+    window.grid().Row(5);
+    pick(mnuFindNextUntranslated);
+    EXPECT_EQ(window.grid().Row(), 5) << "none below";
+    const auto gone = [&](const Text& entered) {
+        answers.type(entered);
+        pick(mnuGotoLine);
+        return window.grid().Row();
+    };
+    EXPECT_EQ(gone(u"4abc"), 4);
+    EXPECT_EQ(gone(u"99"), 4);
+    EXPECT_EQ(gone(u""), 4);
+    EXPECT_EQ(dialogs.log(), "");
+}
+
+TEST_F(FrmMain, SearchesInBothColumnsWithOneDialog) {
+    dir.write("trans.lng", "[Menu]\r\nClose=Open dicht\r\n");
+    startWithPair();
+    pick(mnuFindPhrase);
+    frmFindReplace& find = window.findDialog();
+    const auto search = [&](std::optional<Text> text) {
+        auto& txtText = controlOf<ctlUniTextBoxXP>(find, u"txtText");
+        if (text) txtText.Text(*text);
+        platform::test::pressKey(txtText.hWnd(), platform::VK_RETURN, u"\r");
+        platform::test::settle();
+        return window.grid().Row();
+    };
+    const auto label = [&] { return toUtf8(controlOf<ctlUniLabel>(find, u"lblFind").Caption()); };
+    EXPECT_EQ(label(), "Find Phrase:");
+    EXPECT_EQ(search(u"oPEN"), 2);
+    EXPECT_EQ(search({}), 4) << "goes on from there";
+    dialogs.answerMessageBox(platform::IDOK);
+    EXPECT_EQ(search({}), 4);
+    EXPECT_TRUE(dialogs.log().ends_with(
+        "style=0x42010 title=\"Attention\" text=\"Search text is not found\"\n"))
+        << dialogs.log();
+    const platform::HWND hWnd = find.hWnd();
+    window.grid().Row(1);
+    pick(mnuFindTransPhrase);
+    EXPECT_EQ(find.hWnd(), hWnd) << "the open dialog serves for both";
+    EXPECT_EQ(label(), "Find Translation:");
+    EXPECT_EQ(search(u"open "), 3);
+    EXPECT_EQ(g_sFindTranslation, u"open") << "stored without its blank";
+    EXPECT_EQ(g_sFindPhrase, u"oPEN");
+    (void)controlOf<ctlUniButtonXP>(find, u"btnCancel").accessibleAction();
+    EXPECT_FALSE(find.Loaded());
+    pick(mnuFindPhrase);
+    EXPECT_EQ(controlOf<ctlUniTextBoxXP>(find, u"txtText").SelText(), u"oPEN");
+}
+
+TEST_F(FrmMain, TheFilterShowsWhatNeedsWorkAndSavesByName) {
+    dir.write("trans.lng",
+              "Title=Programma\r\n[Menu]\r\nOpen=Openen\r\nOpen2=Open nu\r\nOK=ok\r\n");
+    startWithPair();
+    pick(mnuShowOnlyUntranslated);
+    EXPECT_TRUE(window.isChecked(mnuShowOnlyUntranslated));
+    EXPECT_EQ(rows(), "Close=! Quit=! OK=ok~");
+    EXPECT_EQ(window.grid().CellText(2, 1), u"5") << "the rows keep their numbers";
+    edit(2, u"Einde");
+    EXPECT_EQ(rows(), "Close=! Quit=Einde! OK=ok~");
+    dialogs.answerMessageBox(IDCANCEL);
+    pick(mnuShowOnlyUntranslated);
+    EXPECT_FALSE(window.isChecked(mnuShowOnlyUntranslated)) << "the mark goes ahead of the list";
+    EXPECT_EQ(rows(), "Close=! Quit=Einde! OK=ok~");
+    pick(mnuSave);
+    EXPECT_EQ(rows(), "Title=Programma Open=Openen Close=! Open2=Open nu Quit=Einde OK=ok~");
+}
+
+}  // namespace
+}  // namespace test
