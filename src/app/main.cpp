@@ -26,15 +26,20 @@ constexpr const char* kHelp =
 
 void print(const std::string& text) { (void)std::fputs(text.c_str(), stdout); }
 
-int complain(TextView sMessage) {
+constexpr int kFailed = 1;
+constexpr int kNoDisplay = 69;  // as sysexits.h has it: a service is not available
+
+void complain(TextView sMessage) {
     (void)std::fputs(("quillmere: " + toUtf8(sMessage) + "\n").c_str(), stderr);
-    return 1;
 }
 
 // The names of files are in the command line of the process; the window system has no switches
 // here.
 int run(char* program) {
-    if (const Text why = platform::Application::obstacle({}); !why.empty()) return complain(why);
+    if (const Text why = platform::Application::obstacle({}); !why.empty()) {
+        complain(why);
+        return kNoDisplay;
+    }
     int argc = 1;
     char* argv[] = {program, nullptr};
     platform::Application application(argc, argv, {});
@@ -64,6 +69,7 @@ int main(int argc, char** argv) {
         }
         return run(argv[0]);
     } catch (const std::exception&) {
-        return complain(messageOf(std::current_exception()));
+        complain(messageOf(std::current_exception()));
+        return kFailed;
     }
 }

@@ -28,7 +28,8 @@ std::vector<HostWindow*> hostsAround(HWND hWnd) {
 // A form that just became active has the focus itself: one of its controls takes it.
 bool startsFormFocus(HostWindow& host) {
     auto* form = dynamic_cast<Form*>(&host);
-    return form != nullptr && platform::GetFocus() == form->hWnd() && form->MoveFocus(true);
+    if (form == nullptr || platform::GetFocus() != form->hWnd()) return false;
+    return form->MoveFocus(true) && platform::GetFocus() != form->hWnd();
 }
 
 }  // namespace

@@ -396,6 +396,8 @@ HWND GetFocus() {
     const QWidget* focused = QApplication::focusWidget();
     const HWND around = windowOfWidget(focused);
     const WindowRecord* record = windowOf(around);
+    // A dialog of the library stands in front of its owner, not inside of it.
+    if (record != nullptr && record->widget->window() != focused->window()) return 0;
     return record != nullptr && focused == record->menuBar ? focusUnderMenu() : around;
 }
 

@@ -1,0 +1,204 @@
+#!/usr/bin/env bash
+# workbench.sh QUILLMERE QUILLMERE_CLI SAMPLES [PICTURES]: a translator's day in a real window, on a copy of the sample
+# pair, by real keys and clicks. With a folder for pictures each window is photographed.
+set -euo pipefail
+# shellcheck source=tests/e2e/display.sh
+source "$(dirname -- "$(readlink -f -- "$0")")/display.sh"
+quillmere=$1 cli=$2 samples=$3 pictures=${4-}
+start_display
+export XDG_STATE_HOME=$work/state
+
+mkdir "$work/files"
+cp "$samples"/*.lng "$work/files"
+cd "$work/files"
+
+# visible TITLE: sets `found` to the window with exactly that title, when there is one.
+visible() { found=$(xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | head -n 1) && [[ -n $found ]]; }
+gone() { ! visible "$1"; }
+has_focus() { [[ $(xdotool getwindowfocus 2>/dev/null) == "$1" && $(xdotool getactivewindow 2>/dev/null) == "$1" ]]; }
+ended() { ! kill -0 "$program" 2>/dev/null; }
+# comes TITLE: waits for a window and its focus; sets `found`.
+comes() {
+    await "the window \"$1\"" visible "$1"
+    await "the focus of \"$1\"" has_focus "$found"
+}
+key() { xdotool key --delay 30 "$@"; }
+picture() { [[ -z $pictures ]] || import -silent -window "$1" "$pictures/$2.png"; }
+start() {
+    "$quillmere" "$@" 2>>"$work/errors" &
+    program=$!
+    started+=("$program")
+    comes Quillmere
+    main=$found
+}
+back() { await "the main window's focus" has_focus "$main"; }
+# edit TEXT: of the current row, by the keyboard alone.
+edit() {
+    key Return
+    comes Translation
+    sleep 0.2 # until its text is selected
+    xdotool type --delay 15 -- "$1"
+    key Return
+    await "the end of the editor" gone Translation
+    back
+}
+over_main() { found=$(xdotool getwindowfocus 2>/dev/null) && [[ $found != "$main" ]] && visible_id "$found"; }
+visible_id() { [[ $(xdotool getactivewindow 2>/dev/null) == "$1" ]]; }
+# answer_box TEXT: types into the box that asks for a line, whose title is that of the main window.
+answer_box() {
+    await "the box that asks" over_main
+    picture "$found" ask
+    sleep 0.2
+    xdotool type --delay 15 -- "$1"
+    key Return
+    back
+}
+# question KEY: answers the box with the title "Attention"; another one of that title may follow.
+question() {
+    comes Attention
+    key "$1"
+    await "the end of the box" closed "$found"
+}
+closed() { ! xdotool search --onlyvisible --name . 2>/dev/null | grep -qx "$1"; }
+is_saved() { [[ $(stat -c %Y%s%i "$1") != "$2" ]]; }
+
+# ---- Open both files by the dialog, from the menu and from the button.
+start
+picture "$main" start
+open_file() {
+    comes "Open File"
+    picture "$found" open-file
+    xdotool type --delay 15 -- "$1"
+    key Return
+    await "the end of the dialog" gone "Open File"
+    back
+}
+key alt+f
+sleep 0.3
+key Return
+open_file "$work/files/english.lng"
+key alt+f
+sleep 0.3
+key Down Return
+open_file "$work/files/dutch.lng"
+sleep 0.5 # the pair loads and its duplicates are filled
+picture "$main" main
+
+# ---- Save what was filled; then F3, Enter, type, Enter, and save again: as the command line program does it.
+mkdir "$work/expected"
+cp "$samples"/*.lng "$work/expected"
+expected=("$work/expected/english.lng" "$work/expected/dutch.lng")
+# save: by the key, and compares.
+save() {
+    local before
+    before=$(stat -c %Y%s%i dutch.lng)
+    key ctrl+s
+    await "the save" is_saved dutch.lng "$before"
+    key ctrl+s # a second one has nothing to do
+    back
+    cmp "${expected[1]}" dutch.lng && return
+    diff <(iconv -f cp1252 "${expected[1]}") <(iconv -f cp1252 dutch.lng) >&2 || true
+    fail "the window saved other bytes than the command line program"
+}
+"$cli" fill "${expected[@]}" >/dev/null
+save
+key F3
+edit 'Bestanden &laten staan'
+key F3
+edit "Foto's die er al zijn &overslaan"
+key F3
+edit 'Gemaakt "tussen"'
+picture "$main" edited
+mapfile -t keys < <("$cli" rows "${expected[@]}" --untranslated | awk -F '\t' '$5 == "" { print $2 "\t" $3 }')
+edits=('Bestanden &laten staan' "Foto's die er al zijn &overslaan" 'Gemaakt \"tussen\"')
+for i in 0 1 2; do
+    printf '{"section":"%s","key":"%s","translation":"%s"}\n' "${keys[i]%%$'\t'*}" "${keys[i]##*$'\t'}" "${edits[i]}"
+done | "$cli" apply "${expected[@]}" -
+save
+
+# ---- Search, and the messages of it.
+key ctrl+f
+comes Find
+picture "$found" find
+xdotool type --delay 15 nowhere
+key Return
+comes Attention
+picture "$found" message
+key Return
+await "the end of the message" gone Attention
+comes Find
+key Escape
+await "the end of the search" gone Find
+back
+
+# ---- Cancel in the editor changes nothing; then closing, three ways.
+key F3 Return
+comes Translation
+picture "$found" translation
+sleep 0.2
+xdotool type --delay 15 Weg
+key Escape
+await "the end of the editor" gone Translation
+back
+edit Blijft
+saved=$(sha256sum <dutch.lng)
+key alt+F4
+question Escape
+back
+key alt+F4
+comes Attention
+picture "$found" question
+key alt+n
+await "the end of the program" ended
+[[ $(sha256sum <dutch.lng) == "$saved" ]] || fail "No at the question saved all the same"
+
+start english.lng dutch.lng
+sleep 0.5
+key ctrl+g
+answer_box 59x
+edit 'Nu bewaard'
+key alt+F4
+question alt+y
+await "the end of the program" ended
+grep -q 'Nu bewaard' dutch.lng || fail "Yes at the question did not save"
+
+# ---- What cannot be saved is kept as edits.
+start english.lng dutch.lng
+sleep 0.5
+key ctrl+g
+answer_box 59
+edit 'Niet te bewaren'
+chmod 444 dutch.lng
+key alt+F4
+question alt+y
+question Return # it cannot be saved
+question Return # where it is now
+await "the end of the program" ended
+chmod 644 dutch.lng
+kept=("$XDG_STATE_HOME"/quillmere/dutch-*.jsonl)
+"$cli" apply english.lng dutch.lng "${kept[0]}"
+grep -q 'Niet te bewaren' dutch.lng || fail "the edits that were kept are not in the file"
+
+# ---- A new translation, and the settings of the last time.
+start english.lng
+key alt+f
+sleep 0.3
+picture root menu
+key Down Down Return
+answer_box fries
+await "the new file" test -e fries.lng
+[[ ! -s fries.lng ]] || fail "the new file is not empty"
+key alt+h
+sleep 0.3
+key a
+comes "About Quillmere"
+picture "$found" about
+key Escape
+await "the end of the About window" gone "About Quillmere"
+back
+key alt+F4
+question alt+n
+await "the end of the program" ended
+grep -q 'EmptyTrans' "$XDG_CONFIG_HOME/Quillmere/settings.ini" || fail "no settings were kept"
+[[ ! -s $work/errors ]] || { cat "$work/errors" >&2; fail "the program complained"; }
+echo "OK"
