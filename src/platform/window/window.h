@@ -130,7 +130,7 @@ bool SetWindowTextW(HWND hWnd, TextView text);  // by WM_SETTEXT
 [[nodiscard]] int GetWindowTextLengthW(HWND hWnd);
 
 // The icon of a window that is not a child, in its frame and in the task bar. A copy is taken; 0 is
-// the desktop's own.
+// that of the program (resources.h), or the desktop's own.
 bool setWindowIcon(HWND hWnd, HICON icon);
 
 // Cuts the window to a copy of the region; with 0 it is a rectangle again.

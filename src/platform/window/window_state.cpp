@@ -290,7 +290,7 @@ bool setWindowIcon(HWND hWnd, HICON icon) {
     QWidget* const widget = widgetOf(hWnd);
     if (widget == nullptr || !widget->isWindow()) return false;
     const QPixmap picture = icon == 0 ? QPixmap() : qtCursor(icon).pixmap();
-    widget->setWindowIcon(picture.isNull() ? QIcon() : QIcon(picture));
+    widget->setWindowIcon(picture.isNull() ? QApplication::windowIcon() : QIcon(picture));
     return true;
 }
 
