@@ -11,6 +11,7 @@ constexpr Color kWhite = 0xFFFFFF;
 }  // namespace
 
 frmWait::frmWait() : Form(platform::WindowKind::Bare) {
+    Caption(u"Please wait");  // for helpers of the desktop: there is no title bar
     BackColor(kWhite);
     ClientSize(PixelsX(4890), PixelsY(1695));
 }

@@ -82,7 +82,6 @@ sleep 0.3
 key Down Return
 open_file "$work/files/dutch.lng"
 sleep 0.5 # the pair loads and its duplicates are filled
-picture "$main" main
 
 # ---- Save what was filled; then F3, Enter, type, Enter, and save again: as the command line program does it.
 mkdir "$work/expected"
@@ -96,7 +95,7 @@ save() {
     await "the save" is_saved dutch.lng "$before"
     key ctrl+s # a second one has nothing to do
     back
-    cmp "${expected[1]}" dutch.lng && return
+    if cmp "${expected[1]}" dutch.lng; then return; fi
     diff <(iconv -f cp1252 "${expected[1]}") <(iconv -f cp1252 dutch.lng) >&2 || true
     fail "the window saved other bytes than the command line program"
 }
@@ -108,7 +107,6 @@ key F3
 edit "Foto's die er al zijn &overslaan"
 key F3
 edit 'Gemaakt "tussen"'
-picture "$main" edited
 mapfile -t keys < <("$cli" rows "${expected[@]}" --untranslated | awk -F '\t' '$5 == "" { print $2 "\t" $3 }')
 edits=('Bestanden &laten staan' "Foto's die er al zijn &overslaan" 'Gemaakt \"tussen\"')
 for i in 0 1 2; do
@@ -156,6 +154,7 @@ start english.lng dutch.lng
 sleep 0.5
 key ctrl+g
 answer_box 59x
+picture "$main" main
 edit 'Nu bewaard'
 key alt+F4
 question alt+y
@@ -178,6 +177,31 @@ chmod 644 dutch.lng
 kept=("$XDG_STATE_HOME"/quillmere/dutch-*.jsonl)
 "$cli" apply english.lng dutch.lng "${kept[0]}"
 grep -q 'Niet te bewaren' dutch.lng || fail "the edits that were kept are not in the file"
+
+# ---- The waiting window is painted while the job runs: the program is held as soon as it is up.
+awk 'BEGIN { for (i = 0; i < 450000; i++) printf "%x=a\r\n", i }' >large.lng
+: >empty.lng
+for ((attempt = 0, seen = 0; !seen; attempt++)); do
+    ((attempt < 20)) || fail "the waiting window was never seen"
+    "$quillmere" large.lng empty.lng 2>>"$work/errors" &
+    program=$!
+    started+=("$program")
+    for ((i = 0; i < 200 && !seen; i++)); do
+        visible 'Please wait' || continue
+        kill -STOP "$program"
+        if visible 'Please wait'; then seen=1; else break; fi # it may have been too late
+    done
+    ((seen)) || { kill -KILL "$program"; wait "$program" 2>/dev/null || true; }
+done
+sleep 0.2
+wait_window=$found
+picture "$wait_window" wait
+import -silent -window "$wait_window" "$work/wait.png"
+convert "$work/wait.png" -crop 5x5+3+3 +repage -unique-colors txt:- | grep -q '#FFFFFF' || fail "the waiting window is not white"
+[[ $(convert "$work/wait.png" -unique-colors -format %w info:) -gt 2 ]] || fail "the waiting window has no words"
+kill -CONT "$program"
+kill "$program"
+wait "$program" 2>/dev/null || true
 
 # ---- A new translation, and the settings of the last time.
 start english.lng
