@@ -163,14 +163,16 @@ std::vector<HostWindow*> Form::Controls() const {
     return controls;
 }
 
-bool Form::reachable(const HostWindow& host) {
-    if (!host.CanGetFocus() || !platform::IsWindowVisible(host.hWnd())) return false;
+bool Form::takesInput(const HostWindow& host) {
+    if (!platform::IsWindowVisible(host.hWnd())) return false;
     for (HWND window = host.hWnd(); window != 0; window = platform::GetParent(window)) {
         if (!platform::IsWindowEnabled(window)) return false;
         if (window != host.hWnd() && dynamic_cast<Form*>(find(window)) != nullptr) break;
     }
     return true;
 }
+
+bool Form::reachable(const HostWindow& host) { return host.CanGetFocus() && takesInput(host); }
 
 bool Form::MoveFocus(bool bForward) {
     std::vector<HostWindow*> stops = Controls();
@@ -198,7 +200,7 @@ bool Form::pressButton(bool HostWindow::*flag, std::int16_t code) {
     for (HostWindow* host : Controls()) {
         if (!(host->*flag)) continue;
         if (!platform::IsWindowVisible(host->hWnd())) return false;
-        host->onAccessKey(code);
+        if (takesInput(*host)) host->onAccessKey(code);
         return true;
     }
     return false;
@@ -217,9 +219,9 @@ bool Form::callAccessKey(char16_t unit) {
     for (HostWindow* host : controls) {
         const bool named = std::ranges::any_of(
             host->AccessKeys(), [&](char16_t key) { return platform::lowerUnit(key) == letter; });
-        if (!named || !host->Enabled() || !platform::IsWindowVisible(host->hWnd())) continue;
+        if (!named || !takesInput(*host)) continue;
         const Life life(*host);
-        if (reachable(*host)) host->SetFocus();
+        if (host->CanGetFocus()) host->SetFocus();
         if (life) host->onAccessKey(static_cast<std::int16_t>(unit));
         return true;
     }
@@ -235,6 +237,7 @@ bool Form::keyMessage(HWND hWndFocus, std::uint32_t uMsg, WPARAM wParam) {
     case VK_TAB:
         return (shift & 6) == 0 && MoveFocus((shift & 1) == 0);
     case VK_RETURN: {
+        if ((shift & 6) != 0) return false;
         const HostWindow* focused = find(hWndFocus);
         if (focused != nullptr && focused->DefaultCancel()) return false;
         return pressButton(&HostWindow::m_default, VK_RETURN);

@@ -3,8 +3,8 @@
 // A class derives from this, has its controls as members and creates them in onLoad. Tab and Shift
 // and Tab go through the controls; Enter gives the notification 13 to the default button, unless a
 // button has the focus, Escape gives 27 to the cancel button, and Alt with a letter calls the
-// control with that access key. A window inside, such as a text box, may use up a key ahead of this
-// (platform::setKeyFilter).
+// control with that access key. Enter with Ctrl is the control's own: it breaks a line of a text. A
+// window inside, such as a text box, may use up a key ahead of this (platform::setKeyFilter).
 #pragma once
 #include "host/HostWindow.h"
 
@@ -79,6 +79,8 @@ private:
     bool keyMessage(HWND hWnd, std::uint32_t uMsg, platform::WPARAM wParam);
     bool callAccessKey(char16_t unit);
     bool pressButton(bool HostWindow::*flag, std::int16_t code);
+    // Shown, and neither disabled itself nor inside of something that is.
+    [[nodiscard]] static bool takesInput(const HostWindow& host);
     [[nodiscard]] static bool reachable(const HostWindow& host);  // can have the focus now
 
     platform::WindowKind m_kind;

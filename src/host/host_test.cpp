@@ -174,6 +174,31 @@ TEST_F(HostTest, EnterEscapeAndAltReachButtonsAndAccessKeys) {
     EXPECT_EQ(press('X', u"x", platform::test::kAlt), "a keydown 88 4\n");
 }
 
+TEST_F(HostTest, EnterWithControlIsNotTheDefaultButtons) {
+    place(a, 0);
+    place(b, 30);
+    b.Default(true);
+    a.SetFocus();
+    taken();
+    platform::test::pressKey(a.hWnd(), platform::VK_RETURN, u"\n", platform::MK_CONTROL);
+    EXPECT_EQ(taken(), "a keydown 13 2\na char 10\n");
+}
+
+TEST_F(HostTest, NothingInADisabledWindowIsCalledByKeys) {
+    Probe around("around");
+    ASSERT_TRUE(around.create(form.hWnd(), {0, 0, 100, 60}));
+    ASSERT_TRUE(b.create(around.hWnd(), {0, 0, 40, 20}));
+    place(a, 70);
+    b.Default(true);
+    b.AccessKeys(u"X");
+    a.SetFocus();
+    around.Enabled(false);
+    taken();
+    platform::test::pressKey(a.hWnd(), 'X', u"x", platform::test::kAlt);
+    platform::test::pressKey(a.hWnd(), platform::VK_RETURN, u"\r");
+    EXPECT_EQ(taken(), "a keydown 88 4\n") << "Enter stays with the button that cannot be pressed";
+}
+
 TEST_F(HostTest, HandlersMayEndTheControlMoveTheFocusAndRaise) {
     auto heap = std::make_unique<Probe>("h");
     ASSERT_TRUE(heap->create(form.hWnd(), {0, 0, 20, 20}));
