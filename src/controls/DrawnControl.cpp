@@ -49,16 +49,22 @@ void DrawnControl::maskWindow(bool bRound) {
 void DrawnControl::readHost(const PropertyBag& oBag, bool bMouse) {
     Enabled(oBag.ReadProperty(u"Enabled", true));
     Font(oBag.ReadProperty(u"Font", StdFont()));
-    if (!bMouse) return;
-    OLEDropMode(oBag.ReadProperty(u"OLEDropMode", std::int16_t{0}));
-    MousePointer(oBag.ReadProperty(u"MousePointer", std::int16_t{0}));
-    MouseIcon(oBag.ReadProperty(u"MouseIcon", Picture()));
+    if (bMouse) readMouse(oBag);
 }
 
 void DrawnControl::writeHost(PropertyBag& oBag, bool bMouse) const {
     oBag.WriteProperty(u"Enabled", Enabled(), true);
     oBag.WriteProperty(u"Font", Font(), StdFont());
-    if (!bMouse) return;
+    if (bMouse) writeMouse(oBag);
+}
+
+void DrawnControl::readMouse(const PropertyBag& oBag) {
+    OLEDropMode(oBag.ReadProperty(u"OLEDropMode", std::int16_t{0}));
+    MousePointer(oBag.ReadProperty(u"MousePointer", std::int16_t{0}));
+    MouseIcon(oBag.ReadProperty(u"MouseIcon", Picture()));
+}
+
+void DrawnControl::writeMouse(PropertyBag& oBag) const {
     oBag.WriteProperty(u"OLEDropMode", OLEDropMode(), std::int16_t{0});
     oBag.WriteProperty(u"MousePointer", MousePointer(), std::int16_t{0});
     oBag.WriteProperty(u"MouseIcon", MouseIcon(), Picture());

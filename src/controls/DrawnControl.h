@@ -40,6 +40,9 @@ protected:
     // Enabled and Font; with bMouse also OLEDropMode, MousePointer and MouseIcon.
     void readHost(const PropertyBag& oBag, bool bMouse);
     void writeHost(PropertyBag& oBag, bool bMouse) const;
+    // The last three alone.
+    void readMouse(const PropertyBag& oBag);
+    void writeMouse(PropertyBag& oBag) const;
 
     void onAmbientChanged() override { pvRefresh(); }
     void onFontChanged() override { pvRefresh(); }

@@ -73,8 +73,14 @@ TEST(ControlProperties, HaveTheirDocumentedDefaults) {
                   "RoundedBorders bool true\nBackColorOut 32 -1\nUseRoundRegions bool false\n");
 }
 
-// Stores another value under every name of a table, and one of each of the window's.
-template <class Props> PropertyBag otherValues(const PropertyTable<Props>& table) {
+// What of its window a control stores.
+struct WindowProperties {
+    bool font = true, mouse = true;
+};
+
+// Stores another value under every name of a table, and under those of the window.
+template <class Props>
+PropertyBag otherValues(const PropertyTable<Props>& table, WindowProperties window) {
     PropertyBag bag;
     const Props defaults;
     for (const auto& row : table.rows()) {
@@ -92,16 +98,31 @@ template <class Props> PropertyBag otherValues(const PropertyTable<Props>& table
             },
             row.member);
     }
-    bag.WriteProperty(u"Font", StdFont{u"Tahoma", 12}, StdFont());
+    if (window.font) {
+        bag.WriteProperty(u"Enabled", false, true);
+        bag.WriteProperty(u"Font", StdFont{u"Tahoma", 12}, StdFont());
+    }
+    if (window.mouse) {
+        bag.WriteProperty(u"OLEDropMode", std::int16_t{1}, std::int16_t{0});
+        bag.WriteProperty(u"MousePointer", std::int16_t{2}, std::int16_t{0});
+    }
     return bag;
 }
 
-template <class Control, class Props> void expectRoundTrip(const PropertyTable<Props>& table) {
-    const PropertyBag stored = otherValues(table);
+template <class Control, class Props>
+void expectRoundTrip(const PropertyTable<Props>& table, WindowProperties window = {}) {
+    const PropertyBag stored = otherValues(table, window);
     Control control;
     control.Name(u"Control1");
+    HostWindow& host = control;
+    // What is not stored stays as it is.
+    host.Font({u"Tahoma", 12});
+    host.Enabled(false);
+    host.OLEDropMode(1);
     control.ReadProperties(stored);
-    EXPECT_EQ(control.Font(), (StdFont{u"Tahoma", 12}));
+    EXPECT_EQ(host.Font(), (StdFont{u"Tahoma", 12}));
+    EXPECT_FALSE(host.Enabled());
+    EXPECT_EQ(host.OLEDropMode(), 1);
     PropertyBag written;
     control.WriteProperties(written);
     Props before, after;
@@ -117,12 +138,12 @@ template <class Control, class Props> void expectRoundTrip(const PropertyTable<P
 }
 
 TEST(ControlProperties, SurviveSavingAndLoading) {
-    expectRoundTrip<ctlUniButtonXP>(ctlUniButtonXP::properties());
+    expectRoundTrip<ctlUniButtonXP>(ctlUniButtonXP::properties(), {.mouse = false});
     expectRoundTrip<ctlUniLabel>(LabelControl::properties());
     expectRoundTrip<ctlUniLabelNoFlick>(LabelControl::properties());
     expectRoundTrip<ctlUniCheckXP>(ctlUniCheckXP::properties());
     expectRoundTrip<ctlUniFrameXP>(ctlUniFrameXP::properties());
-    expectRoundTrip<ctlProgressXP>(ctlProgressXP::properties());
+    expectRoundTrip<ctlProgressXP>(ctlProgressXP::properties(), {.font = false});
 }
 
 TEST(ControlProperties, ACaptionThatIsNotStoredIsTheName) {
@@ -251,6 +272,19 @@ TEST_F(Controls, AButtonsFaceFollowsItsState) {
     EXPECT_EQ(recorder.text().find("DrawTextW"), std::string::npos) << "the face only";
 }
 
+TEST_F(Controls, AButtonWithAPictureThatStaysDrawsWithoutBeingAsked) {
+    ctlUniButtonXP button;
+    button.AutoRedraw(true);
+    put(button);
+    const platform::DrawingRecorder recorder(button.hDC());
+    button.Caption(u"Go");
+    EXPECT_NE(recorder.text().find("\"Go\""), std::string::npos);
+    const std::size_t before = recorder.lines().size();
+    button.move(10, 10, 150, 30);
+    EXPECT_NE(recorder.text().find("DrawTextW 0,0,150,30"), std::string::npos);
+    EXPECT_GT(recorder.lines().size(), before);
+}
+
 // ---- Check box
 
 TEST_F(Controls, ACheckBoxTogglesByWhatArmsIt) {
@@ -326,6 +360,9 @@ TEST_F(Controls, ADisabledFrameDisablesWhatIsInIt) {
     frame.Enabled(false);
     EXPECT_FALSE(frame.Enabled());
     EXPECT_TRUE(platform::IsWindowEnabled(frame.hWnd())) << "a designer needs it";
+    frame.UserMode(true);
+    EXPECT_EQ(paintsOf(frame, [&] { frame.Caption(u"Running"); }), 1);
+    EXPECT_FALSE(platform::IsWindowEnabled(frame.hWnd())) << "the paint brings it up to date";
 }
 
 // ---- Labels
@@ -409,10 +446,14 @@ TEST_F(Controls, RoundedWindowsLoseTheirCorners) {
         return seen;
     };
     EXPECT_EQ(corners(), "whole whole whole ");
+    button.Resize = [this] { note("Resize"); };
+    label.Resize = [this] { note("label"); };
     button.UseRoundRegions(true);
     label.UseRoundRegions(true);
     progress.UseRoundRegions(true);
     EXPECT_EQ(corners(), "round round round ");
+    EXPECT_EQ(taken(), "Resize ") << "the button makes its shape as if resized";
+    EXPECT_TRUE(label.RoundedBorders() && progress.RoundedBorders());
     button.move(10, 10, 120, 30);
     progress.move(10, 90, 120, 30);
     EXPECT_EQ(corners(), "round round round ");
@@ -420,7 +461,7 @@ TEST_F(Controls, RoundedWindowsLoseTheirCorners) {
     label.UseRoundRegions(false);
     progress.UseRoundRegions(false);
     EXPECT_EQ(corners(), "whole whole whole ");
-    EXPECT_FALSE(button.RoundedBorders());
+    EXPECT_FALSE(button.RoundedBorders() || label.RoundedBorders() || progress.RoundedBorders());
 }
 
 // ---- Progress bar

@@ -92,13 +92,13 @@ void ctlProgressXP::ReadProperties(const PropertyBag& oBag) {
     m_props.Percent = std::clamp<std::int16_t>(m_props.Percent, 0, 100);
     HostWindow::BackColor(m_props.BackColor);
     HostWindow::ForeColor(m_props.ForeColor);
-    readHost(oBag, true);
+    readMouse(oBag);
     pvResize();
 }
 
 void ctlProgressXP::WriteProperties(PropertyBag& oBag) const {
     properties().write(oBag, m_props, {});
-    writeHost(oBag, true);
+    writeMouse(oBag);
 }
 
 void ctlProgressXP::Percent(std::int16_t iPercent) {

@@ -74,8 +74,9 @@ void ctlUniButtonXP::Caption(Text sCaption) {
 
 void ctlUniButtonXP::UseRoundRegions(bool b) {
     m_props.UseRoundRegions = m_props.RoundedBorders = b;
-    pvRoundWindow();
-    pvRefresh();
+    const Life life(*this);
+    onResize();
+    if (life) pvRefresh();
 }
 
 // ---- Painting
@@ -93,15 +94,14 @@ void ctlUniButtonXP::pvDraw() {
 }
 
 void ctlUniButtonXP::Refresh() {
-    if (platform::IsWindowVisible(hWnd())) {
-        HostWindow::Refresh();
-    } else {
-        pvDraw();
-    }
+    // No paint notification comes for a hidden window, nor for a picture that stays.
+    if (AutoRedraw() || !platform::IsWindowVisible(hWnd())) pvDraw();
+    HostWindow::Refresh();
 }
 
 void ctlUniButtonXP::onResize() {
     pvRoundWindow();
+    if (AutoRedraw()) pvRefresh();
     Resize();
 }
 

@@ -42,7 +42,8 @@ public:
     [[nodiscard]] Color BackColorOut() const { return m_props.BackColorOut; }
     void BackColorOut(Color iColor) { set(&ButtonProps::BackColorOut, iColor); }
     [[nodiscard]] bool UseRoundRegions() const { return m_props.UseRoundRegions; }
-    void UseRoundRegions(bool b);  // RoundedBorders follows, and the window's shape
+    // RoundedBorders follows, and the window's shape, and Resize is raised.
+    void UseRoundRegions(bool b);
     [[nodiscard]] bool ShowFocus() const { return m_props.ShowFocus; }
     void ShowFocus(bool b) { set(&ButtonProps::ShowFocus, b); }
 

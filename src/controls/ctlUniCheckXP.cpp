@@ -68,8 +68,10 @@ void paintCheck(HDC hDC, SIZE inner, const CheckProps& props, const CheckState& 
     const bool showsFocus = state.bFocus && props.ShowFocus;
     if (props.Caption.empty() && !showsFocus) return;
     const RECT text = checkTextRect(hDC, inner, props);
-    TextDrawColor(hDC, props.Caption, text, state.bEnabled ? props.ForeColor : kDisabledText,
-                  kMeasure | platform::DT_WORDBREAK);
+    if (!props.Caption.empty()) {
+        TextDrawColor(hDC, props.Caption, text, state.bEnabled ? props.ForeColor : kDisabledText,
+                      kMeasure | platform::DT_WORDBREAK);
+    }
     if (showsFocus) DrawFocus(hDC, focusRect(text, inner));
 }
 

@@ -127,7 +127,7 @@ void ctlUniFrameXP::Enabled(bool bEnabled) {
 }
 
 void ctlUniFrameXP::onEnabledChanged() {
-    if (!UserMode()) return;
+    if (!UserMode() || isDrawing()) return;
     m_props.Enabled = HostWindow::Enabled();
     pvRefresh();
 }
@@ -136,6 +136,7 @@ void ctlUniFrameXP::onEnabledChanged() {
 
 void ctlUniFrameXP::pvDraw(HDC hDCTo) {
     guardedPaint([&] {
+        if (UserMode()) HostWindow::Enabled(m_props.Enabled);
         HostWindow::ForeColor(m_props.Enabled ? m_props.ForeColor : kDisabledText);
         paintFrame(hDCTo != 0 ? hDCTo : hDC(), {ScaleWidth(), ScaleHeight()}, m_props);
     });

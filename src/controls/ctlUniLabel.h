@@ -63,7 +63,10 @@ public:
     [[nodiscard]] Color BackColorOut() const { return m_props.BackColorOut; }
     void BackColorOut(Color iColor) { set(&LabelProps::BackColorOut, iColor); }
     [[nodiscard]] bool UseRoundRegions() const { return m_props.UseRoundRegions; }
-    void UseRoundRegions(bool b) { set(&LabelProps::UseRoundRegions, b); }
+    void UseRoundRegions(bool b) {  // RoundedBorders follows
+        m_props.RoundedBorders = b;
+        set(&LabelProps::UseRoundRegions, b);
+    }
 
     [[nodiscard]] const Text& Tip() const { return m_props.Tip; }
     void Tip(Text sTip) { m_props.Tip = std::move(sTip); }

@@ -22,16 +22,16 @@ struct TextBoxProps {  // stored under these names, except where the table has a
     Color BorderColor = kAutoColor;
     Color BackColor = sysColor(5), ForeColor = sysColor(8);
     bool Locked = false;
-    ::Text Text;
+    ::Text Text{};
     std::int32_t MaxLength = 0;  // units; 0 and less: no limit
     bool MultiLine = false;
     std::int32_t Alignment = 0;   // 0 left, 1 right, 2 centre
     std::int32_t ScrollBars = 0;  // 1 horizontal, 2 vertical, 3 both; with MultiLine
-    ::Text PasswordChar;          // its first unit counts
+    ::Text PasswordChar{};        // its first unit counts
     bool TrapTabKey = false;
     bool EnableContextMenu = true;
     bool RaiseChangeEvent = true;
-    ::Text Tip;
+    ::Text Tip{};
     bool NoHideSel = false;  // the selection shows without the focus, too
     bool RightToLeft = false;
     bool ManualStart = false;

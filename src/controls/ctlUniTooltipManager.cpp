@@ -37,10 +37,10 @@ void ctlUniTooltipManager::WriteProperties(PropertyBag& oBag) const {
 
 // ---- On and off
 
-// The tip window, made when it is not there; nullptr while this manager is not active.
+// The tip window, made when it is not there; nullptr in a designer and while tips are off.
 ctlUniToolTip* ctlUniTooltipManager::tipForm() const {
     TipService& service = tipService();
-    if (!m_bCounted || !service.m_bTipsActive) return nullptr;
+    if (!m_bUserMode || !service.m_bTipsActive) return nullptr;
     if (service.m_oTipForm == nullptr) service.m_oTipForm = service.makeTipForm();
     return dynamic_cast<ctlUniToolTip*>(service.m_oTipForm.get());
 }
@@ -55,6 +55,7 @@ void ctlUniTooltipManager::pvActivate() {
     };
     service.m_bPersistentTip = m_props.PersistentTip;
     if (!m_props.ActivateTips) return;
+    if (!service.m_bTipsActive) service.m_oTipForm.reset();  // one that was unloaded stays silent
     service.m_bTipsActive = true;
     if (!m_bCounted) ++service.m_lTipManagers;
     m_bCounted = true;

@@ -180,6 +180,9 @@ TEST_F(Tips, LiveAsLongAsOneManagerIsActive) {
         ctlUniTooltipManager idle;
         bag.WriteProperty(u"ActivateTips", false, true);
         idle.ReadProperties(bag);
+        idle.Style(4);
+        EXPECT_EQ(tip().lblTip.Style(), 4) << "any manager may change how the one tip looks";
+        idle.Style(-1);
         ShowTip(u"Still", kTipWidth);
         advanceTimers(400);
         EXPECT_EQ(state(), "shows");
@@ -200,6 +203,10 @@ TEST_F(Tips, LiveAsLongAsOneManagerIsActive) {
     EXPECT_EQ(state(), "shows");
     EXPECT_TRUE(tip().Unload());
     EXPECT_FALSE(tipService().m_bTipsActive) << "its unload ends the tips";
+    m_manager.ActivateTips(true);
+    ShowTip(u"Once more", kTipWidth);
+    advanceTimers(400);
+    EXPECT_EQ(state(), "shows") << "and a manager starts them anew";
 }
 
 TEST_F(Tips, GetTheirTransparencyWhereThePlatformHasIt) {
