@@ -210,6 +210,10 @@ bool GalleryWindow::key(std::int32_t code) {
         SetFocus(m_list->hWnd());
         return true;
     case VK_TAB: {
+        if (GetAsyncKeyState(VK_CONTROL) < 0) {
+            SetFocus(m_list->hWnd());
+            return true;
+        }
         std::vector<HWND> stops{m_list->hWnd()};
         if (m_live) std::ranges::copy(m_live->tabStops(), std::back_inserter(stops));
         const auto here = std::ranges::find(stops, GetFocus());

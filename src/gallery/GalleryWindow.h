@@ -2,7 +2,8 @@
 // beside it.
 //
 // Page Up and Page Down move to other pages from anywhere; the list also knows the arrows, Home and
-// End. Tab goes round the list and what the page has; Escape goes back to the list.
+// End. Tab goes round the list and what the page has, unless that has an order of its own; Escape
+// and Ctrl with Tab go back to the list. What has the focus may use up a key ahead of all this.
 #pragma once
 #include "gallery/Window.h"
 #include "gallery/pages.h"

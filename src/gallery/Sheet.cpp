@@ -1,6 +1,7 @@
 #include "gallery/Sheet.h"
 
 #include "gfx/clsFontHDC.h"
+#include "gfx/clsMEMDC.h"
 #include "gfx/modCtlCommon_ctl_colors.h"
 #include "gfx/modCtlCommon_ctl_shapes.h"
 #include "gfx/modCtlCommon_ctl_text.h"
@@ -35,6 +36,17 @@ private:
 void write(HDC hDC, const RECT& rect, TextView s, const Lettering& lettering, std::uint32_t flags) {
     const LetteringScope font(hDC, lettering);
     TextDrawColor(hDC, s, rect, lettering.color, flags);
+}
+
+void putControl(HDC hDC, const RECT& place, const std::function<void(HDC, SIZE)>& paint) {
+    if (hDC == 0 || widthOf(place) <= 0 || heightOf(place) <= 0) return;
+    clsMEMDC surface;
+    surface.CreateDC(widthOf(place), heightOf(place));
+    clsFontHDC font;
+    font.SetFontToDCStdFont(surface.Hdc(), StdFont(), {.bForce96DPI = true});
+    paint(surface.Hdc(), {widthOf(place), heightOf(place)});
+    font.Destroy();
+    surface.PaintPicture(hDC, place.left, place.top);
 }
 
 RECT measure(HDC hDC, RECT rect, TextView s, const Lettering& lettering, std::uint32_t flags) {

@@ -6,6 +6,8 @@
 #include "gfx/types.h"
 #include "platform/window/textout.h"
 
+#include <functional>
+
 namespace gallery {
 
 constexpr Color kPaper = platform::rgb(255, 255, 255);
@@ -58,6 +60,10 @@ private:
 constexpr int kHeadingHeight = 26;
 // A heading with a line below it at the top of the area; takes its height off the area.
 void heading(HDC hDC, RECT& area, TextView s);
+
+// Paints a control as its window shows it, from (0, 0) and with the font of controls, and copies it
+// to its place.
+void putControl(HDC hDC, const RECT& place, const std::function<void(HDC, SIZE)>& paint);
 
 // Cells of one size, side by side and then line by line, from the top left of an area. The size is
 // that of one cell with its distance to the next.

@@ -72,6 +72,14 @@ void drawInput(HDC hDC, const RECT& area);
 std::unique_ptr<LivePage> openInput(PageHost host);
 void drawDialogs(HDC hDC, const RECT& area);
 std::unique_ptr<LivePage> openDialogs(PageHost host);
+void drawButtons(HDC hDC, const RECT& area);
+void drawChecks(HDC hDC, const RECT& area);
+void drawLabels(HDC hDC, const RECT& area);
+void drawFrames(HDC hDC, const RECT& area);
+void drawProgress(HDC hDC, const RECT& area);
+void drawTextBoxes(HDC hDC, const RECT& area);
+void drawControls(HDC hDC, const RECT& area);
+std::unique_ptr<LivePage> openControls(PageHost host);
 void drawGrid(HDC hDC, const RECT& area);
 std::unique_ptr<LivePage> openGrid(PageHost host);
 
