@@ -87,7 +87,7 @@ void drawTransparent(HDC hDC, RECT area) {
                {.Caption = u"Letters in front of a picture",
                 .BackColor = rgb(110, 130, 180),
                 .ForeColor = rgb(20, 30, 40)});
-    putLetters(hDC, box(area.left + 212, area.top + 10, 190, 20),
+    putLetters(hDC, box(area.left + 190, area.top + 10, 190, 20),
                {.Caption = u"At the right, in another colour",
                 .BackColor = rgb(245, 228, 190),
                 .ForeColor = rgb(160, 0, 0),
