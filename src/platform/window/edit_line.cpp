@@ -149,6 +149,14 @@ public:
 
 protected:
     bool event(QEvent* event) override { return routeEvent(*this, event, false); }
+    void changeEvent(QEvent* event) override {
+        QLineEdit::changeEvent(event);
+        if (event->type() != QEvent::LayoutDirectionChange || !isRightToLeft()) return;
+        // By itself the library's field goes by its text alone; this key is its only way to be
+        // told.
+        QKeyEvent fromRight(QEvent::KeyPress, Qt::Key_Direction_R, Qt::NoModifier);
+        keyPressEvent(&fromRight);
+    }
 
 private:
     static Qt::FocusReason reasonOf(const QEvent& event) {

@@ -8,6 +8,7 @@
 #include <QPlainTextDocumentLayout>
 #include <QPlainTextEdit>
 #include <QScrollBar>
+#include <QStyle>
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QWheelEvent>
@@ -99,10 +100,9 @@ public:
         setHorizontalScrollBarPolicy(bar(WS_HSCROLL));
         setVerticalScrollBarPolicy(bar(WS_VSCROLL));
         QTextOption option = document()->defaultTextOption();
-        Qt::Alignment side = Qt::AlignLeft;
-        if ((style & ES_CENTER) != 0) side = Qt::AlignHCenter;
-        if ((style & ES_RIGHT) != 0) side = Qt::AlignRight;
-        option.setAlignment(side);
+        if ((style & ES_CENTER) != 0) m_side = Qt::AlignHCenter;
+        if ((style & ES_RIGHT) != 0) m_side = Qt::AlignRight;
+        option.setAlignment(m_side);
         document()->setDefaultTextOption(option);
         connect(this, &QPlainTextEdit::textChanged, this, [this] { noteChange(); });
     }
@@ -217,6 +217,10 @@ protected:
         if (event->type() != QEvent::LayoutDirectionChange) return;
         QTextOption option = document()->defaultTextOption();
         option.setTextDirection(isRightToLeft() ? Qt::RightToLeft : Qt::LayoutDirectionAuto);
+        // A page does not change its sides by itself. One that never wraps has no right side.
+        if (lineWrapMode() == WidgetWidth) {
+            option.setAlignment(QStyle::visualAlignment(layoutDirection(), m_side));
+        }
         document()->setDefaultTextOption(option);
     }
     // By the library's own way a no-break space would come out as a blank.
@@ -253,8 +257,9 @@ private:
     }
 
     FieldColors m_colors{-1, -1, -1, -1};
-    bool m_marks = false;  // there may be other breaks than CR LF,
-    bool m_seams = false;  // and among them seams
+    Qt::Alignment m_side = Qt::AlignLeft;  // when read from the left
+    bool m_marks = false;                  // there may be other breaks than CR LF,
+    bool m_seams = false;                  // and among them seams
 };
 
 // ---- Text

@@ -809,6 +809,25 @@ TEST_F(Edit, TurnsTheWheelItselfWhenItHasLinesToShow) {
     EXPECT_GT(top(), 40);
 }
 
+TEST_F(Edit, AFieldFromRightToLeftBeginsAtTheRightWhateverItHolds) {
+    for (const std::uint32_t style : {kLine, kPage}) {
+        DestroyWindow(edit);
+        edit = CreateWindowExW(WS_EX_LAYOUTRTL | WS_EX_RTLREADING, u"EDIT", {},
+                               WS_CHILD | WS_VISIBLE | style, 0, 0, 200, 24, main.hWnd());
+        set(u"abc \u05D0");
+        settle();
+        const auto picture = platform::test::shownPicture(edit);
+        const auto ground = picture.pixels[static_cast<std::size_t>(12 * picture.width + 100)];
+        int left = 0, right = 0;
+        for (std::size_t i = 0; i < picture.pixels.size(); ++i) {
+            if (picture.pixels[i] == ground) continue;
+            ++(static_cast<int>(i) % picture.width < 100 ? left : right);
+        }
+        EXPECT_EQ(left, 0) << (style == kPage ? "several lines" : "one line");
+        EXPECT_GT(right, 20);
+    }
+}
+
 TEST_F(Edit, HidesAPasswordBehindItsCharacter) {
     make(kLine);
     set(u"abc");
