@@ -423,6 +423,37 @@ TEST_F(Controls, ATransparentLabelIsOnlyItsLetters) {
     EXPECT_EQ(describeAccessible(label.hWnd()), "label \"III\"");
 }
 
+TEST_F(Controls, TheTwoLabelsBringAChangeToTheScreenEachInItsOwnWay) {
+    ctlUniLabel label;
+    ctlUniLabelNoFlick noFlick;
+    put(label);
+    put(noFlick, {10, 50, 110, 74});
+    const auto pixel = [](const HostWindow& of) { return platform::GetPixel(of.hDC(), 50, 12); };
+    noFlick.BackColor(0x0000FF);
+    label.BackColor(0x0000FF);
+    EXPECT_NE(pixel(label), pixel(noFlick)) << "one waits for its paint, the other has drawn";
+    settle();
+    EXPECT_EQ(pixel(label), pixel(noFlick));
+    const auto showsAtOnce = [&](Color color, auto refresh) {
+        noFlick.BackColor(color);
+        label.BackColor(color);
+        refresh();
+        const bool shows = pixel(label) == pixel(noFlick);
+        settle();
+        return shows;
+    };
+    EXPECT_FALSE(showsAtOnce(0x00FF00, [&] { label.Refresh(); }));
+    EXPECT_TRUE(showsAtOnce(0xFF0000, [&] { label.Refresh(true); }));
+    label.UserMode(false);
+    EXPECT_TRUE(showsAtOnce(0x00FFFF, [] {})) << "in a designer every change shows at once";
+
+    noFlick.Caption(u"III");
+    noFlick.BackStyle(0);
+    EXPECT_EQ(platform::test::windowAt(m_form.hWnd(), {100, 70}), m_form.hWnd());
+    noFlick.BackStyle(1);
+    EXPECT_EQ(platform::test::windowAt(m_form.hWnd(), {100, 70}), noFlick.hWnd());
+}
+
 TEST_F(Controls, RoundedWindowsLoseTheirCorners) {
     ctlUniButtonXP button;
     ctlUniLabel label;
