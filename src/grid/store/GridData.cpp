@@ -113,7 +113,7 @@ void GridData::AddColumn(const NewColumn& column) {
     added->sText = column.sText;
     added->iMaxWidth = column.iWidth;
     added->iAlign = column.iAlign;
-    added->vKey = column.vKey;
+    if (keyed) added->vKey = column.vKey;
     added->bResizable = column.bResizable;
     added->iHeaderAlign = column.iHeaderAlign;
     added->bSortable = column.bSortable;

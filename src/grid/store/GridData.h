@@ -185,7 +185,8 @@ public:
 
     // Sorts the rows by a column: by its values, or by SortCompareRows when the column says so.
     // Cell records move whole; Row stays the number it is. Nothing at all happens with fewer than 2
-    // rows. Raises nothing: a failure leaves the rows as far as they got.
+    // rows. Raises nothing: a failure, also that of an owner that raises or adds or removes rows
+    // while it is asked, leaves the rows as far as they got.
     void SortByColum(const GridValue& vKey, bool bSortAsc);
 
     // The column itself, for readers of fields that have no member here.

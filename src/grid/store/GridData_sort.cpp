@@ -1,4 +1,5 @@
 #include "grid/store/GridData.h"
+#include "grid/store/gridFailures.h"
 #include "grid/store/valueSort.h"
 
 #include <algorithm>
@@ -7,16 +8,19 @@ void GridData::SortByColum(const GridValue& vKey, bool bSortAsc) {
     if (Rows() < 2) return;
     m_bSortAsc = bSortAsc;
     m_vSortCol = vKey;
+    bool rowsMove = false;
     try {
         if (column(vKey).bSortWithCustomEvent) {
+            rowsMove = true;
             pvSortCustom(vKey, bSortAsc);
         } else {
             pvSortValues(vKey, bSortAsc);
+            rowsMove = true;
         }
-        draw(m_bAllowMultiLineText, false);  // row offsets follow the rows
-    } catch (const std::exception&) {
+    } catch (...) {
         // Ends quietly, with the rows as far as they got.
     }
+    if (rowsMove) draw(m_bAllowMultiLineText, false);  // row offsets follow the rows
 }
 
 void GridData::pvSortValues(const GridValue& vKey, bool bSortAsc) {
@@ -38,9 +42,12 @@ void GridData::pvSortCustom(const GridValue& vKey, bool bSortAsc) {
 // parts that wait are kept here, not on the call stack, whose depth the owner's answers would set.
 void GridData::pvQuickSortCustom(std::int32_t lo, std::int32_t hi, const GridValue& vKey,
                                  bool bSortAsc) {
+    const std::int32_t rows = Rows();
     const auto ordersAfter = [&](std::int32_t iRow1, std::int32_t iRow2) {
         bool b = true;
         if (SortCompareRows) SortCompareRows(vKey, iRow1, iRow2, bSortAsc, b);
+        // Behind the end there are only removed rows, which must not come back for others.
+        if (Rows() != rows) raiseSubscriptOutOfRange();
         return b;
     };
     struct Range {

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <random>
+#include <set>
 
 class GridPicture {};
 
@@ -266,6 +267,14 @@ TEST(GridData, TellsTheWindowAndTheOwnerWhatHappensToRows) {
         {2, 1,
          [](GridData& g) {
              g.AllowMultiLineText(true);
+             g.ColSortWithCustomEvent(1, true);
+             g.SortCompareRows = [](auto&&...) { throw Failure(5, u"", u"refused"); };
+             g.SortByColum(1, true);
+         },
+         "measure measure", 2, 1},
+        {2, 1,
+         [](GridData& g) {
+             g.AllowMultiLineText(true);
              g.SortByColum(1, true);
          },
          "measure measure", 2, 1},
@@ -365,6 +374,40 @@ TEST(GridData, TheOwnerMayChangeTheGridFromItsEvents) {
     };
     grid.RemoveRow(5);
     EXPECT_EQ(grid.Cols(), 0);
+}
+
+// Rows are exchanged in place while the owner is asked: a row that it removes then must not come
+// back in place of one that is there.
+TEST(GridData, ASortEndsWhenItsOwnerChangesTheNumberOfRows) {
+    const std::function<void(GridData&)> kChanges[] = {
+        [](GridData& g) { g.RemoveRow(1); },   [](GridData& g) { g.RemoveRow(); },
+        [](GridData& g) { g.AddRow(u"new"); }, [](GridData& g) { g.Clear(false); },
+        [](GridData& g) { g.Clear(); },
+    };
+    for (const auto& change : kChanges) {
+        for (int after = 1; after < 12; ++after) {
+            GridData grid;
+            grid.AddColumn({.bSortWithCustomEvent = true});
+            for (const char16_t* row : {u"d", u"f", u"a", u"c", u"e", u"b"}) grid.AddRow(row);
+            int asked = 0;
+            std::multiset<Text> left;
+            const auto rows = [&] {
+                std::multiset<Text> all;
+                for (std::int32_t i = 1; i <= grid.Rows(); ++i) all.emplace(grid.CellText(i, 1));
+                return all;
+            };
+            grid.SortCompareRows = [&](const GridValue&, std::int32_t iRow1, std::int32_t iRow2,
+                                       bool, bool& bRetFirstIsMajor) {
+                bRetFirstIsMajor = grid.CellText(iRow1, 1) > grid.CellText(iRow2, 1);
+                if (++asked != after) return;
+                change(grid);
+                left = rows();
+            };
+            grid.SortByColum(1, true);
+            EXPECT_EQ(asked, after);
+            EXPECT_EQ(rows(), left);
+        }
+    }
 }
 
 // The grid as a list of rows of records, and random steps on both.

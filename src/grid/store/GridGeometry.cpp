@@ -351,14 +351,16 @@ void GridGeometry::FocusSelectedRow(bool bDoRefresh, bool bRefreshNow) {
 void GridGeometry::DrawControl(bool bCheckSize, bool bRefreshNow) {
     if (m_iUpdateLock > 0 || m_bDrawing) return;
     m_bDrawing = true;
-    try {
-        if (m_iRowHeight < 1 || m_iTotalWidth < 1 || bCheckSize) pvMeasureGrid();
-        pvUpdateScroll();
-        paint(bRefreshNow);
-    } catch (...) {
-        m_bDrawing = false;
-        throw;
-    }
+    const auto done = [this](auto step) {
+        try {
+            step();
+        } catch (...) {
+            stepFailed();
+        }
+    };
+    if (m_iRowHeight < 1 || m_iTotalWidth < 1 || bCheckSize) done([this] { pvMeasureGrid(); });
+    done([this] { pvUpdateScroll(); });
+    done([this, bRefreshNow] { paint(bRefreshNow); });
     m_bDrawing = false;
 }
 

@@ -144,9 +144,11 @@ public:
                                        std::int32_t iVBarWidth);
 
 protected:
-    // Guarded against itself: measures when asked to or never done, updates the bars, and draws.
+    // Measures when asked to or never done, updates the bars, and draws. A call from inside of
+    // itself does nothing. A step that fails is left out, and the next one follows.
     void DrawControl(bool bCheckSize, bool bRefreshNow) override;
     virtual void paint(bool bRefreshNow) = 0;
+    virtual void stepFailed() {}  // called while the failure is being handled; must raise nothing
 
     void pvMeasureGrid();
     void pvUpdateScroll();

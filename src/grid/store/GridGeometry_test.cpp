@@ -31,6 +31,47 @@ TEST(GridGeometry, IsEmptyBeforeTheFirstMeasuring) {
     EXPECT_EQ(grid.GetVisibleRows(), -1);
 }
 
+TEST(GridGeometry, AFrameMeasuresWhatWasNeverMeasured) {
+    PlainGrid grid;
+    grid.BeginUpdate();
+    fill(grid, {50}, 3);
+    grid.NoUpdate();
+    EXPECT_EQ(grid.RowHeight(), 0);
+    grid.Row(-1);  // a frame that asks for no measuring
+    EXPECT_EQ(grid.RowHeight(), 19);
+    EXPECT_EQ(grid.TotalWidth(), 50);
+}
+
+TEST(GridGeometry, AFrameInsideOfAFrameIsNone) {
+    PlainGrid grid;
+    fill(grid, {50}, 3);
+    grid.onPaint = [&] { grid.Refresh(); };
+    grid.frames = 0;
+    grid.Refresh();
+    EXPECT_EQ(grid.frames, 1);
+    grid.Refresh();
+    EXPECT_EQ(grid.frames, 2);
+}
+
+TEST(GridGeometry, AStepThatFailsIsLeftOut) {
+    PlainGrid grid;
+    fill(grid, {150}, 3);
+    grid.surface.fails = true;
+    grid.surface.size.cx = 100;
+    grid.frames = 0;
+    grid.Refresh();  // cannot measure
+    EXPECT_EQ(grid.HScroll_Max(), 50);
+    EXPECT_EQ(grid.frames, 1);
+    EXPECT_EQ(grid.failedSteps, 1);
+    grid.surface.fails = false;
+    grid.onPaint = [] { throw Failure(5, u"", u"refused"); };
+    grid.Refresh();
+    EXPECT_EQ(grid.failedSteps, 2);
+    grid.onPaint = nullptr;
+    grid.Refresh();
+    EXPECT_EQ(grid.frames, 3);
+}
+
 TEST(GridGeometry, SingleLineRowsAreOneStepApart) {
     PlainGrid grid;
     fill(grid, {50, 50, 50}, 20);
@@ -232,6 +273,71 @@ TEST(GridGeometry, FocusBringsTheCurrentRowToTheMiddle) {
         EXPECT_EQ(grid.VScroll_Value(), c.after) << c.multiLine << " " << c.row;
         EXPECT_EQ(grid.frames, c.row == -1 ? 0 : 1);  // the bar's change draws none of its own
     }
+}
+
+TEST(GridGeometry, FocusDrawsAsAskedAndMeasuresNothing) {
+    PlainGrid grid;
+    fill(grid, {-1}, 9);
+    grid.Row(2);
+    grid.frames = grid.framesAtOnce = grid.surface.questions = 0;
+    grid.FocusSelectedRow(true, false);
+    EXPECT_EQ(grid.frames, 1);
+    EXPECT_EQ(grid.framesAtOnce, 0);
+    grid.FocusSelectedRow(false, true);
+    EXPECT_EQ(grid.frames, 1);
+    EXPECT_EQ(grid.surface.questions, 0);
+}
+
+// To the pixel: where a row stops being visible, and where the content stops fitting.
+TEST(GridGeometry, RowsAndContentAreVisibleToTheirLastPixel) {
+    PlainGrid grid;
+    fill(grid, {50}, 4);
+    const auto visible = [&](std::int32_t height, std::int32_t row) {
+        grid.surface.size.cy = height;
+        grid.Refresh();
+        return grid.IsRowCompletelyVisible(row);
+    };
+    EXPECT_TRUE(visible(93, 4));  // 74 + 19
+    EXPECT_FALSE(visible(92, 4));
+    grid.AllowMultiLineText(true);
+    EXPECT_FALSE(visible(58, 2));  // 19 + 19 + 2 + 19
+    EXPECT_TRUE(visible(59, 2));
+    grid.VScroll_Value(2);
+    EXPECT_TRUE(grid.IsRowCompletelyVisible(1));
+    grid.VScroll_Value(3);
+    EXPECT_FALSE(grid.IsRowCompletelyVisible(1));
+    grid.surface.size.cy = 74;  // offset of row 4 is 55
+    grid.Refresh();
+    EXPECT_EQ(grid.VScroll_Max(), 0);
+    grid.surface.size.cy = 73;
+    grid.Refresh();
+    EXPECT_EQ(grid.VScroll_Max(), 19 + 74 - 73);
+    // Half of an odd height: 77 - 50.5 + 20 goes to the even number.
+    grid.MinRowHeight(20);
+    grid.Rows(100);
+    grid.surface.size.cy = 101;
+    grid.Refresh();
+    grid.Row(5);
+    EXPECT_EQ(grid.VScroll_Value(), 46);
+}
+
+TEST(GridGeometry, MultiLineHeightsFollowColumnsAndTheLeastRowHeight) {
+    PlainGrid grid;
+    grid.AllowMultiLineText(true);
+    fill(grid, {60, 60}, 0);
+    grid.AddColumn({.iType = 2});
+    grid.AddRow(u"a\tb\nc\ttrue");
+    grid.AddRow(u"a\tb");
+    const auto heights = [&] {
+        return std::to_string(grid.CellHeight(1, 1)) + " " + std::to_string(grid.CellHeight(2, 1)) +
+               " " + std::to_string(grid.column(1).OffsetRow(2));
+    };
+    EXPECT_EQ(grid.column(3).TextHeight(1), 7);  // the mark of a flag
+    EXPECT_EQ(heights(), "32 19 32");
+    grid.MinRowHeight(25);
+    EXPECT_EQ(heights(), "32 25 32");
+    grid.RemoveColumn(2);
+    EXPECT_EQ(heights(), "25 25 25");
 }
 
 TEST(GridGeometry, HoldsTheLeastRowHeight) {

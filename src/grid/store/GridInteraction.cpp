@@ -17,8 +17,8 @@ enum Key : std::int16_t {
 constexpr std::int16_t kLeftButton = 1;
 constexpr std::int32_t kShift = 1, kControl = 2;
 
-std::int32_t rounded(float value) {  // halves to even; what no number can hold is far outside
-    return static_cast<std::int32_t>(std::lrint(std::clamp(value, -1e9F, 1e9F)));
+std::int32_t rounded(double value) {  // halves to even; what no number can hold is far outside
+    return static_cast<std::int32_t>(std::lrint(std::clamp(value, -2e9, 2e9)));
 }
 
 }  // namespace
@@ -30,7 +30,8 @@ void GridInteraction::ShowFocus(bool b) {
 
 bool GridInteraction::isSortedColumn(std::int32_t iCol) const {
     if (m_vSortCol.isNumeric()) return m_vSortCol.toDouble() == iCol;
-    return m_vSortCol == columnAt(iCol).vKey;
+    // An empty text names no column, as it is the key of all that have none.
+    return !m_vSortCol.text().empty() && m_vSortCol == columnAt(iCol).vKey;
 }
 
 // --- Selection
@@ -94,7 +95,7 @@ void GridInteraction::surfaceMouseMove(std::int16_t Button, std::int16_t Shift, 
 
     if (Button == kLeftButton && m_bOverResizeZone) {
         if (m_iResizeCol < 1 || m_iResizeCol > Cols()) return;  // the owner took it away
-        const std::int32_t width = rounded(x + static_cast<float>(HScroll_Value() - m_iResizeColX));
+        const std::int32_t width = rounded(double{x} + HScroll_Value() - m_iResizeColX);
         columnAt(m_iResizeCol).iMaxWidth = std::max(width, 0);
         draw(true, false);
     } else if (Button == 0) {

@@ -119,6 +119,17 @@ TEST(GridInteraction, SelectsRowsByMouseAndKeys) {
     EXPECT_EQ(grid.Row(), 3);  // moved to, though deselected
 }
 
+TEST(GridInteraction, ClearForgetsWhereASelectionBegan) {
+    PlainGrid grid;
+    makeRows(grid, 6, true);
+    grid.click(10, rowAt(2));
+    grid.Clear(false);
+    grid.Rows(6);
+    grid.shift = kShift;
+    grid.click(10, rowAt(4));
+    EXPECT_EQ(grid.selection(), "4");
+}
+
 TEST(GridInteraction, WithoutMultiSelectTheSelectionIsTheCurrentRow) {
     PlainGrid grid;
     makeRows(grid, 6);
@@ -185,6 +196,52 @@ TEST(GridInteraction, KeysMoveAndScroll) {
     EXPECT_EQ(grid.HScroll_Value(), 0);
 }
 
+TEST(GridInteraction, HomeWithoutRowsScrollsToTheTop) {
+    PlainGrid grid;
+    makeRows(grid, 0);
+    grid.v.onChange = nullptr;  // a frame would set the maximum itself
+    grid.VScroll_Max(50);
+    grid.VScroll_Value(20);
+    EXPECT_TRUE(grid.key(kHome));
+    EXPECT_EQ(grid.VScroll_Value(), 0);
+}
+
+TEST(GridInteraction, EventsComeBeforeOrAfterTheGridsOwnPart) {
+    PlainGrid grid;
+    makeRows(grid, 30);
+    std::string heard;
+    const auto note = [&](const char* what) {
+        heard += std::string(what) + " row " + std::to_string(grid.Row()) + " top " +
+                 std::to_string(grid.VScroll_Value()) + (grid.resizeCursor ? " edge" : "") + "\n";
+    };
+    grid.SelectionChange = nullptr;
+    grid.MouseMove = [&](auto, auto, float, float) { note("move"); };
+    grid.MouseDown = [&](auto, auto, float, float) { note("down"); };
+    grid.MouseWheel = [&](auto, auto, float, float, bool) { note("wheel"); };
+    grid.KeyDown = [&](std::int16_t&, std::int16_t&) { note("key"); };
+    grid.KeyUp = [&](std::int16_t& KeyCode, std::int16_t&) {
+        note("key up");
+        KeyCode = 7;
+    };
+    grid.KeyPress = [&](std::int16_t& KeyAscii) {
+        note("key press");
+        KeyAscii = 8;
+    };
+    grid.press(10, rowAt(2));
+    grid.key(kDown);
+    grid.wheel(0, -120, 0, 0);
+    grid.move(59, 5);
+    grid.move(59, 5);
+    EXPECT_EQ(heard, "move row -1 top 0\ndown row 2 top 0\nkey row 2 top 0\n"
+                     "wheel row 3 top 0\nmove row 3 top 3\nmove row 3 top 3 edge\n");
+    heard.clear();
+    std::int16_t code = kDown, unit = u'x', none = 0;
+    grid.keyUp(code, none);
+    grid.keyPress(unit);
+    EXPECT_EQ(heard, "key up row 3 top 3 edge\nkey press row 3 top 3 edge\n");
+    EXPECT_EQ(code * 10 + unit, 78);  // what the owner made of them
+}
+
 TEST(GridInteraction, TheOwnerMayKeepAKeyFromTheGrid) {
     PlainGrid grid;
     makeRows(grid, 5);
@@ -209,7 +266,21 @@ TEST(GridInteraction, DrawsOncePerKey) {
         EXPECT_EQ(grid.framesAtOnce, 1);
         grid.click(10, rowAt(4));
         EXPECT_EQ(grid.frames, 2);
+        EXPECT_EQ(grid.framesAtOnce, 2);
+        const int questions = grid.surface.questions;
+        grid.key(kUp);
+        EXPECT_EQ(grid.surface.questions, questions);  // nothing is measured for it
     }
+}
+
+TEST(GridInteraction, OtherSurroundingsAreMeasuredAnew) {
+    PlainGrid grid;
+    makeRows(grid, 5);
+    grid.ColWidth(1, -1);
+    const int frames = grid.frames, questions = grid.surface.questions;
+    grid.ambientChanged();
+    EXPECT_EQ(grid.frames, frames + 1);
+    EXPECT_GE(grid.surface.questions, questions + 5);
 }
 
 TEST(GridInteraction, TheWheelScrollsByRowsOrPixels) {
@@ -234,8 +305,9 @@ TEST(GridInteraction, TheWheelScrollsByRowsOrPixels) {
     grid.ScrollOnMouseWheel(false);
     grid.shift = kCtrl;
     grid.wheel(1 + 16, -240, 700, -5);
+    grid.wheel(2, 60, 0, 0);
     EXPECT_EQ(grid.VScroll_Value(), 0);
-    EXPECT_EQ(grid.notes(), "wheel 5 2 700,-5 down");
+    EXPECT_EQ(grid.notes(), "wheel 5 2 700,-5 down wheel 2 2 0,0 up");
 }
 
 TEST(GridInteraction, BarsDrawAtOnceAndTellOfDrags) {
@@ -306,6 +378,13 @@ TEST(GridInteraction, HeaderClicksSort) {
     EXPECT_EQ(clicked(80), "cab");
     grid.ColSortable(1, false);
     EXPECT_EQ(clicked(20), "cab");
+    // No name is nobody's name, and neither is none.
+    grid.AddColumn({});
+    grid.AddColumn({.vKey = GridValue()});
+    for (const GridValue& name : {GridValue(Text()), GridValue()}) {
+        grid.SortByColum(name, true);
+        for (std::int32_t c = 1; c <= 4; ++c) EXPECT_FALSE(grid.isSortedColumn(c)) << c;
+    }
     grid.Clear(false);
     EXPECT_FALSE(grid.isSortedColumn(1) || grid.isSortedColumn(2));
 }
@@ -319,6 +398,14 @@ TEST(GridInteraction, ColumnEdgesAreDraggedAndGivenBack) {
         EXPECT_EQ(grid.resizeCursor, zone.contains(x)) << x;
     }
     grid.move(59, 30);
+    EXPECT_FALSE(grid.resizeCursor);
+
+    grid.move(60, 5);
+    for (const std::int16_t button : {2, 4}) grid.move(80, 5, button);  // drag nothing, leave it
+    EXPECT_EQ(grid.ColWidth(1), 60);
+    EXPECT_TRUE(grid.resizeCursor);
+    grid.move(10, 5);
+    grid.move(60, 5, 2);
     EXPECT_FALSE(grid.resizeCursor);
 
     grid.press(60, 5);
@@ -419,8 +506,12 @@ TEST(GridInteraction, AFailingOwnerLeavesTheGridUsable) {
     grid.SortCompareRows = [](const GridValue&, auto, auto, bool, bool&) {
         throw Failure(5, u"", u"refused");
     };
+    const int before = grid.frames;
     grid.click(20, 5);
     EXPECT_EQ(grid.Rows(), 3);
+    EXPECT_EQ(grid.frames, before + 1);  // the arrow, and what has moved
+    grid.SortCompareRows = [](auto&&...) { throw 1; };
+    grid.SortByColum(1, true);
     grid.SelectionChange = [] { throw Failure(5, u"", u"refused"); };
     EXPECT_EQ(dumpOf([&] { grid.key(kDown); }), "5 refused");
     EXPECT_EQ(grid.Row(), 0);

@@ -2,6 +2,7 @@
 // writes down what it hears.
 #pragma once
 #include "grid/store/GridInteraction.h"
+#include "platform/base/failure.h"
 
 #include <algorithm>
 #include <string>
@@ -15,8 +16,10 @@ class PlainMeasuring : public GridMeasuring {
 public:
     GridSize size{200, 100};
     int questions = 0;  // for sizes of texts
+    bool fails = false;
 
     GridSize textSize(TextView s) override {
+        if (fails) throw Failure(7, u"", u"no room");
         ++questions;
         return {static_cast<std::int32_t>(s.size()) * 6, 13};
     }
@@ -86,9 +89,12 @@ public:
                  (bDown ? " down" : " up"));
         };
     }
+    using GridInteraction::ambientChanged;
     using GridInteraction::focusChanged;
     using GridInteraction::forgetMeasuredTexts;
     using GridInteraction::hScrollDragged;
+    using GridInteraction::keyPress;
+    using GridInteraction::keyUp;
     using GridInteraction::pvGetRowByOffset;
     using GridInteraction::vScrollDragged;
     using GridInteraction::wheel;
@@ -96,7 +102,8 @@ public:
     using PlainParts::surface;
     using PlainParts::v;
 
-    int frames = 0;
+    int frames = 0, framesAtOnce = 0, failedSteps = 0;
+    std::function<void()> onPaint;
     std::int32_t shift = 0;
     bool resizeCursor = false;
 
@@ -154,13 +161,12 @@ protected:
     void paint(bool bRefreshNow) override {
         ++frames;
         if (bRefreshNow) ++framesAtOnce;
+        if (onPaint) onPaint();
     }
+    void stepFailed() override { ++failedSteps; }
     std::int32_t shiftState() const override { return shift; }
     void showResizeCursor(bool b) override { resizeCursor = b; }
     void showTip() override {}
-
-public:
-    int framesAtOnce = 0;
 
 private:
     std::string m_notes;
