@@ -72,6 +72,7 @@ void ctlUniGrid::ReadProperties(const PropertyBag& bag) {
     m_lHeaderForeColor = bag.ReadProperty(u"HeaderForeColor", sysColor(18));
     m_sTip = bag.ReadTextBytes(u"Tip", {});
     m_pic.Font(bag.ReadProperty(u"Font", StdFont()));
+    m_iMinRowHeight = 0;  // what the setter ignores is no reason to keep an earlier one
     MinRowHeight(bag.ReadProperty(u"MinRowHeight", std::int16_t{0}));
     m_lHeaderStyle = bag.ReadProperty(u"HeaderStyle", -1);
     m_lSelectorStyle = bag.ReadProperty(u"SelectorStyle", -1);

@@ -38,7 +38,7 @@ public:
     std::function<void(std::int32_t& Effect)> OLECompleteDrag;
 
     // What helpers of the desktop read out for a row (from 1) in place of its first cell, such as
-    // "row 5, Menu, Open, untranslated". Not set: the first cell's text.
+    // "row 5, Menu, Open, untranslated". Not set, or when it raises: the first cell's text.
     std::function<Text(std::int32_t iRow)> RowInWords;
 
     // ---- Properties. All colours may be those of the desktop; setting one redraws, also with an
@@ -91,6 +91,7 @@ public:
 
 protected:
     void paint(bool bRefreshNow) override;
+    void stepFailed() override;
     [[nodiscard]] std::int32_t shiftState() const override;
     void showResizeCursor(bool b) override;
     void showTip() override;
@@ -203,10 +204,15 @@ private:
     Border m_border;
     // What helpers of the desktop were last told.
     struct Told {
-        std::int32_t rows = 0, columns = 0, row = -1;
-        GridValue sortColumn;
-        bool ascending = false;
-        friend bool operator==(const Told&, const Told&) = default;
+        struct Table {
+            std::int32_t rows = 0, columns = 0;
+            GridValue sortColumn;
+            bool ascending = false;
+            friend bool operator==(const Table&, const Table&) = default;
+        } table;
+        std::int32_t row = -1;  // the current one, from 0; with its first cell's text
+        Text text;
+        bool selected = false;
     };
     Told m_told;
 };

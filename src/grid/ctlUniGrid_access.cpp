@@ -1,4 +1,4 @@
-#include "gfx/modCtlCommon_ctl_text.h"
+#include "gfx/modCtlCommon_src_errors.h"
 #include "grid/ctlUniGrid.h"
 #include "grid/store/pvGetCellText.h"
 
@@ -7,7 +7,13 @@
 Text ctlUniGrid::headerText(int column) const { return columnAt(column + 1).sText; }
 
 Text ctlUniGrid::cellText(int row, int column) const {
-    if (column == 0 && RowInWords) return RowInWords(row + 1);
+    if (column == 0 && RowInWords) {
+        try {
+            return RowInWords(row + 1);
+        } catch (...) {  // the desktop's library, which asks, lets no failure through
+            ReportCaughtFailure(u"ctlUniGrid.RowInWords");
+        }
+    }
     const clsCtlUniGrid_Column& oCol = columnAt(column + 1);
     const GridValue value = oCol.Value(row + 1);
     return oCol.iType == 2 ? value.toText() : pvGetCellText(value, oCol);
@@ -53,13 +59,22 @@ bool ctlUniGrid::selectRow(int row) {
 
 // After a frame, when something of it differs.
 void ctlUniGrid::tellHelpers() {
-    const Told now{Rows(), Cols(), currentRow(), m_vSortCol, m_bSortAsc};
-    if (now == m_told) return;
+    using platform::AccessibleCellChange;
+    if (!platform::accessibleIsHeard()) return;
+    Told now{{Rows(), Cols(), m_vSortCol, m_bSortAsc}, currentRow(), {}, false};
+    if (now.row >= 0 && now.table.columns > 0) {
+        now.text = cellText(now.row, 0);
+        now.selected = isRowSelected(now.row);
+    }
     const Told before = std::exchange(m_told, now);
-    Told sameCurrentRow = before;
-    sameCurrentRow.row = now.row;
-    if (sameCurrentRow != now) {
+    if (now.table != before.table) {
         platform::tellAccessible(hWnd(), platform::AccessibleChange::TableReset);
     }
-    if (now.row >= 0 && now.row != before.row) platform::tellAccessibleCell(hWnd(), now.row, 0);
+    const auto tell = [&](AccessibleCellChange change) {
+        platform::tellAccessibleCell(hWnd(), now.row, 0, change);
+    };
+    if (now.row < 0) return;
+    if (now.row != before.row) return tell(AccessibleCellChange::Current);
+    if (now.text != before.text) tell(AccessibleCellChange::Text);
+    if (now.selected != before.selected) tell(AccessibleCellChange::Selected);
 }

@@ -210,6 +210,8 @@ bool ctlUniGrid::drawBorder() {
     return true;
 }
 
+void ctlUniGrid::stepFailed() { ReportCaughtFailure(u"ctlUniGrid.DrawControl"); }
+
 void ctlUniGrid::paint(bool bRefreshNow) {
     if (hWnd() == 0) return;
     bool newBorder = false;

@@ -258,8 +258,21 @@ TEST_F(GridTest, TheFocusRectangleNeedsFocusAndAnEnabledGrid) {
     grid.Row(-1);
     EXPECT_FALSE(focusDrawn());
     grid.Row(1);
+    // Without a frame asked for: that of another enabled state is drawn as it changes.
+    const auto shown = [&] {
+        return painted({420, 160}, [this](platform::HDC hDC) { show(hDC); }).pixels;
+    };
+    const auto focused = shown();
     grid.Enabled(false);
+    EXPECT_FALSE(shown() == focused);
     EXPECT_FALSE(focusDrawn());
+}
+
+TEST_F(GridTest, OtherColoursOfTheDesktopAreShownAtOnce) {
+    makePair();
+    platform::DrawingRecorder recorder(grid.Pic().hDC());
+    platform::SendMessageW(grid.hWnd(), platform::WM_SYSCOLORCHANGE, 0, 0);
+    EXPECT_NE(recorder.text(), "");
 }
 
 TEST_F(GridTest, OnlyWhatIsInSightIsDrawn) {
@@ -456,6 +469,40 @@ TEST_F(GridTest, PropertiesRedrawMeasureOrDoNeither) {
     EXPECT_EQ(frames([&] { grid.ApplyFontChanges(); }), 1);
 }
 
+TEST_F(GridTest, PropertiesStartWithTheirDefaults) {
+    const struct {
+        const char* name;
+        std::int64_t value, wanted;
+    } kCases[] = {
+        {"BorderColor", grid.BorderColor(), -1},
+        {"BackColor", static_cast<std::uint32_t>(grid.BackColor()), 0x80000005},
+        {"ForeColor", static_cast<std::uint32_t>(grid.ForeColor()), 0x80000008},
+        {"CellsBorderColor", grid.CellsBorderColor(), -1},
+        {"SelBackColor", static_cast<std::uint32_t>(grid.SelBackColor()), 0x8000000D},
+        {"SelForeColor", static_cast<std::uint32_t>(grid.SelForeColor()), 0x8000000E},
+        {"HeaderBackColor", static_cast<std::uint32_t>(grid.HeaderBackColor()), 0x8000000F},
+        {"HeaderForeColor", static_cast<std::uint32_t>(grid.HeaderForeColor()), 0x80000012},
+        {"Tip", static_cast<std::int64_t>(grid.Tip().size()), 0},
+        {"MinRowHeight", grid.MinRowHeight(), 0},
+        {"HeaderStyle", grid.HeaderStyle(), -1},
+        {"SelectorStyle", grid.SelectorStyle(), -1},
+        {"OLEDropMode", grid.OLEDropMode(), 0},
+        {"ScrollOnMouseWheel", grid.ScrollOnMouseWheel(), 1},
+        {"MultiSelect", grid.MultiSelect(), 0},
+        {"ShowFocus", grid.ShowFocus(), 1},
+        {"AllowMultiLineText", grid.AllowMultiLineText(), 0},
+        {"Enabled", grid.Enabled(), 1},
+        {"HScroll1 small", grid.horizontalBar().SmallChange(), 25},
+        {"HScroll1 large", grid.horizontalBar().LargeChange(), 100},
+        {"VScroll1 small", grid.verticalBar().SmallChange(), 1},
+        {"VScroll1 large", grid.verticalBar().LargeChange(), 5},
+        {"HScroll1 max", grid.HScroll_Max(), 0},
+        {"VScroll1 max", grid.VScroll_Max(), 0},
+    };
+    for (const auto& c : kCases) EXPECT_EQ(c.value, c.wanted) << c.name;
+    EXPECT_EQ(grid.Font(), StdFont());
+}
+
 TEST_F(GridTest, PropertiesAreStoredUnlessTheyAreTheDefaults) {
     PropertyBag bag;
     grid.WriteProperties(bag);
@@ -507,6 +554,12 @@ TEST_F(GridTest, PropertiesAreStoredUnlessTheyAreTheDefaults) {
     EXPECT_EQ(grid.Row(), -1);
     EXPECT_EQ(grid.RowHeight(), 0);
     EXPECT_EQ(taken(), "");
+    // A stored height that is none does not leave the earlier one.
+    PropertyBag bad;
+    bad.WriteProperty(u"MinRowHeight", 15000, 0);
+    grid.MinRowHeight(40);
+    grid.ReadProperties(bad);
+    EXPECT_EQ(grid.MinRowHeight(), 0);
 }
 
 TEST_F(GridTest, WorksBeforeItsWindowAndAfter) {
@@ -688,6 +741,59 @@ TEST_F(GridTest, HelpersOfTheDesktopSeeATable) {
     grid.VScroll_Value(grid.VScroll_Max());
     EXPECT_EQ(table.cellRect(0, 0), RECT());  // out of sight
     EXPECT_EQ(table.cellAt({0, 0}).column, -1);
+}
+
+TEST_F(GridTest, HelpersOfTheDesktopHearWhatChanges) {
+    makePair();
+    grid.RowInWords = [&](std::int32_t iRow) {
+        return Text(grid.CellText(iRow, 3))
+            .append(grid.CellText(iRow, 5).empty() ? u", untranslated" : u", translated");
+    };
+    grid.AccessibleName(u"Rows");
+    grid.SetFocus();
+    settle();
+    grid.Refresh();
+    platform::test::listenAccessible(true);
+    grid.Refresh();  // the first frame that is heard tells of all that there is
+    EXPECT_EQ(platform::test::takeAccessibleLog(), "table \"Rows\"\n");
+    const struct {
+        std::function<void()> change;
+        std::string heard;
+    } kCases[] = {
+        {[&] { grid.Refresh(); }, ""},
+        {[&] { grid.Row(2); }, "focus \"Close, untranslated\"\n"},
+        {[&] { grid.CellText(2, 5, u"Schlie\u00dfen"); }, "name \"Close, translated\"\n"},
+        {[&] { grid.CellText(3, 5, u"x"); }, ""},
+        {[&] { grid.MultiSelect(true), grid.Refresh(); }, "state \"Close, translated\"\n"},
+        {[&] { grid.RowSel(2, true); }, "state \"Close, translated\"\n"},
+        {[&] { grid.RowSel(2, true); }, ""},
+        {[&] { platform::test::pressKey(grid.hWnd(), platform::VK_DOWN); },
+         "focus \"Save, translated\"\n"},
+        {[&] { grid.SortByColum(2, false); },
+         "table \"Rows\"\nname \"Done, translated\"\nstate \"Done, translated\"\n"},
+        {[&] { grid.Clear(); }, "table \"Rows\"\n"},
+    };
+    for (const auto& c : kCases) {
+        c.change();
+        EXPECT_EQ(platform::test::takeAccessibleLog(), c.heard) << &c - kCases;
+    }
+    platform::test::listenAccessible(false);
+}
+
+TEST_F(GridTest, HelpersOfTheDesktopSeeNoFailureOfTheOwner) {
+    makePair();
+    grid.AccessibleName(u"Rows");
+    grid.Row(2);
+    grid.SetFocus();
+    settle();
+    EXPECT_EQ(platform::test::describeAccessible(grid.hWnd()),
+              "table \"Rows\" focusable focused 8 x 5");
+    EXPECT_EQ(platform::test::describeAccessible(grid.hWnd(), {{-1, 3}}),
+              "column header \"Default\"");
+    grid.RowInWords = [](std::int32_t) -> Text { throw Failure(5, u"", u"refused"); };
+    EXPECT_EQ(platform::test::describeAccessible(grid.hWnd(), {{1, 0}}),
+              "cell \"2\" focusable focused selected");
+    EXPECT_EQ(platform::test::describeAccessible(grid.hWnd(), {{7, 2}}), "cell \"Last\" focusable");
 }
 
 }  // namespace

@@ -452,15 +452,34 @@ void tellAccessible(HWND hWnd, AccessibleChange change) {
     }
 }
 
-void tellAccessibleCell(HWND hWnd, int row, int column) {
+bool accessibleIsHeard() { return isHeard(); }
+
+void tellAccessibleCell(HWND hWnd, int row, int column, AccessibleCellChange change) {
     if (!isHeard()) return;
     const WindowInterface* window = interfaceOf(hWnd);
     if (window == nullptr) return;
     QAccessibleInterface* const cell = window->cellAt(row, column);
     if (cell == nullptr) return;
-    const QWidget* widget = widgetOf(hWnd);
-    QAccessibleEvent event(cell, widget->hasFocus() ? QAccessible::Focus : QAccessible::Selection);
-    tell(event);
+    switch (change) {
+    case AccessibleCellChange::Current: {
+        const bool focused = widgetOf(hWnd)->hasFocus();
+        QAccessibleEvent event(cell, focused ? QAccessible::Focus : QAccessible::Selection);
+        tell(event);
+        break;
+    }
+    case AccessibleCellChange::Text: {
+        QAccessibleEvent event(cell, QAccessible::NameChanged);
+        tell(event);
+        break;
+    }
+    case AccessibleCellChange::Selected: {
+        QAccessible::State changed;
+        changed.selected = true;
+        QAccessibleStateChangeEvent event(cell, changed);
+        tell(event);
+        break;
+    }
+    }
 }
 
 // ---- For tests

@@ -87,8 +87,15 @@ enum class AccessibleChange : std::uint8_t {
     TableReset,  // rows or columns came, went or were sorted
 };
 void tellAccessible(HWND hWnd, AccessibleChange change);
-// The current cell of a table has changed; rows and columns from 0. When the window has the focus
-// it is now on that cell.
-void tellAccessibleCell(HWND hWnd, int row, int column);
+enum class AccessibleCellChange : std::uint8_t {
+    Current,   // another cell is the current one; when the window has the focus, it is on that cell
+    Text,      // what cellText gives
+    Selected,  // what isRowSelected gives
+};
+// Of a table's cell; rows and columns from 0.
+void tellAccessibleCell(HWND hWnd, int row, int column,
+                        AccessibleCellChange change = AccessibleCellChange::Current);
+// Whether anybody listens, for those who would have to find out what has changed.
+[[nodiscard]] bool accessibleIsHeard();
 
 }  // namespace platform

@@ -87,6 +87,10 @@ TEST_F(AccessibleWindow, ChangesAreToldOnlyToThoseWhoListen) {
     tellAccessibleCell(m_hWnd, 2, 1);
     tellAccessibleCell(m_hWnd, 7, 1);
     EXPECT_EQ(test::takeAccessibleLog(), "name \"Rows\"\ntable \"Rows\"\nfocus \"B2\"\n");
+    tellAccessibleCell(m_hWnd, 0, 0, AccessibleCellChange::Text);
+    tellAccessibleCell(m_hWnd, 1, 2, AccessibleCellChange::Selected);
+    EXPECT_EQ(test::takeAccessibleLog(), "name \"A0\"\nstate \"C1\"\n");
+    EXPECT_TRUE(accessibleIsHeard());
     test::listenAccessible(false);
     EXPECT_EQ(test::takeAccessibleLog(), "");
 }
