@@ -158,6 +158,58 @@ TEST_F(GridTest, LooksRightWithFlagsNumbersAndPictures) {
     EXPECT_TRUE(looksLike("types"));
 }
 
+TEST_F(GridTest, PicturesAreCutToTheirCellAndLeaveOneColourOut) {
+    grid.AddColumn({.iWidth = 31});
+    grid.Rows(1);
+    clsMEMDC drawing;  // green, with a blue square in its middle
+    drawing.CreateDC(60, 60);
+    drawing.DrawBackColor(0x00FF00);
+    DrawRect(drawing.Hdc(), {25, 25, 35, 35}, 0xFF0000, true);
+    const auto picture = std::make_shared<GridPicture>(drawing.Picture());
+    // The picture's top left 31 by 13 pixels in the cell 0,18 to 31,37 less 2 at each side.
+    grid.SetCellPicture(1, 1, picture, {.bPicTransparent = false});
+    const Color back = platform::GetSysColor(5);
+    const struct {
+        POINT at;
+        Color color;
+    } kPixels[] = {{{15, 20}, back}, {{15, 21}, 0x00FF00}, {{15, 33}, 0x00FF00}, {{15, 34}, back},
+                   {{1, 27}, back},  {{2, 27}, 0x00FF00},  {{28, 27}, 0x00FF00}, {{29, 27}, back}};
+    for (const auto& c : kPixels) EXPECT_EQ(pixel(c.at.x, c.at.y), c.color) << c.at.x << c.at.y;
+
+    grid.MinRowHeight(70);
+    grid.ColWidth(1, 70);
+    const auto greenAndBlue = [&](const PictureOptions& options) {
+        grid.SetCellPicture(1, 1, picture, options);
+        return std::string(pixel(10, 104) == 0x00FF00 ? "green " : "- ") +
+               (pixel(35, 104) == 0xFF0000 ? "blue" : "-");
+    };
+    EXPECT_EQ(greenAndBlue({.bPicTransparent = false}), "green blue");
+    EXPECT_EQ(greenAndBlue({.bPicTransparent = true}), "- blue");
+    EXPECT_EQ(greenAndBlue({.lPicXTransp = 30, .lPicYTransp = 30}), "green -");
+    EXPECT_EQ(greenAndBlue({.lPicTranspColor = 0x00FF00}), "- blue");
+}
+
+// An arrow stands in its own place, and the text ends before it; a narrow header has room for none.
+TEST_F(GridTest, HeadersKeepTheirTextClearOfTheArrow) {
+    SetAppButtonStyle(0);
+    grid.AddColumn({.sText = u"S", .iWidth = 60, .bSortable = true});
+    grid.AddColumn(
+        {.sText = u"N", .iWidth = 12, .iAlign = 7, .iHeaderAlign = 7, .bSortable = true});
+    grid.AddRow(u"b\tx");
+    grid.AddRow(u"a\ty");
+    grid.SortByColum(1, true);
+    const std::string frame = drawing();
+    SetAppButtonStyle(3);
+    EXPECT_NE(frame.find("DrawTextW 4,0,44,19 #000000 flags 0x825 \"S\""), std::string::npos);
+    // Codes that there are none of: the header at the right, the cell at the left.
+    EXPECT_NE(frame.find("DrawTextW 63,0,63,19 #000000 flags 0x826 \"N\""), std::string::npos);
+    EXPECT_NE(frame.find(" flags 0x824 \"y\""), std::string::npos);
+    // 9 by 4 in the area from 10 before the right edge: its widest row is 7 pixels of black.
+    std::string arrow;
+    for (int x = 48; x < 60; ++x) arrow += pixel(x, 8) == 0 ? '#' : '.';
+    EXPECT_EQ(arrow, "...#######..");
+}
+
 TEST_F(GridTest, DrawsInTheDescribedOrder) {
     SetAppButtonStyle(0);  // faces are plain fills
     grid.move(0, 0, 140, 64);
