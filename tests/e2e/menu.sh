@@ -90,6 +90,16 @@ press y
 await "the keys are back" heard 'child types 121'
 heard 'child loses the focus' && fail "the focus left the child for the menu"
 
+# F10 does the same, and ends all that is open.
+step
+press F10 Right Down
+await "a menu by F10 and arrows" on '&Find'
+press F10
+await "its end" windows 1
+press z
+await "the keys are back from F10" heard 'child types 122'
+heard 'child loses the focus' && fail "the focus left the child for F10"
+
 step
 at 12 8
 xdotool click 1

@@ -31,6 +31,8 @@ HWND g_focusBefore = 0;                      // the window of the last WM_KILLFO
 const QKeyEvent* g_key = nullptr;            // the one on its way
 HWND g_focusUnderMenu = 0;                   // whose keys a menu has taken
 
+constexpr LPARAM kKeyDownBefore = LPARAM{1} << 30;  // in the lParam of a key
+
 }  // namespace
 
 EventScope::EventScope(std::shared_ptr<WindowRecord> record) : m_record(std::move(record)) {
@@ -185,9 +187,9 @@ bool routeKey(WindowRecord& record, QKeyEvent* key, bool viewport) {
 
     const std::int32_t code = keyCodeOf(*key);
     const bool system = isSystemKey(*key, code);
-    constexpr LPARAM kDownBefore = LPARAM{1} << 30, kGoesUp = LPARAM{1} << 31;
+    constexpr LPARAM kGoesUp = LPARAM{1} << 31;
     const LPARAM lParam =
-        1 | (down ? (key->isAutoRepeat() ? kDownBefore : 0) : kDownBefore | kGoesUp);
+        1 | (down ? (key->isAutoRepeat() ? kKeyDownBefore : 0) : kKeyDownBefore | kGoesUp);
     const std::uint32_t number =
         down ? (system ? WM_SYSKEYDOWN : WM_KEYDOWN) : (system ? WM_SYSKEYUP : WM_KEYUP);
     if (down && isAccelerator(record, *key)) return true;
@@ -464,6 +466,13 @@ LRESULT DefWindowProcW(HWND hWnd, std::uint32_t uMsg, WPARAM wParam, LPARAM lPar
         return 0;
     case WM_SETTINGCHANGE:
         remeasureMenuBar(*record);
+        return 0;
+    case WM_SYSKEYDOWN:
+        if (wParam == VK_F10 && (lParam & kKeyDownBefore) == 0 && keyModifiers() == 0) {
+            if (WindowRecord* top = windowOf(windowOfWidget(record->widget->window()))) {
+                turnMenuBarKeys(*top);
+            }
+        }
         return 0;
     case WM_SETCURSOR:
         SetCursor(record->cursor);

@@ -12,8 +12,9 @@
 //                     asks after changes, a popup at each opening
 //   WM_DRAWITEM       lParam: const DRAWITEMSTRUCT*
 //   WM_COMMAND        posted when an item is picked or its key pressed; wParam: the identifier
-// Keyboard, placing and the handling of the mouse are the desktop's. The letter after a "&" picks
-// an item; that and what screen readers say come from setMenuItemShownText.
+// Keyboard, placing and the handling of the mouse are the desktop's; F10 does as Alt alone: it
+// gives the keys to the bar and back, and closes popups. The letter after a "&" picks an item; that
+// and what screen readers say come from setMenuItemShownText.
 //
 // Positions count from 0. An unknown menu, position or identifier gives false, 0 or -1, and nothing
 // happens. All of it belongs to the window thread.

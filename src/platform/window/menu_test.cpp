@@ -483,6 +483,120 @@ TEST_F(MenuWindow, AMenuMayChangeAndEndWhileItIsOpenOrDrawn) {
     }
 }
 
+TEST_F(MenuWindow, AnOwnerMayReadMessagesWhileAnItemIsMeasuredOrDrawn) {
+    drawItems();
+    for (const std::uint32_t id : {1, 2}) ownerDrawn(bar, id, 40);
+    for (const std::uint32_t id : {20, 22, 23}) ownerDrawn(file, id, 70);
+    EXPECT_TRUE(SetMenu(window.hWnd(), bar));
+    ShowWindow(window.hWnd(), SW_SHOW);
+    settle();
+    const auto draw = window.on;
+    for (const std::uint32_t when : {WM_MEASUREITEM, WM_DRAWITEM}) {
+        int asked = 0;
+        window.on = [&](std::uint32_t uMsg, WPARAM wParam,
+                        LPARAM lParam) -> std::optional<LRESULT> {
+            if (uMsg == when && ++asked == 1) {
+                setText(file, 23, when == WM_DRAWITEM ? u"Ends" : u"Leaves");
+                DeleteMenu(file, 21, MF_BYCOMMAND);
+                settle();  // as a box with a report would
+                PostMessageW(window.hWnd(), WM_APP, 0, 0);
+            }
+            if (uMsg == WM_APP) {
+                settle();
+                EXPECT_EQ(platform::test::accessibleItems(file),
+                          std::string("item \"Open\"\nitem \"Save\" disabled\nitem \"") +
+                              (when == WM_DRAWITEM ? "Ends" : "Leaves") + "\"\n");
+                pressMenuKey(VK_ESCAPE);
+                return 0;
+            }
+            return draw(uMsg, wParam, lParam);
+        };
+        EXPECT_EQ(TrackPopupMenu(file, TPM_RETURNCMD, 10, 10, window.hWnd()), 0);
+        EXPECT_GT(asked, 0);
+    }
+}
+
+TEST_F(MenuWindow, APopupThatOpensAgainShowsNothingOfTheLastTime) {
+    ownerDrawn(file, 20, 70);
+    ShowWindow(window.hWnd(), SW_SHOW);
+    settle();
+    COLORREF seen[2] = {};
+    for (int time = 0; time < 2; ++time) {
+        drawItems();
+        window.on = [&, draw = window.on](std::uint32_t uMsg, WPARAM wParam,
+                                          LPARAM lParam) -> std::optional<LRESULT> {
+            if (uMsg == WM_DRAWITEM && time == 1) return 1;  // leaves it as it is
+            if (uMsg == WM_APP) {
+                settle();
+                const HDC screen = GetDC(0), hDC = CreateCompatibleDC(screen);
+                const HBITMAP bitmap = CreateCompatibleBitmap(screen, 100, 100);
+                const HGDIOBJ old = SelectObject(hDC, bitmap);
+                (void)platform::test::paintMenu(file, hDC);
+                seen[time] = GetPixel(hDC, 40, 12);
+                SelectObject(hDC, old);
+                DeleteObject(bitmap);
+                DeleteDC(hDC);
+                ReleaseDC(0, screen);
+                pressMenuKey(VK_ESCAPE);
+                return 0;
+            }
+            return draw(uMsg, wParam, lParam);
+        };
+        PostMessageW(window.hWnd(), WM_APP, 0, 0);
+        EXPECT_EQ(TrackPopupMenu(file, TPM_RETURNCMD, 10, 10, window.hWnd()), 0);
+    }
+    EXPECT_EQ(seen[0], rgb(0, 0, 255));
+    EXPECT_EQ(seen[1], GetSysColor(4));
+    DestroyMenu(bar);
+}
+
+TEST_F(MenuWindow, AWindowMayEndWhileItsMenuIsMeasuredOrDrawn) {
+    enum class Way { SetMenu, Show, DrawMenuBar, Popup };
+    const struct {
+        Way way;
+        std::uint32_t when;
+    } kCases[] = {
+        {Way::SetMenu, WM_MEASUREITEM}, {Way::Show, WM_DRAWITEM},
+        {Way::Show, WM_MEASUREITEM},    {Way::DrawMenuBar, WM_MEASUREITEM},
+        {Way::Popup, WM_INITMENUPOPUP}, {Way::Popup, WM_MEASUREITEM},
+        {Way::Popup, WM_DRAWITEM},
+    };
+    for (const auto& c : kCases) {
+        SCOPED_TRACE(std::to_string(static_cast<int>(c.way)) + " at " + std::to_string(c.when));
+        LoggedWindow mortal(log, "mortal", options());
+        const HMENU popup = menuOfEntries({{50, u"a"}, {51, u"b"}});
+        const HMENU shown = menuOfEntries({{1, u"File", 0, popup}, {2, u"Tools"}});
+        for (const std::uint32_t id : {1, 2, 50, 51}) ownerDrawn(shown, id, 40);
+        bool armed = false;
+        mortal.on = [&](std::uint32_t uMsg, WPARAM, LPARAM) -> std::optional<LRESULT> {
+            if (armed && uMsg == c.when) DestroyWindow(mortal.hWnd());
+            return std::nullopt;
+        };
+        armed = c.way == Way::SetMenu;
+        EXPECT_TRUE(SetMenu(mortal.hWnd(), shown));
+        armed = armed || c.way == Way::Show;
+        if (c.way != Way::SetMenu) ShowWindow(mortal.hWnd(), SW_SHOW);
+        settle();
+        armed = true;
+        if (c.way == Way::DrawMenuBar) {
+            MENUITEMINFOW info;
+            info.fMask = MIIM_STRING;
+            info.dwTypeData = u"Wider";
+            EXPECT_TRUE(SetMenuItemInfoW(shown, 1, false, info));
+            EXPECT_TRUE(DrawMenuBar(mortal.hWnd()));
+        }
+        if (c.way == Way::Popup) (void)TrackPopupMenu(popup, 0, 10, 10, mortal.hWnd());
+        settle();
+        if (c.way == Way::Show && c.when == WM_MEASUREITEM) {
+            EXPECT_TRUE(IsWindow(mortal.hWnd()) || !IsMenu(shown));
+            continue;  // its items were measured before
+        }
+        EXPECT_FALSE(IsWindow(mortal.hWnd()));
+        EXPECT_FALSE(IsMenu(shown));
+    }
+    DestroyMenu(bar);
+}
+
 TEST_F(MenuWindow, AWindowMayEndWhileItsPopupOpens) {
     drawItems();
     EXPECT_TRUE(SetMenu(window.hWnd(), bar));
@@ -589,6 +703,67 @@ TEST_F(MenuWindow, KeysOfCommandsWorkWhereverTheFocusIs) {
     EXPECT_TRUE(setAccelerators(window.hWnd(), {}));
     pressKey(child.hWnd(), VK_F1 + 2);
     EXPECT_EQ(log.take(), "child: WM_KEYDOWN 114\n");
+}
+
+TEST_F(MenuWindow, F10GivesTheKeysToTheBarAndBack) {
+    LoggedWindow child(log, "child", [&] {
+        WindowOptions made;
+        made.parent = window.hWnd();
+        made.size = {50, 40};
+        return made;
+    }());
+    const auto heard = [&] {
+        const std::string lines = log.take();
+        return lines.substr(0, lines.find("child: WM_SYSKEYUP"));
+    };
+    ShowWindow(window.hWnd(), SW_SHOW);
+    SetFocus(child.hWnd());
+    settle();
+    (void)log.take();
+    pressKey(child.hWnd(), VK_F10);  // without a bar it is a key as others are
+    EXPECT_EQ(heard(), "child: WM_SYSKEYDOWN 121\n");
+
+    drawItems();
+    for (const std::uint32_t id : {1, 2}) ownerDrawn(bar, id, 40);
+    std::string selected;  // items of the bar, by identifier
+    window.on = [&, draw = window.on](std::uint32_t uMsg, WPARAM wParam,
+                                      LPARAM lParam) -> std::optional<LRESULT> {
+        if (uMsg == WM_DRAWITEM) {
+            const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+            if (item.itemState != 0) selected = std::to_string(item.itemID);
+        }
+        return draw(uMsg, wParam, lParam);
+    };
+    EXPECT_TRUE(SetMenu(window.hWnd(), bar));
+    settle();
+    (void)log.take();
+    for (int round = 0; round < 2; ++round) {
+        selected.clear();
+        pressKey(child.hWnd(), VK_F10);
+        settle();
+        EXPECT_EQ(selected, "1");
+        EXPECT_FALSE(isMenuOpen(file)) << "the bar has the keys, nothing opens by itself";
+        EXPECT_EQ(GetFocus(), child.hWnd()) << "the focus stays";
+        pressMenuKey(VK_RIGHT);
+        settle();
+        EXPECT_EQ(selected, "2");
+        if (round == 1) {
+            pressMenuKey(VK_DOWN);
+            settle();
+            EXPECT_TRUE(isMenuOpen(tools));
+        }
+        pressMenuKey(VK_F10);  // ends all of it
+        settle();
+        EXPECT_FALSE(isMenuOpen(tools));
+        (void)log.take();
+        pressMenuKey('X', u"x");
+        EXPECT_EQ(log.take(), "child: WM_KEYDOWN 88\nchild: WM_CHAR 120\nchild: WM_KEYUP 88\n");
+    }
+    selected.clear();
+    pressKey(child.hWnd(), VK_F10, {}, MK_SHIFT);
+    settle();
+    EXPECT_EQ(selected, "") << "F10 alone";
+    (void)log.take();
 }
 
 TEST_F(MenuWindow, ClassNamesAndSystemMenusTellWindowsApart) {

@@ -10,6 +10,7 @@
 #include <QActionEvent>
 #include <QApplication>
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPointer>
 #include <QProxyStyle>
@@ -20,24 +21,36 @@
 namespace platform {
 namespace {
 
-// Items that are being measured or drawn at this moment.
-int g_lookedAt = 0;
-struct LookedAt {
+QEvent::Type syncEvent() {
+    static const auto type = static_cast<QEvent::Type>(QEvent::registerEventType());
+    return type;
+}
+
+int g_lookedAt = 0;                       // items that are being measured or drawn at this moment
+std::vector<QPointer<QWidget>> g_toSync;  // the views that wait for the end of that
+
+// While an owner measures or draws an item. It may end the window, and it may read messages: the
+// widgets stay until the library is done with them, and so do their actions.
+class LookedAt {
+public:
     LookedAt() { ++g_lookedAt; }
-    ~LookedAt() { --g_lookedAt; }
+    ~LookedAt() {
+        if (--g_lookedAt > 0) return;
+        for (const QPointer<QWidget>& widget : std::exchange(g_toSync, {})) {
+            if (!widget.isNull()) QCoreApplication::postEvent(widget, new QEvent(syncEvent()));
+        }
+    }
     LookedAt(const LookedAt&) = delete;
     LookedAt& operator=(const LookedAt&) = delete;
+
+private:
+    const EventScope m_scope;
 };
 
 // Where the pick of the menu that is being tracked goes; nullptr: to the owner.
 std::optional<std::uint32_t>* g_pickInto = nullptr;
 
 constexpr int kMenuColor = 4, kBarColor = 30;  // of GetSysColor
-
-QEvent::Type syncEvent() {
-    static const auto type = static_cast<QEvent::Type>(QEvent::registerEventType());
-    return type;
-}
 
 const MenuView* viewOf(const QWidget* widget) { return dynamic_cast<const MenuView*>(widget); }
 MenuView* viewOf(QWidget* widget) { return dynamic_cast<MenuView*>(widget); }
@@ -234,7 +247,7 @@ void MenuView::closeLater() {
         &m_widget,
         [widget = &m_widget] {
             widget->hide();
-            widget->deleteLater();
+            deleteWidget(widget);
         },
         Qt::QueuedConnection);
 }
@@ -253,7 +266,8 @@ bool MenuView::handleSync(int eventType) {
 
 void MenuView::sync() {
     if (g_lookedAt > 0) {
-        itemsChanged();
+        m_syncPosted = true;  // not by a message now: an owner that reads them would do so for ever
+        g_toSync.emplace_back(&m_widget);
         return;
     }
     const MenuRecord* menu = menuOf(m_menu);
@@ -387,12 +401,14 @@ PopupWidget::PopupWidget(HMENU menu, HWND owner, QWidget* around)
 }
 
 bool PopupWidget::announce() {
+    const EventScope scope;  // a window that its owner destroys leaves the widgets standing
     int position = 0;
     if (const auto* from = dynamic_cast<const ItemAction*>(menuAction())) {
         position = static_cast<int>(from->position);
     }
     guarded([&] { SendMessageW(owner(), WM_INITMENUPOPUP, menu(), makeLParam(position, 0)); });
     if (!IsMenu(menu())) return false;
+    dropCanvas();  // with the font, and what stood there the last time
     sync();
     forceMeasure();
     return true;
@@ -415,8 +431,22 @@ void PopupWidget::track(int x, int y, std::uint32_t flags, std::optional<std::ui
 }
 
 bool PopupWidget::event(QEvent* event) {
-    const EventScope scope;  // a window that its owner destroys leaves the widgets standing
+    const EventScope scope;
     return handleSync(event->type()) || QMenu::event(event);
+}
+
+void PopupWidget::keyPressEvent(QKeyEvent* event) {
+    if (keyCodeOf(*event) != VK_F10) {
+        QMenu::keyPressEvent(event);
+        return;
+    }
+    // All of them, not only the innermost as Escape does.
+    auto* open = QApplication::activePopupWidget();
+    while (open != nullptr && open->close()) open = QApplication::activePopupWidget();
+    WindowRecord* const record = windowOf(owner());
+    if (record != nullptr && record->menuBar != nullptr && record->menuBar->hasFocus()) {
+        turnMenuBarKeys(*record);
+    }
 }
 
 void PopupWidget::initStyleOption(QStyleOptionMenuItem* option, const QAction* action) const {
@@ -442,6 +472,16 @@ void BarWidget::remeasure() {
 bool BarWidget::event(QEvent* event) {
     const EventScope scope;
     return handleSync(event->type()) || QMenuBar::event(event);
+}
+
+void BarWidget::turnKeys() {
+    if (!isVisible()) return;
+    // The library does so when Alt goes down and up alone, and knows no other way.
+    for (const QEvent::Type type : {QEvent::ShortcutOverride, QEvent::KeyRelease}) {
+        const bool heldBefore = type == QEvent::KeyRelease;
+        QKeyEvent alt(type, Qt::Key_Alt, heldBefore ? Qt::AltModifier : Qt::NoModifier);
+        eventFilter(window(), &alt);
+    }
 }
 
 void BarWidget::focusOutEvent(QFocusEvent* event) {

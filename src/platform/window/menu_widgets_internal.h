@@ -30,6 +30,7 @@ public:
 
 private:
     bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void initStyleOption(QStyleOptionMenuItem* option, const QAction* action) const override;
     bool m_announced = false;
 };
@@ -39,6 +40,8 @@ public:
     BarWidget(HMENU menu, HWND owner, QWidget* around);
     ~BarWidget() override { leave(); }
     void remeasure();
+    // Gives the keys to the bar, its first item on, or back to where they were.
+    void turnKeys();
 
 private:
     bool event(QEvent* event) override;

@@ -27,6 +27,7 @@ void setClientTop(WindowRecord& record, int rows) {
     QWidget& widget = *record.widget;
     const QRect client = clientGeometry(record);
     record.clientTop = rows;
+    applyRegion(record);
     for (QObject* object : widget.children()) {
         auto* child = qobject_cast<QWidget*>(object);
         if (child == nullptr || child->isWindow() || child == record.menuBar) continue;
@@ -63,6 +64,10 @@ void updateMenuBar(WindowRecord& record) {
 
 void remeasureMenuBar(WindowRecord& record) {
     if (BarWidget* bar = barOf(record)) bar->remeasure();
+}
+
+void turnMenuBarKeys(WindowRecord& record) {
+    if (BarWidget* bar = barOf(record)) bar->turnKeys();
 }
 
 bool SetMenu(HWND hWnd, HMENU hMenu) {

@@ -133,7 +133,8 @@ bool SetWindowTextW(HWND hWnd, TextView text);  // by WM_SETTEXT
 // that of the program (resources.h), or the desktop's own.
 bool setWindowIcon(HWND hWnd, HICON icon);
 
-// Cuts the window to a copy of the region; with 0 it is a rectangle again.
+// Cuts the client area to a copy of the region; with 0 it is a rectangle again. A menu bar above
+// it shows in any case.
 bool SetWindowRgn(HWND hWnd, HRGN hRgn, bool redraw);
 
 constexpr std::uint32_t LWA_ALPHA = 2;

@@ -106,8 +106,9 @@ struct WindowRecord {
 
     Text text, className;
     HMENU menu = 0, systemMenu = 0;
-    QWidget* menuBar = nullptr;  // shows the menu
-    int clientTop = 0;           // rows of the widget that belong to the bar
+    QWidget* menuBar = nullptr;               // shows the menu
+    int clientTop = 0;                        // rows of the widget that belong to the bar
+    std::optional<std::vector<RECT>> region;  // what of the client area shows
     std::vector<ACCEL> accelerators;
 
     HICON cursor = 0;       // of the window, and
@@ -164,6 +165,9 @@ bool deliver(WindowRecord& record, QEvent* event, bool viewport, std::uint32_t u
 [[nodiscard]] QRect clientGeometry(const WindowRecord& record);
 void setClientGeometry(WindowRecord& record, const QRect& place);
 
+// Cuts the widget to the region of the window, below the bar.
+void applyRegion(WindowRecord& record);
+
 // Brings the picture to the client area's size: what was there stays, new parts get the background.
 void fitPicture(WindowRecord& record);
 // Sizes below 0 count as 0. A dialog cannot be sized by the person.
@@ -194,6 +198,8 @@ void placeMenuBar(WindowRecord& record);
 void updateMenuBar(WindowRecord& record);
 // Measures the bar anew: fonts have changed.
 void remeasureMenuBar(WindowRecord& record);
+// F10: gives the keys to the bar of a window, where it has one, or back.
+void turnMenuBarKeys(WindowRecord& record);
 void destroyMenusOf(WindowRecord& record);
 // The window whose keys a menu bar has taken, without a message about it; 0 while none has.
 [[nodiscard]] HWND focusUnderMenu();

@@ -294,21 +294,33 @@ bool setWindowIcon(HWND hWnd, HICON icon) {
     return true;
 }
 
-bool SetWindowRgn(HWND hWnd, HRGN hRgn, bool redraw) {
-    QWidget* const widget = widgetOf(hWnd);
-    if (widget == nullptr) return false;
-    if (hRgn == 0) {
-        widget->clearMask();
-    } else {
-        std::vector<QRect> parts;
-        for (const RECT& r : regionRects(hRgn)) {
-            parts.emplace_back(r.left, r.top, r.right - r.left, r.bottom - r.top);
-        }
-        QRegion region;
-        region.setRects(parts.data(), static_cast<int>(parts.size()));
-        // An empty mask would be none at all; a window cut to nothing has one far outside it.
-        widget->setMask(region.isEmpty() ? QRegion(-2, -2, 1, 1) : region);
+void applyRegion(WindowRecord& record) {
+    QWidget& widget = *record.widget;
+    if (!record.region) {
+        widget.clearMask();
+        return;
     }
+    std::vector<QRect> parts;
+    for (const RECT& r : *record.region) {
+        parts.emplace_back(r.left, r.top, r.right - r.left, r.bottom - r.top);
+    }
+    QRegion region;
+    region.setRects(parts.data(), static_cast<int>(parts.size()));
+    region.translate(0, record.clientTop);
+    region += QRect(0, 0, QWIDGETSIZE_MAX, record.clientTop);
+    // An empty mask would be none at all; a window cut to nothing has one far outside it.
+    widget.setMask(region.isEmpty() ? QRegion(-2, -2, 1, 1) : region);
+}
+
+bool SetWindowRgn(HWND hWnd, HRGN hRgn, bool redraw) {
+    WindowRecord* const record = windowOf(hWnd);
+    if (record == nullptr) return false;
+    record->region.reset();
+    if (hRgn != 0) {
+        const std::span<const RECT> rects = regionRects(hRgn);
+        record->region.emplace(rects.begin(), rects.end());
+    }
+    applyRegion(*record);
     if (redraw) InvalidateRect(hWnd);
     return true;
 }

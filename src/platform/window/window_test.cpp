@@ -644,6 +644,38 @@ TEST_F(Window, LeavesOutWhatLiesOutsideItsRegion) {
     (void)log.take();
 }
 
+TEST_F(Window, ARegionCutsTheClientAreaAndSparesTheMenuBar) {
+    LoggedWindow main(log, "main", mainWindow());
+    const HMENU bar = CreateMenu();
+    MENUITEMINFOW info;
+    info.fMask = MIIM_ID | MIIM_STRING;
+    info.dwTypeData = u"File";
+    EXPECT_TRUE(InsertMenuItemW(bar, 0, true, info));
+    const HRGN region = CreateRoundRectRgn(10, 10, 61, 31, 0, 0);
+    EXPECT_TRUE(SetWindowRgn(main.hWnd(), region, true));
+    DeleteObject(region);
+    // In client coordinates, before and after the bar moves the client area.
+    for (const HMENU shown : {HMENU{0}, bar, HMENU{0}}) {
+        EXPECT_TRUE(SetMenu(main.hWnd(), shown));
+        const QWidget& widget = *widgetOf(main.hWnd());
+        RECT client;
+        EXPECT_TRUE(GetClientRect(main.hWnd(), client));
+        const int top = widget.height() - client.bottom;
+        EXPECT_EQ(top > 0, shown != 0);
+        EXPECT_EQ(widget.mask().boundingRect().bottom(), top + 29);
+        EXPECT_TRUE(widget.mask().contains(QPoint(10, top + 10)));
+        EXPECT_TRUE(widget.mask().contains(QPoint(59, top + 29)));
+        for (const QPoint outside : {QPoint(10, 9), QPoint(60, 29), QPoint(9, 29)}) {
+            EXPECT_FALSE(widget.mask().contains(outside + QPoint(0, top)));
+        }
+        EXPECT_EQ(widget.mask().contains(QPoint(1, top - 1)), shown != 0) << "the bar shows";
+    }
+    EXPECT_TRUE(SetWindowRgn(main.hWnd(), 0, true));
+    EXPECT_TRUE(widgetOf(main.hWnd())->mask().isEmpty());
+    DestroyMenu(bar);
+    (void)log.take();
+}
+
 TEST_F(Window, PaintsNothingWithoutAPictureAndDoesNotCrash) {
     LoggedWindow main(log, "main", mainWindow());
     LoggedWindow child(log, "child", childOf(main, {0, 0, 40000, 40000}));
