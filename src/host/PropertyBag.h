@@ -7,6 +7,7 @@
 #include <memory>
 #include <type_traits>
 #include <variant>
+#include <vector>
 
 using Picture = std::shared_ptr<platform::PictureObject>;
 
@@ -15,7 +16,8 @@ using Picture = std::shared_ptr<platform::PictureObject>;
 // low byte first: see WriteTextBytes.
 class PropertyBag {
 public:
-    using Value = std::variant<std::int32_t, bool, Text, Bytes, StdFont, Picture>;
+    using Value = std::variant<std::int32_t, bool, Text, Bytes, StdFont, Picture,
+                               std::shared_ptr<std::vector<Picture>>>;
 
     // The stored value, or the default when there is none of that name or it has another type.
     // Numbers of 16 bits that don't fit give the default, too.

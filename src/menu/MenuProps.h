@@ -46,8 +46,7 @@ struct MenuProperty {
     std::int32_t MenuProps::*defaultFrom = nullptr;  // the member that gives the default
 };
 
-// All of them, in the order of reading. ImageArray is a reference to what the owner holds: it is
-// given at run time and not stored.
+// All of them, in the order of reading. Of ImageArray the reference is stored.
 inline constexpr std::array<MenuProperty, 21> kMenuProperties{{
     {u"IconDim", &MenuProps::IconDim},
     {u"FadeBackground", &MenuProps::FadeBackground},

@@ -12,6 +12,8 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
+#include <unordered_map>
 
 using namespace platform;
 
@@ -35,6 +37,63 @@ bool isItem(HMENU hMenu, std::uint32_t lItemId, bool bOldMenuApi) {
     MENUITEMINFOA info;
     info.fMask = MIIM_ID | (bOldMenuApi ? MIIM_TYPE : MIIM_FTYPE);
     return GetMenuItemInfoA(hMenu, lItemId, false, info);
+}
+
+// Where the items of records are by now. An identifier may be that of several items, as the 0 of
+// separators often is; the key in the user data is that of one.
+class OwnItems {
+public:
+    explicit OwnItems(std::uint32_t lTypeMask) : m_lTypeMask(lTypeMask) {}
+    // nullopt when the item is gone, or has become somebody else's.
+    std::optional<std::uint32_t> positionOf(const clsCtlUniIMenuItem& oItem) {
+        const auto [menu, isNew] = m_oMenus.try_emplace(oItem.MenuHandle);
+        if (isNew) read(menu->first, menu->second);
+        const auto found = menu->second.find(static_cast<std::uint32_t>(oItem.Key));
+        if (found == menu->second.end()) return std::nullopt;
+        return found->second;
+    }
+
+private:
+    using Positions = std::unordered_map<std::uint32_t, std::uint32_t>;  // by key
+    void read(HMENU hMenu, Positions& oPositions) const {
+        const int iCount = GetMenuItemCount(hMenu);
+        for (int i = 0; i < iCount; ++i) {
+            const auto lPosition = static_cast<std::uint32_t>(i);
+            MENUITEMINFOA info;
+            info.fMask = MIIM_DATA | m_lTypeMask;
+            if (GetMenuItemInfoA(hMenu, lPosition, true, info) &&
+                (info.fType & MFT_OWNERDRAW) != 0) {
+                oPositions.try_emplace(info.dwItemData, lPosition);
+            }
+        }
+    }
+    std::uint32_t m_lTypeMask;
+    std::unordered_map<HMENU, Positions> m_oMenus;
+};
+
+// Makes the items what they were before their records.
+void giveBack(const std::vector<clsCtlUniIMenuItem>& oItems, bool bOldMenuApi) {
+    const std::uint32_t lTypeMask = bOldMenuApi ? MIIM_TYPE : MIIM_FTYPE;
+    OwnItems own(lTypeMask);
+    const auto write = [&](const clsCtlUniIMenuItem& oItem, std::optional<std::uint32_t> lAt) {
+        std::string sText = oItem.RawText;
+        MENUITEMINFOA info;
+        info.fMask = MIIM_ID | MIIM_DATA | lTypeMask;
+        info.fType = oItem.NativeType;
+        info.wID = oItem.ItemId;
+        info.dwItemData = oItem.ItemData;
+        info.dwTypeData = sText.data();
+        info.cch = static_cast<std::uint32_t>(oItem.RawLength);
+        (void)SetMenuItemInfoA(oItem.MenuHandle, lAt.value_or(oItem.ItemId), lAt.has_value(), info);
+    };
+    // Those first that the program has changed meanwhile: where an identifier leads to the item of
+    // another record, that record has the last word.
+    for (const clsCtlUniIMenuItem& oItem : oItems) {
+        if (!own.positionOf(oItem)) write(oItem, std::nullopt);
+    }
+    for (const clsCtlUniIMenuItem& oItem : oItems) {
+        if (const auto lAt = own.positionOf(oItem)) write(oItem, lAt);
+    }
 }
 
 }  // namespace
@@ -91,18 +150,7 @@ void ctlUTF8Menu::pvWithdraw() const noexcept {
 void ctlUTF8Menu::Detach() {
     if (m_hMenu != 0) {
         // The list is empty from now on, whatever the windows do about the items that come back.
-        for (const clsCtlUniIMenuItem& oItem : std::exchange(m_oItems, {})) {
-            std::string sText = oItem.RawText;
-            MENUITEMINFOA info;
-            info.fMask = MIIM_ID | MIIM_DATA | (m_bOldMenuApi ? MIIM_TYPE : MIIM_FTYPE);
-            info.fType = oItem.NativeType;
-            info.wID = oItem.ItemId;
-            info.dwItemData = oItem.ItemData;
-            info.dwTypeData = sText.data();
-            info.cch = static_cast<std::uint32_t>(oItem.RawLength);
-            // An item that is gone has nothing to be given back.
-            (void)SetMenuItemInfoA(oItem.MenuHandle, oItem.ItemId, false, info);
-        }
+        giveBack(std::exchange(m_oItems, {}), m_bOldMenuApi);
         m_lNextKey = 0;
     }
     pvWithdraw();
@@ -192,19 +240,21 @@ const clsCtlUniIMenuItem& ctlUTF8Menu::record(std::uint32_t itemData) const {
 void ctlUTF8Menu::pvLoadMenuFont() {
     NONCLIENTMETRICSA metrics;
     (void)SystemParametersInfoA(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-    m_oFont.reset();
-    m_tLogFont = metrics.lfMenuFont;
-    if (m_props.CustomFontFace.empty()) return;
-    std::size_t at = 0;
-    for (const char16_t unit : m_props.CustomFontFace) {
-        if (at == std::size(m_tLogFont.lfFaceName)) {
-            throw Failure(kSubscriptOutOfRange, u"ctlUTF8Menu.pvLoadMenuFont",
-                          u"Subscript out of range");
+    LOGFONTA tLogFont = metrics.lfMenuFont;
+    if (!m_props.CustomFontFace.empty()) {
+        std::size_t at = 0;
+        for (const char16_t unit : m_props.CustomFontFace) {
+            if (at == std::size(tLogFont.lfFaceName)) {
+                throw Failure(kSubscriptOutOfRange, u"ctlUTF8Menu.pvLoadMenuFont",
+                              u"Subscript out of range");
+            }
+            const Bytes bytes = textToBytes(TextView(&unit, 1), GetACP());
+            tLogFont.lfFaceName[at++] = bytes.size() == 1 ? static_cast<char>(bytes[0]) : '?';
         }
-        const Bytes bytes = textToBytes(TextView(&unit, 1), GetACP());
-        m_tLogFont.lfFaceName[at++] = bytes.size() == 1 ? static_cast<char>(bytes[0]) : '?';
+        std::fill(tLogFont.lfFaceName + at, std::end(tLogFont.lfFaceName), '\0');
     }
-    std::fill(m_tLogFont.lfFaceName + at, std::end(m_tLogFont.lfFaceName), '\0');
+    m_tLogFont = tLogFont;
+    m_oFont.reset();
 }
 
 void ctlUTF8Menu::pvReadBarColor() {
@@ -243,7 +293,7 @@ void forEachStored(const MenuProps& props, const auto& f) {
                     f(oProperty.sName, member,
                       oProperty.defaultFrom != nullptr ? props.*oProperty.defaultFrom
                                                        : oFresh.*member);
-                } else if constexpr (!std::is_same_v<T, std::shared_ptr<MenuPictures>>) {
+                } else {
                     f(oProperty.sName, member, oFresh.*member);
                 }
             },

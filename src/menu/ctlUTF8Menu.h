@@ -37,14 +37,16 @@ public:
     // first. Raises as SubclassAttach, and 9, "ctlUTF8Menu.pvLoadMenuFont", "Subscript out of
     // range" for a CustomFontFace of more than 32 characters; the control is on no window then.
     void Attach(HWND lhWnd);
-    // Gives all items back as they were, and hears no more messages.
+    // Gives all items back as they were, and hears no more messages. What popups of a window
+    // without a menu it has taken stays taken.
     void Detach();
     // Takes the items that have come since, and forgets those that are gone.
     void Refresh();
 
     // Called for each measuring and each drawing of an item that shows text. For a text separator
     // only the caption counts. bSelected: in a drawing, the selector is on it. The handler may
-    // change the menu and this control, but not end it.
+    // change or end the menu, its window and this control; when it raises, or this control is gone,
+    // that item stays as it was.
     std::function<void(MenuItemLook& look, bool bSelected)> OnOwnerDraw;
 
     // The properties. Setters only store: what is drawn next follows. The font follows at the next
@@ -158,4 +160,5 @@ private:
     platform::LOGFONTA m_tLogFont;
     std::shared_ptr<clsGdiHandle> m_oFont;  // made of m_tLogFont when it is first needed
     Picture m_oPicChecked;
+    std::shared_ptr<const bool> m_oLife = std::make_shared<bool>(true);  // as long as this control
 };

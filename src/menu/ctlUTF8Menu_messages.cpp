@@ -2,10 +2,21 @@
 #include "gfx/modCtlCommon_src_errors.h"
 #include "menu/ctlUTF8Menu.h"
 #include "menu/menuMessages.h"
+#include "platform/base/failure.h"
 #include "platform/window/window.h"
 #include "win/MSubclass.h"
 
 using namespace platform;
+
+namespace {
+
+// A copy of the record that a message carries by address. Raises without one.
+template <class T> T recordAt(LPARAM lParam) {
+    if (lParam == 0) throw Failure(kOwnError, u"ctlUTF8Menu", u"The message carries no record.");
+    return *reinterpret_cast<const T*>(lParam);
+}
+
+}  // namespace
 
 void ctlUTF8Menu::ISubclass_WindowProc(bool /*bBefore*/, bool& bStopMsg, LRESULT& lReturn,
                                        HWND hWnd, std::uint32_t uMsg, WPARAM wParam,
@@ -27,7 +38,7 @@ void ctlUTF8Menu::handle(bool& bStopMsg, LRESULT& lReturn, HWND hWnd, std::uint3
             lReturn = SubclassCallOld(hWnd, uMsg, wParam, lParam);
             return;
         }
-        DRAWITEMSTRUCT item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+        auto item = recordAt<DRAWITEMSTRUCT>(lParam);
         if (!m_oItems.empty()) {
             pvDrawItem(item, m_props.StringMode);
         } else if (pvIsMdiChild()) {
@@ -43,7 +54,7 @@ void ctlUTF8Menu::handle(bool& bStopMsg, LRESULT& lReturn, HWND hWnd, std::uint3
             lReturn = SubclassCallOld(hWnd, uMsg, wParam, lParam);
             return;
         }
-        MEASUREITEMSTRUCT item = *reinterpret_cast<const MEASUREITEMSTRUCT*>(lParam);
+        auto item = recordAt<MEASUREITEMSTRUCT>(lParam);
         if (pvIsMdiChild()) {
             SendMessageW(m_hWndMdiFrame, WM_APP_REQDATA_MI, m_props.StringMode,
                          reinterpret_cast<LPARAM>(&item));
@@ -78,7 +89,7 @@ void ctlUTF8Menu::handle(bool& bStopMsg, LRESULT& lReturn, HWND hWnd, std::uint3
         return;
     case WM_APP_REQDATA_MI: {
         bStopMsg = true;
-        MEASUREITEMSTRUCT item = *reinterpret_cast<const MEASUREITEMSTRUCT*>(lParam);
+        auto item = recordAt<MEASUREITEMSTRUCT>(lParam);
         pvMeasureItem(item, static_cast<std::int32_t>(wParam));
         *reinterpret_cast<MEASUREITEMSTRUCT*>(lParam) = item;
         lReturn = 1;
@@ -86,7 +97,7 @@ void ctlUTF8Menu::handle(bool& bStopMsg, LRESULT& lReturn, HWND hWnd, std::uint3
     }
     case WM_APP_REQDATA_DI: {
         bStopMsg = true;
-        const DRAWITEMSTRUCT item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+        const auto item = recordAt<DRAWITEMSTRUCT>(lParam);
         pvDrawItem(item, static_cast<std::int32_t>(wParam));
         lReturn = 1;
         return;

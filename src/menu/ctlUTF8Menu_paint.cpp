@@ -7,6 +7,7 @@
 #include "gfx/modCtlCommon_ctl_text.h"
 #include "menu/captions.h"
 #include "menu/ctlUTF8Menu.h"
+#include "platform/base/failure.h"
 #include "platform/window/textout.h"
 
 #include <algorithm>
@@ -126,8 +127,10 @@ ctlUTF8Menu::ItemTexts ctlUTF8Menu::pvPrepare(std::uint32_t itemData, std::int32
         }
     }
     if (OnOwnerDraw) {
-        const auto handler = OnOwnerDraw;  // it may put another one in its place
+        const auto handler = OnOwnerDraw;  // it may put another one in its place,
+        const std::weak_ptr<const bool> life = m_oLife;
         handler(texts.look, bSelected);
+        if (life.expired()) throw Failure(kOwnError, u"ctlUTF8Menu", u"The menu has ended.");
     }
     texts.sText = pvDecodedCaption(pvCleanCaption(texts.look.sCaption), lStringMode);
     texts.look.iconW = std::max(texts.look.iconW, m_props.IconDim);

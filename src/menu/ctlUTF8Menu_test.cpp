@@ -13,7 +13,9 @@
 #include "support/window/LoggedWindow.h"
 #include "win/MSubclass.h"
 
+#include <functional>
 #include <gtest/gtest.h>
+#include <memory>
 
 using namespace platform;
 using ::test::LoggedWindow;
@@ -208,6 +210,46 @@ TEST_F(Menu, FollowsItemsThatComeAndGo) {
     EXPECT_TRUE(menu.Items().empty());
 }
 
+TEST_F(Menu, ItemsThatShareAnIdentifierAreGivenBackOneByOne) {
+    const HMENU bar = menuTree({{0, u"File", {{0, u"a"}, {0, u"-"}, {20, u"b"}, {0, u"-"}}},
+                                {0, u"Tools", {{20, u"c"}}},
+                                {5, u"Gone", {{5, u"d"}}}});
+    SetMenu(window.hWnd(), bar);
+    std::uint32_t data = 100;
+    const std::function<void(HMENU)> number = [&](HMENU hMenu) {
+        for (int i = 0; i < GetMenuItemCount(hMenu); ++i) {
+            MENUITEMINFOW info;
+            info.fMask = MIIM_DATA;
+            info.dwItemData = data++;
+            EXPECT_TRUE(SetMenuItemInfoW(hMenu, static_cast<std::uint32_t>(i), true, info));
+            if (const HMENU inside = GetSubMenu(hMenu, i)) number(inside);
+        }
+    };
+    number(bar);
+    const std::string native = menuDump(bar);
+    ctlUTF8Menu menu;
+    menu.Attach(window.hWnd());
+    menu.Detach();
+    EXPECT_EQ(menuDump(bar), native);
+
+    // One that is gone leaves alone whoever has its identifier now; one that the program has made
+    // its own meanwhile gets its former values by its identifier.
+    menu.Attach(window.hWnd());
+    const HMENU gone = GetSubMenu(bar, 2);
+    EXPECT_TRUE(RemoveMenu(bar, 2, MF_BYPOSITION));
+    MENUITEMINFOW info;
+    info.fMask = MIIM_SUBMENU;
+    info.hSubMenu = gone;
+    EXPECT_TRUE(SetMenuItemInfoW(GetSubMenu(bar, 1), 0, true, info));
+    info.fMask = MIIM_DATA;
+    info.dwItemData = 777;
+    EXPECT_TRUE(SetMenuItemInfoW(GetSubMenu(bar, 0), 20, false, info));
+    menu.Detach();
+    EXPECT_EQ(
+        menuDump(bar),
+        native.substr(0, native.find(" 5 d")).insert(native.find(" 5 d") - 1, "[5 d108 'd']"));
+}
+
 TEST_F(Menu, LongTextsAndTextsOfAnotherCodePageComeAsTheNativeMenuHasThem) {
     struct PageScope {
         ~PageScope() { setAnsiCodePage(std::nullopt); }
@@ -274,6 +316,10 @@ TEST_F(Menu, MessagesThatAreNotAboutTheMenuGoOnToTheWindow) {
         {WM_APP_MDISAVEPOPUP, file, 0, 0, 0},
         {WM_APP_REQDATA_MI, 0, measureParam, 1, 0},
         {WM_APP_REQDATA_DI, 0, drawParam, 1, 0},
+        {WM_DRAWITEM, 0, 0, 0, 0},  // without a record
+        {WM_MEASUREITEM, 0, 0, 0, 0},
+        {WM_APP_REQDATA_MI, 0, 0, 0, 0},
+        {WM_APP_REQDATA_DI, 0, 0, 0, 0},
     };
     for (const auto& c : kCases) {
         window.heard = 0;
@@ -312,6 +358,62 @@ TEST_F(Menu, ItemsWithoutRecordAndHandlersThatFailLeaveItUsable) {
     EXPECT_GT(item.itemWidth, 3U);
     EXPECT_EQ(answer, 1);
     EXPECT_EQ(handleCount(HandleKind::DeviceContext), before);
+}
+
+TEST_F(Menu, AHandlerMayEndTheControlAndTheWindowWhileTheMenuIsShown) {
+    enum class Deed { Throw, EndMenu, EndWindow, EndBoth, Rewrite, AttachAgain };
+    for (const Deed deed : {Deed::Throw, Deed::EndMenu, Deed::EndWindow, Deed::EndBoth,
+                            Deed::Rewrite, Deed::AttachAgain}) {
+        for (const bool inDrawing : {false, true}) {
+            SCOPED_TRACE(std::to_string(static_cast<int>(deed)) + (inDrawing ? " drawing" : ""));
+            const int before = handleCount(HandleKind::DeviceContext);
+            HearingWindow shown(log, "shown", mainWindow());
+            const HMENU bar = menuTree(kTree);
+            SetMenu(shown.hWnd(), bar);
+            auto menu = std::make_unique<ctlUTF8Menu>();
+            int asked = 0;
+            bool armed = !inDrawing;
+            menu->OnOwnerDraw = [&, hWnd = shown.hWnd()](MenuItemLook& look, bool) {
+                if (!armed || ++asked > 1) return;
+                look.sCaption = u"deed";
+                if (deed == Deed::Throw) throw std::runtime_error("no");
+                if (deed == Deed::EndMenu || deed == Deed::EndBoth) menu.reset();
+                if (deed == Deed::EndWindow || deed == Deed::EndBoth) DestroyWindow(hWnd);
+                if (deed == Deed::AttachAgain) menu->Attach(hWnd);
+                if (deed == Deed::Rewrite) {
+                    EXPECT_TRUE(DeleteMenu(bar, 0, MF_BYPOSITION));
+                    addItem(bar, 9, u"New");
+                    menu->Refresh();
+                }
+            };
+            menu->Attach(shown.hWnd());
+            ShowWindow(shown.hWnd(), SW_SHOW);
+            if (inDrawing) {
+                platform::test::settle();
+                armed = true;
+                SetWindowPos(shown.hWnd(), 0, 0, 0, 400, 90, SWP_NOMOVE | SWP_NOZORDER);
+                if (IsWindow(shown.hWnd())) {
+                    platform::test::mouseOnMenu(bar, 1, platform::test::MouseAction::Move);
+                }
+            }
+            platform::test::settle();
+            EXPECT_GE(asked, 1);
+            const bool windowEnds = deed == Deed::EndWindow || deed == Deed::EndBoth;
+            EXPECT_EQ(IsWindow(shown.hWnd()), !windowEnds);
+            EXPECT_EQ(IsMenu(bar), !windowEnds);
+            if (deed == Deed::EndMenu) {
+                EXPECT_EQ(menuDump(bar), kNative);
+            }
+            if (deed == Deed::Rewrite) {
+                EXPECT_EQ(dump(*menu), "K5 SEP '[SEP]x', K6 popup 'Deep', K7 popup 'Deeper', "
+                                       "K8 bar 'New'");
+            }
+            menu.reset();
+            DestroyWindow(shown.hWnd());
+            platform::test::settle();
+            EXPECT_EQ(handleCount(HandleKind::DeviceContext), before);
+        }
+    }
 }
 
 TEST_F(Menu, AttachingSomewhereElseLetsGoOfTheFormerWindow) {
@@ -360,7 +462,11 @@ TEST_F(Menu, TheFontFollowsTheSettingsAndTheCustomFace) {
     menu.CustomFontFace(u"Noto Sans Thai");
     EXPECT_EQ(height(), plain);
     SendMessageW(window.hWnd(), WM_SETTINGCHANGE, 0, 0);
-    EXPECT_NE(height(), plain);
+    const std::uint32_t custom = height();
+    EXPECT_NE(custom, plain);
+    menu.CustomFontFace(Text(33, u'f'));
+    EXPECT_EQ(SendMessageW(window.hWnd(), WM_SETTINGCHANGE, 0, 0), 77) << "nothing is raised there";
+    EXPECT_EQ(height(), custom) << "and the font is the one before";
     menu.CustomFontFace(Text(32, u'f'));
     menu.Attach(window.hWnd());
     menu.CustomFontFace(Text(33, u'f'));
@@ -554,9 +660,11 @@ TEST_F(Menu, PropertiesAreStoredByNameUnlessTheyAreTheDefaults) {
     menu.StringMode(smPlain);
     menu.RoundSelector(true);
     menu.CustomFontFace(u"Arial");
+    menu.ImageArray(std::make_shared<MenuPictures>(2));
     PropertyBag bag;
     menu.WriteProperties(bag);
-    EXPECT_EQ(bag.Count(), 20U) << "all but the pictures, which are the owner's";
+    EXPECT_EQ(bag.Count(), kMenuProperties.size());
+    for (const MenuProperty& property : kMenuProperties) EXPECT_TRUE(bag.Contains(property.sName));
     ctlUTF8Menu read;
     read.ReadProperties(bag);
     EXPECT_EQ(read.Properties(), menu.Properties());
