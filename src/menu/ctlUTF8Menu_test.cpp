@@ -416,6 +416,35 @@ TEST_F(Menu, AHandlerMayEndTheControlAndTheWindowWhileTheMenuIsShown) {
     }
 }
 
+TEST_F(Menu, PopupsOfAWindowWithoutAMenuAreDrawnToo) {
+    const HMENU popup = menuTree({{40, u"Copy"}, {41, u"More", {{42, u"Deep"}}}});
+    ctlUTF8Menu menu;
+    std::string drawn;
+    menu.OnOwnerDraw = [&](MenuItemLook& look, bool bSelected) {
+        if (bSelected) drawn += toUtf8(look.sCaption) + ' ';
+    };
+    menu.Attach(window.hWnd());
+    EXPECT_EQ(dump(menu), "");
+    window.on = [](std::uint32_t uMsg, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (uMsg == WM_APP) {
+            for (const std::int32_t key : {VK_DOWN, VK_DOWN, VK_RIGHT}) {
+                platform::test::pressMenuKey(key);
+                platform::test::settle();
+            }
+            platform::test::pressMenuKey(VK_RETURN);
+        }
+        return std::nullopt;
+    };
+    PostMessageW(window.hWnd(), WM_APP, 0, 0);
+    EXPECT_EQ(TrackPopupMenu(popup, TPM_RETURNCMD, 0, 0, window.hWnd()), 42);
+    EXPECT_EQ(dump(menu), "K0 popup 'Copy', K1 popup 'More', K2 popup 'Deep'");
+    EXPECT_NE(drawn.find("Copy More"), std::string::npos) << drawn;
+    EXPECT_NE(drawn.find("Deep"), std::string::npos) << drawn;
+    DestroyMenu(popup);
+    SendMessageW(window.hWnd(), WM_INITMENUPOPUP, static_cast<WPARAM>(popup), 0);
+    EXPECT_EQ(dump(menu), "") << "what is gone is forgotten with the next popup";
+}
+
 TEST_F(Menu, AttachingSomewhereElseLetsGoOfTheFormerWindow) {
     const HMENU bar = menuTree(kTree);
     SetMenu(window.hWnd(), bar);
@@ -575,6 +604,29 @@ TEST_F(MdiMenu, ChildrenHaveTheirItemsMeasuredAndDrawnByTheFrame) {
     SendMessageW(child.hWnd(), WM_APP_MDIFRAME, 12345, 0);
     EXPECT_EQ(measured(child.hWnd(), 0, answer).itemWidth, 3U);
     EXPECT_EQ(answer, 0);
+}
+
+TEST_F(MdiMenu, AHandlerOnTheFrameMayEndTheControlOfTheChildThatAsks) {
+    SetMenu(window.hWnd(), bar);
+    ctlUTF8Menu onFrame;
+    DRAWITEMSTRUCT draw;
+    MEASUREITEMSTRUCT measure;
+    const struct {
+        std::uint32_t uMsg;
+        LPARAM lParam;
+    } kCases[] = {{WM_DRAWITEM, reinterpret_cast<LPARAM>(&draw)},
+                  {WM_MEASUREITEM, reinterpret_cast<LPARAM>(&measure)}};
+    for (const auto& c : kCases) {
+        auto onChild = std::make_unique<ctlUTF8Menu>();
+        onChild->Attach(child.hWnd());
+        onFrame.Attach(window.hWnd());
+        onFrame.OnOwnerDraw = [&](MenuItemLook&, bool) { onChild.reset(); };
+        EXPECT_EQ(SendMessageW(child.hWnd(), c.uMsg, 0, c.lParam), 1);
+        EXPECT_EQ(onChild, nullptr);
+        EXPECT_EQ(SendMessageW(child.hWnd(), c.uMsg, 0, c.lParam), 77)
+            << "it is the window's again";
+    }
+    EXPECT_GT(measure.itemWidth, 0U);
 }
 
 TEST_F(MdiMenu, AChildThatHoldsRecordsDrawsThemItself) {
