@@ -54,8 +54,9 @@ Application& application() {
     static int argc = 1;
     static char name[] = "edit_bench";
     static char* argv[] = {name, nullptr};
-    static Application started(argc, argv, {.offScreen = true});
-    return started;
+    // Never ends: what it works with goes first when a program exits.
+    static auto* const started = new Application(argc, argv, {.offScreen = true});
+    return *started;
 }
 
 // range 0: units in a line; range 1: at the start, in the middle or at the end of the text.
