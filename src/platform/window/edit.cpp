@@ -326,6 +326,7 @@ void changeSelection(EditField& field, std::int64_t anchor, std::int64_t caret) 
 Result textMessage(EditField& field, std::uint32_t uMsg, WPARAM wParam, LPARAM lParam) {
     switch (uMsg) {
     case WM_SETTEXT:
+        field.endComposition();
         field.run([&] {
             field.setText(*reinterpret_cast<const Text*>(lParam));
             if (field.severalLines()) field.keepChangeQuiet();
@@ -382,6 +383,7 @@ Result stateMessage(WindowRecord& record, EditField& field, std::uint32_t uMsg, 
     case EM_GETLIMITTEXT:
         return field.limit;
     case EM_SETREADONLY:
+        if (wParam != 0) field.endComposition();
         field.setReadOnly(wParam != 0);
         record.style = wParam != 0 ? record.style | std::intptr_t{ES_READONLY}
                                    : record.style & ~std::intptr_t{ES_READONLY};
@@ -513,6 +515,10 @@ Result handle(WindowRecord& record, EditField& field, std::uint32_t uMsg, WPARAM
               LPARAM lParam) {
     if (uMsg == WM_PAINT) {
         askColors(record, field);
+        return {};
+    }
+    if (uMsg == WM_KILLFOCUS) {
+        field.endComposition();
         return {};
     }
     Result result = textMessage(field, uMsg, wParam, lParam);

@@ -2,6 +2,8 @@
 #include "platform/window/edit_internal.h"
 #include "platform/window/toolkit_internal.h"
 
+#include <QGuiApplication>
+#include <QInputMethod>
 #include <QInputMethodEvent>
 #include <cstring>
 
@@ -113,6 +115,14 @@ bool EditField::routeComposition(WindowRecord& record, const QInputMethodEvent& 
     }
     if (failure) std::rethrow_exception(failure);
     return true;
+}
+
+void EditField::endComposition() {
+    if (!m_composing || m_composition != nullptr) return;
+    QGuiApplication::inputMethod()->reset();  // some methods send the end at once, others never
+    if (!std::exchange(m_composing, false)) return;
+    showComposition({}, {});
+    SendMessageW(handle(), WM_IME_ENDCOMPOSITION, 0, 0);
 }
 
 void EditField::selectReplaced(const QInputMethodEvent& event) {

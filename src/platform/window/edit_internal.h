@@ -75,6 +75,9 @@ public:
     std::optional<bool> routeSpecially(WindowRecord& record, QEvent* event, bool viewport) override;
     Text composed, result;   // of the message on its way
     void takeComposition();  // does what the field does by itself with that message
+    // Gives up what is being composed and tells of the end: ahead of whatever makes the input
+    // method lose the field. A composition whose message is on its way ends by itself.
+    void endComposition();
 
 protected:
     void noteChange();  // the library says that the text is another one
