@@ -107,6 +107,7 @@ void ctlUniTextBoxXP::ExternalInitControl() {
 void ctlUniTextBoxXP::pvStart() {
     const HWND owner = HostWindow::hWnd();
     if (!UserMode() || owner == 0) return;
+    const Life life(*this);
     try {
         if (m_hWndOwner != owner) {
             for (const std::uint32_t uMsg : kOwnerMessages) {
@@ -118,7 +119,7 @@ void ctlUniTextBoxXP::pvStart() {
     } catch (...) {
         // Without its messages the edit window is of no use: the control shows its text itself.
         ReportCaughtFailure(u"pvStart");
-        pvStop();
+        if (life) pvStop();
     }
 }
 
@@ -129,8 +130,8 @@ void ctlUniTextBoxXP::pvStop() {
         SubclassDetach(*m_sink, HostWindow::hWnd(), uMsg);
     }
     m_hWndOwner = 0;
-    pvEndEdit();
     m_oBrush.Destroy();
+    pvEndEdit();  // last: who gets the focus may end the control
 }
 
 void ctlUniTextBoxXP::pvEndEdit() {
@@ -394,11 +395,9 @@ std::int32_t ctlUniTextBoxXP::CurrentLine() const {
 }
 
 void ctlUniTextBoxXP::CurrentLine(std::int32_t lLine) {
-    // A line that isn't there has no start; the caret stays where it is then.
-    const auto start = static_cast<std::int32_t>(
-        sendEdit(EM_LINEINDEX, static_cast<WPARAM>(std::int64_t{lLine} - 1)));
-    if (!IsStarted() || start < 0) return;
-    SelStart(start);
+    // A line that isn't there starts at -1: nothing is selected then, and the caret stays.
+    const LRESULT start = sendEdit(EM_LINEINDEX, static_cast<WPARAM>(std::int64_t{lLine} - 1));
+    SelStart(static_cast<std::int32_t>(start));
 }
 
 // ---- Helpers of the desktop

@@ -65,7 +65,8 @@ public:
     void BackColor(Color iColor);
     [[nodiscard]] Color ForeColor() const { return m_props.ForeColor; }
     void ForeColor(Color iColor);
-    // The person can select and copy, but not change the text.
+    // The person can move about and select, and copy by the menu, but not change the text; keys
+    // raise their events all the same.
     [[nodiscard]] bool Locked() const;
     void Locked(bool bLocked);
     [[nodiscard]] ::Text Text() const;

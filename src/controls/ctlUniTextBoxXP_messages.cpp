@@ -125,13 +125,8 @@ void ctlUniTextBoxXP::pvEditMessage(Message& message) {
 }
 
 void ctlUniTextBoxXP::pvSetCursor(Message& message) {
-    const std::int16_t pointer = MousePointer();
-    if (pointer == 0) return;
-    if (pointer == kCustomPointer) {
-        SetCursor(MouseIcon() == nullptr ? 0 : MouseIcon()->Handle());
-    } else {
-        SetCursor(LoadCursorA(0, static_cast<std::uint32_t>(CursorResource(pointer))));
-    }
+    if (MousePointer() == 0) return;
+    SetCursor(pointerCursor());
     message.bStopMsg = true;
     message.lReturn = 1;
 }
@@ -170,11 +165,12 @@ void ctlUniTextBoxXP::pvCharacter(Message& message) {
         KeyPress(code, shift);
         if (!life) return;
     }
-    if (code == 0 || Locked()) {
+    // A character beyond 16 bits goes on whole unless somebody has changed it.
+    const WPARAM next = code == before ? message.wParam : static_cast<std::uint16_t>(code);
+    if (next == 0 || Locked()) {
         message.swallow();
     } else {
-        // A character beyond 16 bits goes on whole unless somebody has changed it.
-        message.passOn(code == before ? message.wParam : static_cast<std::uint16_t>(code));
+        message.passOn(next);
     }
 }
 
@@ -247,9 +243,9 @@ void ctlUniTextBoxXP::pvMouse(Message& message) {
         break;
     }
     case WM_MOUSEWHEEL: {
-        constexpr int kNotch = 120;
-        const int turned = static_cast<std::int16_t>(hiWord(message.wParam)) / kNotch;
-        MouseWheel(buttonsIn(loWord(message.wParam)), shiftState(), x, y, turned < 0);
+        // Also by less than a notch.
+        const bool towards = static_cast<std::int16_t>(hiWord(message.wParam)) < 0;
+        MouseWheel(buttonsIn(loWord(message.wParam)), shiftState(), x, y, towards);
         break;
     }
     default:

@@ -1,8 +1,10 @@
 #include "controls/ctlUniTextBoxXP.h"
 
+#include "file/pvWindowsVersion.h"
 #include "host/Form.h"
 #include "host/tipService.h"
 #include "platform/base/failure.h"
+#include "platform/base/testhooks.h"
 #include "platform/window/application.h"
 #include "platform/window/edit.h"
 #include "platform/window/input.h"
@@ -305,6 +307,28 @@ TEST_F(TextBox, MadeAnewItKeepsTextLimitAndFocus) {
         EXPECT_EQ(GetFocus(), made);
         EXPECT_EQ(taken(), "") << "no Change";
     }
+    platform::test::failEditWindows(true);
+    box->MultiLine(false);
+    platform::test::failEditWindows(false);
+    EXPECT_FALSE(box->IsStarted());
+    EXPECT_EQ(box->Text(), u"kept text") << "which it shows itself now";
+    box->ExternalInitControl();
+    EXPECT_EQ(state(), "|kept text");
+}
+
+TEST_F(TextBox, GivesTheFocusThatIsInsideOfItToTheEditWindow) {
+    const HWND owner = box->HostWindow::hWnd();
+    const HWND child = CreateWindowExW(0, u"EDIT", {}, WS_CHILD | WS_VISIBLE, 0, 0, 9, 9, owner);
+    ASSERT_TRUE(other.create(form.hWnd(), {140, 10, 200, 50}));
+    const std::pair<HWND, HWND> kCases[] = {
+        {child, box->hWnd()}, {box->hWnd(), box->hWnd()}, {other.hWnd(), other.hWnd()}};
+    for (const auto& [before, after] : kCases) {
+        platform::SetFocus(before);
+        SendMessageW(owner, WM_MOUSEACTIVATE, form.hWnd(), 0);
+        EXPECT_EQ(GetFocus(), after);
+    }
+    box->SetFocus();
+    EXPECT_EQ(GetFocus(), box->hWnd());
 }
 
 TEST_F(TextBox, RaisesChangeForEachOtherText) {
@@ -393,7 +417,14 @@ TEST_F(TextBox, TakesCharactersBeyondOneUnitWhole) {
     EXPECT_EQ(SendMessageW(box->hWnd(), WM_UNICHAR, UNICODE_NOCHAR, 0), 1);
     SendMessageW(box->hWnd(), WM_UNICHAR, 0x1F600, 0);
     typeText(box->hWnd(), u"\U0001F601");
-    EXPECT_EQ(box->Text(), u"\U0001F600\U0001F601");
+    SendMessageW(box->hWnd(), WM_UNICHAR, 0x20000, 0);  // its event has a code of 0
+    EXPECT_EQ(box->Text(), u"\U0001F600\U0001F601\U00020000");
+    changeCode = u'x';
+    SendMessageW(box->hWnd(), WM_UNICHAR, 0x20000, 0);
+    changeCode = 0;
+    SendMessageW(box->hWnd(), WM_UNICHAR, 0x1F600, 0);
+    changeCode.reset();
+    EXPECT_EQ(box->Text(), u"\U0001F600\U0001F601\U00020000x");
 }
 
 TEST_F(TextBox, LockedItKeepsTheClipboardAndUndoAway) {
@@ -478,10 +509,11 @@ TEST_F(TextBox, RaisesTheMouse) {
     EXPECT_EQ(taken(), "MouseDown 4 0 3,4\nMouseUp 4 0 3,4\nClick 4\n");
     POINT at{7, 8};
     ClientToScreen(edit, at);
-    platform::test::wheel(edit, {7, 8}, -120);
-    platform::test::wheel(edit, {7, 8}, 120);
     const std::string place = std::to_string(at.x) + ',' + std::to_string(at.y);
-    EXPECT_EQ(taken(), "MouseWheel 0 " + place + " down\nMouseWheel 0 " + place + " up\n");
+    for (const int turned : {-120, 120, -15, 15}) {
+        platform::test::wheel(edit, {7, 8}, turned);
+        EXPECT_EQ(taken(), "MouseWheel 0 " + place + (turned < 0 ? " down\n" : " up\n")) << turned;
+    }
 }
 
 TEST_F(TextBox, ShowsTheMenuOfTheRightButtonUnlessThatIsOff) {
@@ -497,12 +529,23 @@ TEST_F(TextBox, ShowsTheMenuOfTheRightButtonUnlessThatIsOff) {
 }
 
 TEST_F(TextBox, SetsItsPointerOverTheEditWindow) {
-    const struct {
+    struct Case {
         std::int16_t pointer;
         HCURSOR cursor;
-    } kCases[] = {{0, IDC_IBEAM}, {2, IDC_CROSS}, {11, IDC_WAIT}, {kCustomPointer, IDC_ARROW}};
+        Picture icon = nullptr;
+    };
+    const HDC hDC = GetDC(0);
+    const HBITMAP bitmap = CreateCompatibleBitmap(hDC, 8, 8);
+    ReleaseDC(0, hDC);
+    const Picture noIcon = OleCreatePictureIndirect({PICTYPE_BITMAP, bitmap}, true);
+    const Case kCases[] = {{0, IDC_IBEAM},
+                           {2, IDC_CROSS},
+                           {11, IDC_WAIT},
+                           {kCustomPointer, IDC_ARROW},
+                           {kCustomPointer, IDC_ARROW, noIcon}};
     for (const auto& c : kCases) {
         box->MousePointer(c.pointer);
+        box->MouseIcon(c.icon);
         mouse(box->hWnd(), MouseAction::Move, {3, 4}, 0);
         EXPECT_EQ(SetCursor(0), c.cursor) << c.pointer;
     }
@@ -571,6 +614,43 @@ TEST_F(TextBox, RaisesAKeyPressForEachUnitOfAComposedText) {
     }
 }
 
+TEST_F(TextBox, ACompositionEndsWhereTheInputMethodLosesTheField) {
+    ASSERT_TRUE(other.create(form.hWnd(), {140, 10, 200, 50}));
+    const std::pair<const char*, std::function<void()>> kWays[] = {
+        {"text", [&] { box->Text(u"another"); }},
+        {"locked", [&] { box->Locked(true), box->Locked(false); }},
+        {"focus", [&] { other.SetFocus(), box->SetFocus(); }},
+        {"made anew", [&] { box->Alignment(2); }},
+    };
+    for (const bool multiLine : {false, true}) {
+        for (const auto& [what, way] : kWays) {
+            makeBox([&](ctlUniTextBoxXP& fresh) { fresh.MultiLine(multiLine); });
+            compose(box->hWnd(), u"k");
+            EXPECT_TRUE(box->IsInIME());
+            way();
+            EXPECT_FALSE(box->IsInIME()) << what;
+            taken();
+            compose(box->hWnd(), {});  // of a method that ends it, too
+            EXPECT_EQ(taken(), "") << what;
+            key('A', u"a");
+            EXPECT_EQ(taken(), "KeyDown 65 0\nKeyPress 97 0\nChange\nKeyUp 65 0\n") << what;
+        }
+    }
+}
+
+TEST_F(TextBox, OnAnOldSystemTheEditWindowTakesAComposedTextItself) {
+    OSVERSIONINFOA version;
+    version.dwPlatformId = 2;
+    version.dwMajorVersion = 4;
+    platform::test::setVersion(version);
+    forgetWindowsVersion();
+    compose(box->hWnd(), {}, u"\u304B");
+    platform::test::setVersion({});
+    forgetWindowsVersion();
+    EXPECT_EQ(taken(), "Change\n");
+    EXPECT_EQ(box->Text(), u"\u304B");
+}
+
 TEST_F(TextBox, SelectsAndReplaces) {
     box->MultiLine(true);
     box->Text(u"one\r\ntwo\r\nthree");
@@ -587,9 +667,13 @@ TEST_F(TextBox, SelectsAndReplaces) {
     box->CurrentLine(3);
     EXPECT_EQ(state(), "one/two/|three");
     EXPECT_EQ(box->CurrentLine(), 2) << "reads from 0, takes from 1";
-    box->CurrentLine(9);
-    box->CurrentLine(-5);
-    EXPECT_EQ(state(), "one/two/|three") << "no such line";
+    for (const std::int32_t none : {9, -5, INT32_MIN, INT32_MAX}) {
+        box->CurrentLine(none);
+        EXPECT_EQ(state(), "one/two/|three") << none;
+    }
+    box->SelLength(3);
+    box->CurrentLine(0);
+    EXPECT_EQ(state(), "one/two/|three") << "of the caret";
     box->SelStart(2);
     box->SelLength(INT32_MAX);
     EXPECT_EQ(state(), "on[e/two/three]");
@@ -783,6 +867,47 @@ TEST_F(TextBox, GivesItsColoursToTheEditWindow) {
     EXPECT_GT(
         inks(static_cast<std::uint32_t>(redOf(grey) << 16 | greenOf(grey) << 8 | blueOf(grey))),
         20);
+}
+
+TEST_F(TextBox, LosesItsCornersWhileItsBordersAreRound) {
+    const std::pair<const char*, std::function<void()>> kSteps[] = {
+        {"whole", [] {}},
+        {"round", [&] { box->UseRoundRegions(true); }},
+        {"round", [&] { box->move(10, 10, 90, 30); }},
+        {"round", [&] { box->RoundedBorders(false); }},  // a repaint is no new shape
+        {"whole", [&] { box->move(10, 10, 80, 30); }},
+        {"whole", [&] { box->RoundedBorders(true); }},
+        {"round", [&] { box->move(10, 10, 90, 30); }},
+        {"whole", [&] { box->UseRoundRegions(false); }},
+    };
+    for (const auto& [shape, step] : kSteps) {
+        step();
+        settle();
+        const HWND corner = platform::test::windowAt(form.hWnd(), {10, 10});
+        EXPECT_EQ(corner, shape == std::string("round") ? form.hWnd() : box->HostWindow::hWnd());
+    }
+}
+
+TEST_F(TextBox, PaintsInsideOfAnySize) {
+    constexpr int kSide = 12;
+    TextBoxProps props;
+    props.Text = Text(1 << 20, u'W') + Text(u"\0\xD800\u202E", 3);
+    for (int size = 0; size <= 6; ++size) {
+        for (const bool rounded : {false, true}) {
+            props.RoundedBorders = rounded;
+            const auto picture = ::test::painted({kSide, kSide}, [&](HDC hDC) {
+                const HBRUSH brush = CreateSolidBrush(rgb(1, 2, 3));
+                FillRect(hDC, {0, 0, kSide, kSide}, brush);
+                DeleteObject(brush);
+                paintTextBox(hDC, {size, size}, props, {});
+            });
+            EXPECT_GE(std::ranges::count(picture.pixels, 0x010203U), kSide * kSide - size * size);
+        }
+        box->Text(u"text");
+        box->move(0, 0, size, size);
+        settle();
+        EXPECT_EQ(state(), "|text");
+    }
 }
 
 TEST_F(TextBox, LooksAsItShould) {

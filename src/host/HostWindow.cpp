@@ -352,17 +352,17 @@ void HostWindow::MouseIcon(Picture oIcon) {
     applyCursor();
 }
 
-void HostWindow::applyCursor() {
-    if (m_hWnd == 0) return;
-    HICON cursor = 0;
-    if (m_mousePointer == kCustomPointer) {
-        const bool icon = m_mouseIcon != nullptr && m_mouseIcon->Type() == platform::PICTYPE_ICON;
-        if (icon) cursor = m_mouseIcon->Handle();
-    } else {
+HICON HostWindow::pointerCursor() const {
+    if (m_mousePointer != kCustomPointer) {
         const auto id = static_cast<std::uint32_t>(CursorResource(m_mousePointer));
-        cursor = platform::LoadCursorA(0, id);
+        return platform::LoadCursorA(0, id);
     }
-    platform::setWindowCursor(m_hWnd, cursor);
+    const bool icon = m_mouseIcon != nullptr && m_mouseIcon->Type() == platform::PICTYPE_ICON;
+    return icon ? m_mouseIcon->Handle() : 0;
+}
+
+void HostWindow::applyCursor() {
+    if (m_hWnd != 0) platform::setWindowCursor(m_hWnd, pointerCursor());
 }
 
 void HostWindow::Refresh() {

@@ -211,6 +211,8 @@ protected:
     // The text that names the control to helpers: its caption without the marks of access keys.
     [[nodiscard]] virtual Text accessibleText() const { return {}; }
     void tellAccessible(platform::AccessibleChange change) const;
+    // What MousePointer and MouseIcon ask for; 0 is the arrow.
+    [[nodiscard]] HICON pointerCursor() const;
 
     // For windows of another kind (host/Form.h).
     bool createOfKind(const platform::WindowOptions& options);
