@@ -187,8 +187,10 @@ void pressKey(WindowRecord& record, EditField& field, std::int32_t code) {
         sendKey(field, code == VK_UP ? Qt::Key_Left : Qt::Key_Right, modifiers);
     } else if ((code == VK_LEFT || code == VK_RIGHT) && modifiers == Qt::NoModifier &&
                field.selection().length() > 0) {
-        // To the end of the selection; the library's page would go one further.
-        const int at = code == VK_LEFT ? field.selection().start() : field.selection().end();
+        // To that end of the selection; the library's page would go one further, and its line to
+        // the other end where text reads from the right.
+        const bool toStart = (code == VK_LEFT) != field.readsFromRight();
+        const int at = toStart ? field.selection().start() : field.selection().end();
         field.run([&] { field.select({at, at}); });
     } else if (code >= VK_PRIOR && code <= VK_DOWN) {
         sendKey(field, qtKeyOf(code), modifiers);

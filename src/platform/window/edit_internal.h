@@ -50,7 +50,8 @@ public:
     [[nodiscard]] virtual bool isReadOnly() const = 0;
     virtual void setReadOnly(bool readOnly) = 0;
     [[nodiscard]] virtual bool isPassword() const = 0;
-    virtual void setPasswordChar(char16_t unit) = 0;  // 0: the text shows as it is
+    virtual void setPasswordChar(char16_t unit) = 0;        // 0: the text shows as it is
+    [[nodiscard]] virtual bool readsFromRight() const = 0;  // where the caret is
     [[nodiscard]] virtual int lineOf(int position) const = 0;
     [[nodiscard]] virtual int startOfLine(int line) const = 0;  // -1 behind the last
     [[nodiscard]] virtual int positionAt(QPoint point) const = 0;

@@ -134,6 +134,7 @@ public:
         QLineEdit::event(&anew);
     }
 
+    bool readsFromRight() const override { return isRightToLeft(); }
     int lineOf(int) const override { return 0; }
     int startOfLine(int line) const override { return line == 0 ? 0 : -1; }
     int positionAt(QPoint point) const override {

@@ -188,6 +188,9 @@ public:
     bool isPassword() const override { return false; }
     void setPasswordChar(char16_t) override {}
 
+    bool readsFromRight() const override {
+        return textCursor().block().textDirection() == Qt::RightToLeft;
+    }
     int lineOf(int position) const override;
     int startOfLine(int line) const override;
     int positionAt(QPoint point) const override {

@@ -296,6 +296,29 @@ TEST_F(Edit, MovesAndDeletesByKeys) {
     }
 }
 
+TEST_F(Edit, ArrowKeysGoToTheirSideAlsoWhereTextReadsFromTheRight) {
+    const struct {
+        const char* before;
+        std::int32_t key;
+        const char* after;
+    } kCases[] = {
+        {"א|בג", VK_LEFT, "אב|ג"},
+        {"א|בג", VK_RIGHT, "|אבג"},
+        {"א[ב]ג", VK_LEFT, "אב|ג"},
+        {"א[ב]ג", VK_RIGHT, "א|בג"},
+    };
+    const std::pair<std::uint32_t, std::uint32_t> kFields[] = {
+        {kLine, WS_EX_LAYOUTRTL}, {kPage, WS_EX_LAYOUTRTL}, {kPage, 0}};
+    for (const auto& [style, extendedStyle] : kFields) {
+        make(style, extendedStyle);
+        for (const auto& c : kCases) {
+            show(c.before);
+            pressKey(edit, c.key);
+            EXPECT_EQ(state(), c.after) << c.before << " key " << c.key << " style " << style;
+        }
+    }
+}
+
 TEST_F(Edit, GoesUpInTheColumnWhereTypingHasEnded) {
     const std::pair<const char*, std::function<void()>> kWays[] = {
         {"typed", [&] { typeText(edit, u"de"); }},
