@@ -165,10 +165,9 @@ std::uint32_t ctlUniTextBoxXP::editStyle() const {
 }
 
 void ctlUniTextBoxXP::pvCreateEdit() {
-    const ::Text sText = Text();
+    m_props.Text = Text();
     const Life life(*this);
     const bool focused = IsStarted() && GetFocus() == m_hWndEdit;
-    m_props.Text = sText;
     pvEndEdit();
     if (!life || HostWindow::hWnd() == 0) return;
     m_bColorChanged = true;
@@ -183,9 +182,9 @@ void ctlUniTextBoxXP::pvCreateEdit() {
     }
     m_hWndEdit = edit;
     sendEdit(EM_SETPASSWORDCHAR, AscWide(m_props.PasswordChar));
-    if (!sText.empty()) {
+    if (!m_props.Text.empty()) {
         const FlagScope hold(*this, m_bHoldChange);
-        SetWindowTextW(edit, sText);
+        SetWindowTextW(edit, m_props.Text);
     }
     sendEdit(WM_SETFONT, static_cast<WPARAM>(hFont()), 1);
     sendEdit(EM_LIMITTEXT, m_props.MaxLength);

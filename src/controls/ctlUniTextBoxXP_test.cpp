@@ -1,6 +1,7 @@
 #include "controls/ctlUniTextBoxXP.h"
 
 #include "file/pvWindowsVersion.h"
+#include "gfx/modCtlCommon_ctl_colors.h"
 #include "host/Form.h"
 #include "host/tipService.h"
 #include "platform/base/failure.h"
@@ -34,7 +35,18 @@ public:
     Window() : Form(WindowKind::Main) { ClientSize(240, 120); }
 };
 
+constexpr std::nullopt_t kSame = std::nullopt;  // handlers leave a code as it is
+
 std::string number(double value) { return std::to_string(static_cast<int>(value)); }
+
+void pressMouse(HWND edit, WPARAM button, MouseAction action = MouseAction::Press) {
+    mouse(edit, action, {3, 4}, button, button);
+}
+void releaseMouse(HWND edit, WPARAM button) { mouse(edit, MouseAction::Release, {3, 4}, button); }
+// As a shown picture has it.
+std::uint32_t pixelOf(COLORREF color) {
+    return static_cast<std::uint32_t>(redOf(color) << 16 | greenOf(color) << 8 | blueOf(color));
+}
 
 class TextBox : public testing::Test {
 protected:
@@ -50,7 +62,8 @@ protected:
         settle();
     }
 
-    // A fresh control that writes its events down.
+    // A fresh control that writes its events down: name, code or button, and the keys of Shift for
+    // keys behind a slash, for the mouse ahead of the place.
     ctlUniTextBoxXP& makeBox(const std::function<void(ctlUniTextBoxXP&)>& prepare = {}) {
         box = std::make_unique<ctlUniTextBoxXP>();
         if (prepare) prepare(*box);
@@ -62,14 +75,15 @@ protected:
         return *box;
     }
     void note(const std::string& event, const std::string& rest = {}) {
-        log += event + (rest.empty() ? "" : ' ' + rest) + '\n';
+        log += event + (rest.empty() ? "" : ' ' + rest) + ';';
         const auto handler = on;
         if (handler) handler(event);
     }
     void listen(ctlUniTextBoxXP& b) {
         const auto key = [this](const char* name) {
             return [this, name](std::int16_t& code, std::int16_t& shift) {
-                note(name, number(static_cast<std::uint16_t>(code)) + ' ' + number(shift));
+                note(name, number(static_cast<std::uint16_t>(code)) +
+                               (shift != 0 ? '/' + number(shift) : ""));
                 if (changeCode) code = *changeCode;
             };
         };
@@ -126,27 +140,14 @@ protected:
 }  // namespace
 
 TEST_F(TextBox, StoresItsPropertiesUnderTheirNames) {
-    EXPECT_EQ(ctlUniTextBoxXP::properties().dump(TextBoxProps()), "BorderColor 32 -1\n"
-                                                                  "BackColor 32 -2147483643\n"
-                                                                  "ForeColor 32 -2147483640\n"
-                                                                  "Locked bool false\n"
-                                                                  "Text text \"\"\n"
-                                                                  "MaxLength 32 0\n"
-                                                                  "MultiLine bool false\n"
-                                                                  "Alignment 32 0\n"
-                                                                  "ScrollBars 32 0\n"
-                                                                  "PasswordChar text \"\"\n"
-                                                                  "TrapTab bool false\n"
-                                                                  "EnableContextMenu bool true\n"
-                                                                  "RaiseChangeEvent bool true\n"
-                                                                  "Tip text \"\"\n"
-                                                                  "NoHideSel bool false\n"
-                                                                  "RightToLeft bool false\n"
-                                                                  "ManualStart bool false\n"
-                                                                  "RoundedBorders bool false\n"
-                                                                  "BackColorOut 32 -1\n"
-                                                                  "UseRoundRegions bool false\n"
-                                                                  "OnlyBottomBorder bool false\n");
+    EXPECT_EQ(ctlUniTextBoxXP::properties().dump(TextBoxProps()),
+              "BorderColor 32 -1\nBackColor 32 -2147483643\nForeColor 32 -2147483640\n"
+              "Locked bool false\nText text \"\"\nMaxLength 32 0\nMultiLine bool false\n"
+              "Alignment 32 0\nScrollBars 32 0\nPasswordChar text \"\"\nTrapTab bool false\n"
+              "EnableContextMenu bool true\nRaiseChangeEvent bool true\nTip text \"\"\n"
+              "NoHideSel bool false\nRightToLeft bool false\nManualStart bool false\n"
+              "RoundedBorders bool false\nBackColorOut 32 -1\nUseRoundRegions bool false\n"
+              "OnlyBottomBorder bool false\n");
     PropertyBag bag;
     box->WriteProperties(bag);
     EXPECT_EQ(bag.Count(), 0U) << "nothing differs from its default";
@@ -337,8 +338,8 @@ TEST_F(TextBox, RaisesChangeForEachOtherText) {
         const char* text;
         const char* events;
     } kCases[] = {
-        {false, true, "new", "Change\nChange\n"},  // by the edit window, and by the control
-        {true, true, "new", "Change\n"},
+        {false, true, "new", "Change;Change;"},  // by the edit window, and by the control
+        {true, true, "new", "Change;"},
         {false, true, "old", ""},
         {false, false, "new", ""},
         {true, false, "new", ""},
@@ -355,9 +356,9 @@ TEST_F(TextBox, RaisesChangeForEachOtherText) {
     }
     makeBox();
     typeText(box->hWnd(), u"x");
-    EXPECT_EQ(taken(), "KeyDown 88 0\nKeyPress 120 0\nChange\nKeyUp 88 0\n");
+    EXPECT_EQ(taken(), "KeyDown 88;KeyPress 120;Change;KeyUp 88;");
     box->SelText(u"yz");
-    EXPECT_EQ(taken(), "Change\n");
+    EXPECT_EQ(taken(), "Change;");
 }
 
 TEST_F(TextBox, RaisesKeysAheadOfTheEditWindow) {
@@ -370,33 +371,16 @@ TEST_F(TextBox, RaisesKeysAheadOfTheEditWindow) {
         const char* events;
         const char* state;
     } kCases[] = {
-        {"a letter",
-         false,
-         'A',
-         u"a",
-         {},
-         "KeyDown 65 0\nKeyPress 97 0\nChange\nKeyUp 65 0\n",
-         "xya|z"},
-        {"another letter", false, 'A', u"a", u'\u0436',
-         "KeyDown 65 0\nKeyPress 97 0\nChange\nKeyUp 65 0\n", "xy\u0436|z"},
-        {"a dropped one", false, 'A', u"a", 0, "KeyDown 65 0\nKeyPress 97 0\nKeyUp 65 0\n", "xy|z"},
-        {"a dropped key", false, VK_LEFT, u"", 0, "KeyDown 37 0\nKeyUp 37 0\n", "xy|z"},
-        {"another key", false, VK_LEFT, u"", VK_HOME, "KeyDown 37 0\nKeyUp 37 0\n", "|xyz"},
-        {"a letter, locked",
-         true,
-         'A',
-         u"a",
-         {},
-         "KeyDown 65 0\nKeyPress 97 0\nKeyUp 65 0\n",
-         "xy|z"},
-        {"an arrow, locked", true, VK_LEFT, u"", {}, "KeyDown 37 0\nKeyUp 37 0\n", "x|yz"},
-        {"delete, locked", true, VK_DELETE, u"", {}, "KeyDown 46 0\nKeyUp 46 0\n", "xy|z"},
-        {"a lone half",
-         false,
-         VK_OTHER,
-         u"\xDC00",
-         {},
-         "KeyDown 232 0\nKeyPress 56320 0\nKeyUp 232 0\n",
+        {"a letter", false, 'A', u"a", kSame, "KeyDown 65;KeyPress 97;Change;KeyUp 65;", "xya|z"},
+        {"another letter", false, 'A', u"a", u'\u0436', "KeyDown 65;KeyPress 97;Change;KeyUp 65;",
+         "xy\u0436|z"},
+        {"a dropped one", false, 'A', u"a", 0, "KeyDown 65;KeyPress 97;KeyUp 65;", "xy|z"},
+        {"a dropped key", false, VK_LEFT, u"", 0, "KeyDown 37;KeyUp 37;", "xy|z"},
+        {"another key", false, VK_LEFT, u"", VK_HOME, "KeyDown 37;KeyUp 37;", "|xyz"},
+        {"a letter, locked", true, 'A', u"a", kSame, "KeyDown 65;KeyPress 97;KeyUp 65;", "xy|z"},
+        {"an arrow, locked", true, VK_LEFT, u"", kSame, "KeyDown 37;KeyUp 37;", "x|yz"},
+        {"delete, locked", true, VK_DELETE, u"", kSame, "KeyDown 46;KeyUp 46;", "xy|z"},
+        {"a lone half", false, VK_OTHER, u"\xDC00", kSame, "KeyDown 232;KeyPress 56320;KeyUp 232;",
          "xy|z"},
     };
     for (const auto& c : kCases) {
@@ -463,12 +447,12 @@ TEST_F(TextBox, TabMovesTheFocusUnlessItIsTrapped) {
         box->TrapTabKey(true);
         key(VK_TAB, u"\t", MK_SHIFT);
         EXPECT_EQ(GetFocus(), box->hWnd());
-        EXPECT_EQ(taken(), "KeyDown 9 1\nKeyUp 9 1\n");
+        EXPECT_EQ(taken(), "KeyDown 9/1;KeyUp 9/1;");
         changeCode = 0;
         key(VK_TAB, u"\t");
         changeCode.reset();
         EXPECT_EQ(GetFocus(), box->hWnd());
-        EXPECT_EQ(taken(), "KeyDown 9 0\nKeyUp 9 0\n");
+        EXPECT_EQ(taken(), "KeyDown 9;KeyUp 9;");
         SendMessageW(box->hWnd(), WM_CHAR, VK_TAB, 1);
         EXPECT_EQ(box->Text(), u"") << "no tab ever gets into the text";
         EXPECT_EQ(taken(), "");
@@ -497,22 +481,22 @@ TEST_F(TextBox, RaisesTheMouse) {
     box->Text(u"some words");
     const HWND edit = box->hWnd();
     taken();
-    mouse(edit, MouseAction::Press, {3, 4}, MK_LBUTTON, MK_LBUTTON);
+    pressMouse(edit, MK_LBUTTON);
     mouse(edit, MouseAction::Move, {5, 6}, 0, MK_LBUTTON | MK_MBUTTON);
     mouse(edit, MouseAction::Release, {500, 4}, MK_LBUTTON);
-    EXPECT_EQ(taken(), "MouseDown 1 0 3,4\nMouseMove 5 0 5,6\nMouseUp 1 0 500,4\nClick 1\n");
+    EXPECT_EQ(taken(), "MouseDown 1 0 3,4;MouseMove 5 0 5,6;MouseUp 1 0 500,4;Click 1;");
     mouse(edit, MouseAction::DoubleClick, {3, 4}, MK_LBUTTON, MK_LBUTTON | MK_CONTROL);
-    mouse(edit, MouseAction::Release, {3, 4}, MK_LBUTTON);
-    EXPECT_EQ(taken(), "DblClick 1\nMouseUp 1 0 3,4\n");
-    mouse(edit, MouseAction::Press, {3, 4}, MK_MBUTTON, MK_MBUTTON);
-    mouse(edit, MouseAction::Release, {3, 4}, MK_MBUTTON);
-    EXPECT_EQ(taken(), "MouseDown 4 0 3,4\nMouseUp 4 0 3,4\nClick 4\n");
+    releaseMouse(edit, MK_LBUTTON);
+    EXPECT_EQ(taken(), "DblClick 1;MouseUp 1 0 3,4;");
+    pressMouse(edit, MK_MBUTTON);
+    releaseMouse(edit, MK_MBUTTON);
+    EXPECT_EQ(taken(), "MouseDown 4 0 3,4;MouseUp 4 0 3,4;Click 4;");
     POINT at{7, 8};
     ClientToScreen(edit, at);
     const std::string place = std::to_string(at.x) + ',' + std::to_string(at.y);
     for (const int turned : {-120, 120, -15, 15}) {
         platform::test::wheel(edit, {7, 8}, turned);
-        EXPECT_EQ(taken(), "MouseWheel 0 " + place + (turned < 0 ? " down\n" : " up\n")) << turned;
+        EXPECT_EQ(taken(), "MouseWheel 0 " + place + (turned < 0 ? " down;" : " up;")) << turned;
     }
 }
 
@@ -521,9 +505,9 @@ TEST_F(TextBox, ShowsTheMenuOfTheRightButtonUnlessThatIsOff) {
     for (const bool enabled : {true, false}) {
         box->EnableContextMenu(enabled);
         taken();
-        mouse(box->hWnd(), MouseAction::Press, {3, 4}, MK_RBUTTON, MK_RBUTTON);
-        mouse(box->hWnd(), MouseAction::Release, {3, 4}, MK_RBUTTON);
-        EXPECT_EQ(taken(), "MouseDown 2 0 3,4\nMouseUp 2 0 3,4\nClick 2\n");
+        pressMouse(box->hWnd(), MK_RBUTTON);
+        releaseMouse(box->hWnd(), MK_RBUTTON);
+        EXPECT_EQ(taken(), "MouseDown 2 0 3,4;MouseUp 2 0 3,4;Click 2;");
         EXPECT_EQ(platform::test::chooseFromMenu().empty(), !enabled);
     }
 }
@@ -583,10 +567,10 @@ TEST_F(TextBox, RaisesAKeyPressForEachUnitOfAComposedText) {
         std::int32_t limit;
         const char* state;
     } kCases[] = {
-        {{}, 0, "a\u304B\u3093|c"},
+        {kSame, 0, "a\u304B\u3093|c"},
         {0, 0, "a|c"},
         {u'x', 0, "axx|c"},
-        {{}, 3, "a\u304B|c"},
+        {kSame, 3, "a\u304B|c"},
     };
     for (const bool multiLine : {false, true}) {
         for (const auto& c : kCases) {
@@ -602,12 +586,12 @@ TEST_F(TextBox, RaisesAKeyPressForEachUnitOfAComposedText) {
             compose(box->hWnd(), u"k");
             EXPECT_TRUE(box->IsInIME());
             pressKey(box->hWnd(), 'K');
-            EXPECT_EQ(taken(), "Change\n") << "the selection has gone; keys are the method's";
+            EXPECT_EQ(taken(), "Change;") << "the selection has gone; keys are the method's";
             compose(box->hWnd(), {}, u"\u304B\u3093");
             EXPECT_FALSE(box->IsInIME());
-            EXPECT_EQ(taken(), std::string("IMEComposition \u304B\u3093\n"
-                                           "KeyPress 12363 0\nKeyPress 12435 0\n") +
-                                   (c.change == 0 ? "" : "Change\n"));
+            EXPECT_EQ(taken(), std::string("IMEComposition \u304B\u3093;"
+                                           "KeyPress 12363;KeyPress 12435;") +
+                                   (c.change == 0 ? "" : "Change;"));
             EXPECT_EQ(state(), c.state);
             changeCode.reset();
         }
@@ -633,7 +617,7 @@ TEST_F(TextBox, ACompositionEndsWhereTheInputMethodLosesTheField) {
             compose(box->hWnd(), {});  // of a method that ends it, too
             EXPECT_EQ(taken(), "") << what;
             key('A', u"a");
-            EXPECT_EQ(taken(), "KeyDown 65 0\nKeyPress 97 0\nChange\nKeyUp 65 0\n") << what;
+            EXPECT_EQ(taken(), "KeyDown 65;KeyPress 97;Change;KeyUp 65;") << what;
         }
     }
 }
@@ -647,7 +631,7 @@ TEST_F(TextBox, OnAnOldSystemTheEditWindowTakesAComposedTextItself) {
     compose(box->hWnd(), {}, u"\u304B");
     platform::test::setVersion({});
     forgetWindowsVersion();
-    EXPECT_EQ(taken(), "Change\n");
+    EXPECT_EQ(taken(), "Change;");
     EXPECT_EQ(box->Text(), u"\u304B");
 }
 
@@ -685,7 +669,7 @@ TEST_F(TextBox, CutsALongerTextToANewLimit) {
     EXPECT_EQ(box->MaxLength(), kNoTextLimit);
     box->MaxLength(4);
     EXPECT_EQ(box->Text(), u"0123");
-    EXPECT_EQ(taken(), "Change\nChange\n");
+    EXPECT_EQ(taken(), "Change;Change;");
     typeText(box->hWnd(), u"x");
     EXPECT_EQ(box->Text(), u"0123");
     for (const std::int32_t none : {0, -1, INT32_MIN}) {
@@ -726,30 +710,17 @@ const std::pair<const char*, std::function<void(HWND)>> kCauses[] = {
     {"Change", [](HWND edit) { pressKey(edit, 'A', u"a"); }},
     {"Change", [](HWND edit) { pressKey(edit, VK_BACK); }},
     {"Change", [](HWND edit) { compose(edit, {}, u"ab"); }},
-    {"MouseDown",
-     [](HWND e) {
-         mouse(e, MouseAction::Press, {3, 4}, MK_LBUTTON, MK_LBUTTON);
-     }},
-    {"MouseUp",
-     [](HWND e) {
-         mouse(e, MouseAction::Release, {3, 4}, MK_RBUTTON);
-     }},
-    {"Click",
-     [](HWND e) {
-         mouse(e, MouseAction::Press, {3, 4}, MK_RBUTTON, MK_RBUTTON);
-         mouse(e, MouseAction::Release, {3, 4}, MK_RBUTTON);
-     }},
-    {"DblClick",
-     [](HWND e) {
-         mouse(e, MouseAction::DoubleClick, {3, 4}, MK_LBUTTON, MK_LBUTTON);
-     }},
+    {"MouseDown", [](HWND edit) { pressMouse(edit, MK_LBUTTON); }},
+    {"MouseUp", [](HWND edit) { releaseMouse(edit, MK_RBUTTON); }},
+    {"Click", [](HWND edit) { pressMouse(edit, MK_RBUTTON), releaseMouse(edit, MK_RBUTTON); }},
+    {"DblClick", [](HWND edit) { pressMouse(edit, MK_LBUTTON, MouseAction::DoubleClick); }},
     {"MouseMove",
-     [](HWND e) {
-         mouse(e, MouseAction::Move, {3, 4}, 0);
+     [](HWND edit) {
+         mouse(edit, MouseAction::Move, {3, 4}, 0);
      }},
     {"MouseWheel",
-     [](HWND e) {
-         platform::test::wheel(e, {3, 4}, 120);
+     [](HWND edit) {
+         platform::test::wheel(edit, {3, 4}, 120);
      }},
 };
 
@@ -840,33 +811,26 @@ TEST_F(TextBox, AHandlersFailureReachesTheProgramAndLeavesTheBoxAtWork) {
 // ---- Looks
 
 TEST_F(TextBox, GivesItsColoursToTheEditWindow) {
-    const auto pixel = [&] {
+    const auto count = [&](COLORREF color) {
         settle();
-        const auto picture = platform::test::shownPicture(box->hWnd());
-        return picture.pixels.back();
+        return std::ranges::count(platform::test::shownPicture(box->hWnd()).pixels, pixelOf(color));
     };
-    EXPECT_EQ(pixel(), 0xFFFFFFU);
-    box->BackColor(rgb(10, 20, 30));
-    EXPECT_EQ(pixel(), 0x0A141EU);
-    box->BackColor(sysColor(13));
-    const COLORREF wanted = GetSysColor(13);
-    EXPECT_EQ(pixel(), static_cast<std::uint32_t>(redOf(wanted) << 16 | greenOf(wanted) << 8 |
-                                                  blueOf(wanted)));
+    RECT whole;
+    GetClientRect(box->hWnd(), whole);
+    const auto all = std::int64_t{whole.right} * whole.bottom;
+    other.create(form.hWnd(), {140, 10, 200, 50});
+    other.SetFocus();  // without a caret
+    for (const Color color : {sysColor(5), rgb(10, 20, 30), sysColor(13)}) {
+        box->BackColor(color);
+        EXPECT_EQ(count(TranslateColor(color)), all);
+    }
     box->BackColor(rgb(250, 250, 250));
     box->ForeColor(rgb(200, 0, 0));
     box->Font({.Size = 24, .Bold = true});
     box->Text(u"MMM");
-    const auto inks = [&](std::uint32_t color) {
-        settle();
-        const auto picture = platform::test::shownPicture(box->hWnd());
-        return std::ranges::count(picture.pixels, color);
-    };
-    EXPECT_GT(inks(0xC80000), 20);
+    EXPECT_GT(count(rgb(200, 0, 0)), 20);
     box->Enabled(false);
-    const COLORREF grey = GetSysColor(17);
-    EXPECT_GT(
-        inks(static_cast<std::uint32_t>(redOf(grey) << 16 | greenOf(grey) << 8 | blueOf(grey))),
-        20);
+    EXPECT_GT(count(GetSysColor(17)), 20);
 }
 
 TEST_F(TextBox, LosesItsCornersWhileItsBordersAreRound) {
