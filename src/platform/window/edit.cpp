@@ -452,6 +452,9 @@ Result mouseMessage(WindowRecord& record, EditField& field, std::uint32_t uMsg, 
     case WM_RBUTTONDOWN:
     case WM_MBUTTONDOWN:
         if (GetFocus() != record.handle) SetFocus(record.handle);
+        if (uMsg == WM_LBUTTONDOWN && (wParam & MK_SHIFT) == 0) {
+            changeSelection(field, -1, 0);  // the library's page would let it be dragged away
+        }
         return {};
     case WM_MBUTTONUP:
         if (field.severalLines()) return {};

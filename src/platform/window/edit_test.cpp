@@ -775,6 +775,24 @@ TEST_F(Edit, TakesTheFocusByAPressThatNobodyKeeps) {
     }
 }
 
+TEST_F(Edit, APressInsideOfTheSelectionBeginsAnotherOne) {
+    for (const std::uint32_t style : {kLine, kPage, kPage | ES_READONLY}) {
+        make(style);
+        const auto press = [&](WPARAM keys) {
+            show("[abc]d");
+            mouse(edit, MouseAction::Press, {3, 8}, MK_LBUTTON, MK_LBUTTON | keys);
+        };
+        press(MK_SHIFT);
+        EXPECT_EQ(state(), "|abcd") << "from where it began up to here";
+        mouse(edit, MouseAction::Release, {3, 8}, MK_LBUTTON);
+        press(0);
+        EXPECT_EQ(state(), "|abcd");
+        mouse(edit, MouseAction::Move, {100, 8}, 0, MK_LBUTTON);
+        EXPECT_EQ(state(), "[abcd]") << "nothing is dragged away";
+        mouse(edit, MouseAction::Release, {100, 8}, MK_LBUTTON);
+    }
+}
+
 TEST_F(Edit, OffersItsMenuAtTheReleaseOfTheRightButton) {
     for (const std::uint32_t style : {kLine, kPage}) {
         make(style);
