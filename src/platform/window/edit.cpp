@@ -464,7 +464,9 @@ Result mouseMessage(WindowRecord& record, EditField& field, std::uint32_t uMsg, 
     case WM_MOUSEWHEEL: {
         if (!field.severalLines()) return {};
         StashedEvent* const stashed = stashedEvent(record, uMsg);
-        if (stashed == nullptr) {
+        // With Control the library's page would change the font's size when it is read only.
+        if (stashed == nullptr || (loWord(wParam) & MK_CONTROL) != 0) {
+            keepFromLibrary(record, uMsg);
             field.turnWheel(static_cast<std::int16_t>(hiWord(wParam)));
             return 0;
         }

@@ -845,6 +845,12 @@ TEST_F(Edit, TurnsTheWheelItselfWhenItHasLinesToShow) {
     send(WM_MOUSEWHEEL, makeLParam(0, -120));
     EXPECT_GT(top(), scrolled);
     EXPECT_EQ(log.take().find("WHEEL"), std::string::npos);
+    send(EM_SETREADONLY, 1);
+    const QFont font = widgetOf(edit)->font();
+    const int before = top();
+    platform::test::wheel(edit, {5, 5}, -120, MK_CONTROL);
+    EXPECT_GT(top(), before);
+    EXPECT_EQ(widgetOf(edit)->font(), font) << "it scrolls, and keeps its font";
     send(EM_SETSEL, -1 + GetWindowTextLengthW(edit), -1);
     send(EM_SCROLLCARET);
     EXPECT_GT(top(), 40);
