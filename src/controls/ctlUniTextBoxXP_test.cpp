@@ -255,6 +255,10 @@ TEST_F(TextBox, KeepsItsValuesBeforeItsWindowAndAfterIt) {
     use();
     ASSERT_TRUE(box->create(form.hWnd(), {0, 0, 50, 30}));
     EXPECT_EQ(box->Text(), u"some");
+    box->Text(u"kept");
+    form.Unload();
+    EXPECT_FALSE(box->IsStarted());
+    EXPECT_EQ(box->Text(), u"kept") << "also when the form takes the window away";
 }
 
 TEST_F(TextBox, MakesTheEditWindowWithTheStyleOfItsProperties) {
