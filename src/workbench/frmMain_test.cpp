@@ -190,15 +190,19 @@ TEST_F(FrmMain, ConfirmsClearsOrLeavesATranslation) {
     EXPECT_NE(rows().find("=Dubbel"), std::string::npos) << rows();
 }
 
-TEST_F(FrmMain, IgnoresEnterThatIsHeldDown) {
+TEST_F(FrmMain, EnterThatIsHeldDownCountsOnce) {
     startWithPair();
     window.grid().Row(2);
-    constexpr platform::LPARAM kHeld = 0x40000000;
-    const platform::HWND grid = gridWindow();
-    platform::SendMessageW(grid, platform::WM_KEYDOWN, platform::VK_RETURN, kHeld);
-    EXPECT_TRUE(isRepeatedEnter(platform::WM_KEYDOWN, platform::VK_RETURN, kHeld));
-    EXPECT_FALSE(isRepeatedEnter(platform::WM_KEYDOWN, platform::VK_RETURN, 0));
-    EXPECT_FALSE(isRepeatedEnter(platform::WM_KEYDOWN, platform::VK_DOWN, kHeld));
+    platform::test::holdKey(gridWindow(), platform::VK_RETURN, u"\r");  // no dialog comes
+    answers.next([](Form& form) {
+        const auto& txtText = controlOf<ctlUniTextBoxXP>(form, u"txtText");
+        platform::test::holdKey(txtText.hWnd(), platform::VK_RETURN, u"\r");
+        EXPECT_TRUE(platform::IsWindowVisible(form.hWnd()));
+        platform::test::pressKey(txtText.hWnd(), platform::VK_ESCAPE);
+    });
+    pressEnter();
+    EXPECT_EQ(rows(), kLoaded);
+    EXPECT_EQ(state(), "clean");
 }
 
 TEST_F(FrmMain, AModifierKeyEndsTheFillOfANewPair) {

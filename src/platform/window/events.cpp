@@ -173,6 +173,20 @@ QString typedBy(const QKeyEvent& key, std::int32_t code) {
     return !text.isEmpty() && text.front().unicode() < 32 ? text : QString();
 }
 
+// A server of windows may send a key that is held as a release and a press of one moment. The
+// library knows them for what they are only when it finds both in its queue at once.
+bool isHeld(const QKeyEvent& key) {
+    static int releasedKey = 0;
+    static quint64 releasedAt = 0;
+    if (key.type() == QEvent::KeyPress) {
+        return key.isAutoRepeat() ||
+               (key.timestamp() != 0 && key.timestamp() == releasedAt && key.key() == releasedKey);
+    }
+    releasedKey = key.key();
+    releasedAt = key.timestamp();
+    return key.isAutoRepeat();
+}
+
 bool routeKey(WindowRecord& record, QKeyEvent* key, bool viewport) {
     struct OnItsWay {
         explicit OnItsWay(const QKeyEvent* now) : before(std::exchange(g_key, now)) {}
@@ -182,14 +196,14 @@ bool routeKey(WindowRecord& record, QKeyEvent* key, bool viewport) {
     const HWND hWnd = record.handle;
     const bool down = key->type() == QEvent::KeyPress;
     noteModifiers(static_cast<int>(key->modifiers().toInt()));
-    key->accept();                                  // else the parent would get it as well
-    if (!down && key->isAutoRepeat()) return true;  // a key held down does not come up
+    const bool held = isHeld(*key);
+    key->accept();                   // else the parent would get it as well
+    if (!down && held) return true;  // a key held down does not come up
 
     const std::int32_t code = keyCodeOf(*key);
     const bool system = isSystemKey(*key, code);
     constexpr LPARAM kGoesUp = LPARAM{1} << 31;
-    const LPARAM lParam =
-        1 | (down ? (key->isAutoRepeat() ? kKeyDownBefore : 0) : kKeyDownBefore | kGoesUp);
+    const LPARAM lParam = 1 | (down ? (held ? kKeyDownBefore : 0) : kKeyDownBefore | kGoesUp);
     const std::uint32_t number =
         down ? (system ? WM_SYSKEYDOWN : WM_KEYDOWN) : (system ? WM_SYSKEYUP : WM_KEYUP);
     if (down && isAccelerator(record, *key)) return true;

@@ -152,6 +152,17 @@ void releaseKey(HWND hWnd, std::int32_t key, WPARAM modifiers) {
     if (QWidget* widget = widgetOf(hWnd)) sendKey(*widget, false, key, {}, modifiers);
 }
 
+void holdKey(HWND hWnd, std::int32_t key, TextView typed) {
+    constexpr quint64 kMoment = 1000;
+    QWidget* const widget = widgetOf(hWnd);
+    if (widget == nullptr) return;
+    for (const QEvent::Type type : {QEvent::KeyRelease, QEvent::KeyPress}) {
+        QKeyEvent event(type, qtKeyOf(key), Qt::NoModifier, toQt(typed));
+        event.setTimestamp(kMoment);
+        QCoreApplication::sendEvent(widget, &event);
+    }
+}
+
 void typeText(HWND hWnd, TextView text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char16_t unit = text[i];

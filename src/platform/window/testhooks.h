@@ -50,6 +50,9 @@ void setCursorPos(std::optional<POINT> position);
 constexpr WPARAM kAlt = 0x20;
 void pressKey(HWND hWnd, std::int32_t key, TextView typed = {}, WPARAM modifiers = 0);
 void releaseKey(HWND hWnd, std::int32_t key, WPARAM modifiers = 0);
+// What a server of windows sends again and again for a key that is held: a release and a press of
+// one moment.
+void holdKey(HWND hWnd, std::int32_t key, TextView typed = {});
 void typeText(HWND hWnd, TextView text);  // a press and a release for each unit
 enum class MouseAction : std::uint8_t { Press, Release, DoubleClick, Move };
 // button is MK_LBUTTON, MK_RBUTTON, MK_MBUTTON, or for a move 0; down are the buttons that are down
