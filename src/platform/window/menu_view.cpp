@@ -272,7 +272,9 @@ void MenuView::sync() {
     }
     const MenuRecord* menu = menuOf(m_menu);
     if (menu == nullptr) return;
-    const std::vector<MenuItem>& items = menu->items;
+    // A copy: a bar measures its items at once when an action changes, and an owner that is asked
+    // may change or end the menu. The widget stays until the loop is reached.
+    const std::vector<MenuItem> items = menu->items;
 
     std::size_t kept = 0;
     while (kept < m_actions.size() && kept < items.size() &&
@@ -287,7 +289,7 @@ void MenuView::sync() {
         gone->deleteLater();  // the library may hold it until the end of this event
     }
     m_actions.reserve(items.size());
-    for (std::size_t i = 0; i < items.size(); ++i) {
+    for (std::size_t i = 0; i < items.size() && IsMenu(m_menu); ++i) {
         const bool isNew = i == m_actions.size();
         if (isNew) m_actions.push_back(new ItemAction(*this, items[i].serial));
         m_actions[i]->position = i;

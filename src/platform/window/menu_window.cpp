@@ -52,10 +52,11 @@ void placeMenuBar(WindowRecord& record) {
     if (bar == nullptr) return;
     const int width = record.widget->width();
     const int height = bar->actions().isEmpty() ? 0 : bar->heightForWidth(width);
-    if (!IsWindow(hWnd) || record.menuBar != bar) return;  // measuring may end it
+    const auto isGone = [&] { return !IsWindow(hWnd) || record.menuBar != bar; };
+    if (isGone()) return;  // measuring may end it
     bar->setGeometry(0, 0, width, height);
     bar->setVisible(height > 0);
-    setClientTop(record, height);
+    if (!isGone()) setClientTop(record, height);
 }
 
 void updateMenuBar(WindowRecord& record) {
