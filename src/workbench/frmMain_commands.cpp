@@ -258,7 +258,8 @@ void frmMain::toggleFilter() {
 
 void frmMain::editCurrentRow() {
     const std::int32_t row = fxGrid.Row();
-    if (row < 1) return;
+    // The number may be left over: keys move it in a list without rows, too.
+    if (row < 1 || row > fxGrid.Rows()) return;
     const Text sDefault(fxGrid.CellText(row, kDefaultColumn));
     const Text sTrans(fxGrid.CellText(row, kTranslationColumn));
     bool bCancel = false;

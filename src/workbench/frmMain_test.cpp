@@ -190,6 +190,18 @@ TEST_F(FrmMain, ConfirmsClearsOrLeavesATranslation) {
     EXPECT_NE(rows().find("=Dubbel"), std::string::npos) << rows();
 }
 
+TEST_F(FrmMain, HasNothingToEditInAListWithoutRows) {
+    start();
+    for (const bool columns : {false, true}) {
+        if (columns) window.grid().AddColumn({});
+        for (const int key : {platform::VK_PRIOR, platform::VK_NEXT, platform::VK_DOWN}) {
+            platform::test::pressKey(gridWindow(), key);
+            pressEnter();
+        }
+        EXPECT_EQ(dialogs.log(), "");
+    }
+}
+
 TEST_F(FrmMain, EnterThatIsHeldDownCountsOnce) {
     startWithPair();
     window.grid().Row(2);
