@@ -182,11 +182,11 @@ grep -q 'Niet te bewaren' dutch.lng || fail "the edits that were kept are not in
 awk 'BEGIN { for (i = 0; i < 450000; i++) printf "%x=a\r\n", i }' >large.lng
 : >empty.lng
 for ((attempt = 0, seen = 0; !seen; attempt++)); do
-    ((attempt < 20)) || fail "the waiting window was never seen"
+    ((attempt < 5)) || fail "the waiting window was never seen"
     "$quillmere" large.lng empty.lng 2>>"$work/errors" &
     program=$!
     started+=("$program")
-    for ((i = 0; i < 200 && !seen; i++)); do
+    for ((i = 0; i < 1500 && !seen; i++)); do
         visible 'Please wait' || continue
         kill -STOP "$program"
         if visible 'Please wait'; then seen=1; else break; fi # it may have been too late
