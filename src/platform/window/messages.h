@@ -30,7 +30,7 @@ enum : std::uint32_t {
     WM_MOUSEACTIVATE = 0x0021,  // before each press of a button; by default the parent is asked
     WM_DRAWITEM = 0x002B,       // these two: menu.h
     WM_MEASUREITEM = 0x002C,
-    WM_SETFONT = 0x0030,        // wParam: the font, 0 the stock font; lParam: 1 to draw anew
+    WM_SETFONT = 0x0030,      // wParam: the font, 0 the stock font; lParam: 1 to draw anew
     WM_CONTEXTMENU = 0x007B,  // lParam: the screen position, -1 by key
     WM_KEYDOWN = 0x0100,      // wParam: key code; lParam: bit 30 the key was down before
     WM_KEYUP = 0x0101,
