@@ -52,7 +52,7 @@ int clsCommandArgs::pvFindArg(TextView sName) const {
 }
 
 Text clsCommandArgs::GetValue(TextView sNomePar) const {
-    const Text name = withColon(sNomePar);
+    const Text name = Text(sNomePar) + u':';
     const int found = pvFindArg(name);
     if (found < 0) return {};
     Text value = m_oArgs[static_cast<std::size_t>(found) - 1];
