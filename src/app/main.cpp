@@ -1,5 +1,6 @@
 // quillmere [MAIN [TRANSLATED]]: the window program.
 #include "file/ufu_files.h"
+#include "platform/base/codepages.h"
 #include "platform/base/failure.h"
 #include "platform/window/application.h"
 #include "platform/window/resources.h"
@@ -10,6 +11,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 
@@ -27,15 +29,28 @@ constexpr const char* kHelp =
 void print(const std::string& text) { (void)std::fputs(text.c_str(), stdout); }
 
 constexpr int kFailed = 1;
-constexpr int kNoDisplay = 69;  // as sysexits.h has it: a service is not available
+// As sysexits.h has them: used wrongly, and a service is not available.
+constexpr int kWrongUsage = 64, kNoDisplay = 69;
 
 void complain(TextView sMessage) {
     (void)std::fputs(("quillmere: " + toUtf8(sMessage) + "\n").c_str(), stderr);
 }
 
+// The code page that was asked for and is none; empty when all is well. To go on with another one
+// would garble what is read and saved.
+std::string unknownCodePage() {
+    const char* const asked = std::getenv("QUILLMERE_CODE_PAGE");
+    const std::string page = asked != nullptr ? asked : "";
+    return page == std::to_string(platform::GetACP()) ? "" : page;
+}
+
 // The names of files are in the command line of the process; the window system has no switches
 // here.
 int run(char* program) {
+    if (const std::string page = unknownCodePage(); !page.empty()) {
+        complain(u"QUILLMERE_CODE_PAGE: '" + fromUtf8(page) + u"' is no known code page");
+        return kWrongUsage;
+    }
     if (const Text why = platform::Application::obstacle({}); !why.empty()) {
         complain(why);
         return kNoDisplay;
