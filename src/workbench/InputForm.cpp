@@ -15,6 +15,7 @@ bool isRepeatedEnter(std::uint32_t uMsg, platform::WPARAM wParam, platform::LPAR
 void InputForm::start() {
     (void)Timer1.TmrStart(*this, kDelay);
     bCancelled = false;
+    m_bAnswered = false;
 }
 
 void InputForm::UniTimerFired(std::uint32_t, std::int32_t) {
@@ -33,12 +34,14 @@ void InputForm::connectButtons() {
 void InputForm::confirm() {
     sResult = txtText.Text();
     bCancelled = false;
+    m_bAnswered = true;
     Hide();
 }
 
 void InputForm::cancel() {
     sResult.clear();
     bCancelled = true;
+    m_bAnswered = true;
     Hide();
 }
 

@@ -12,6 +12,10 @@ public:
     Text sResult;            // on leaving; empty when cancelled
     bool bCancelled = true;  // left without confirming
 
+    // Whether either button has ended it. A window that went in another way, as when its owner
+    // ends, has asked and got no answer.
+    [[nodiscard]] bool Answered() const { return m_bAnswered; }
+
 protected:
     InputForm() : Form(platform::WindowKind::Dialog) {}
 
@@ -32,6 +36,7 @@ private:
     void UniTimerFired(std::uint32_t elapsed, std::int32_t nID) override;
 
     cUniTimer Timer1;
+    bool m_bAnswered = false;
 };
 
 // Enter going down once more because it is held down.

@@ -190,6 +190,17 @@ TEST_F(FrmMain, ConfirmsClearsOrLeavesATranslation) {
     EXPECT_NE(rows().find("=Dubbel"), std::string::npos) << rows();
 }
 
+TEST_F(FrmMain, AnEditorThatGoesWithoutAnAnswerChangesNothing) {
+    startWithPair();
+    window.grid().Row(1);
+    for (const bool gone : {false, true}) {
+        answers.next([gone](Form& form) { gone ? (void)form.Unload() : form.Hide(); });
+        pressEnter();
+        EXPECT_EQ(rows(), kLoaded);
+        EXPECT_EQ(state(), "clean");
+    }
+}
+
 TEST_F(FrmMain, HasNothingToEditInAListWithoutRows) {
     start();
     for (const bool columns : {false, true}) {
@@ -413,7 +424,14 @@ TEST_F(FrmMain, SearchesInBothColumnsWithOneDialog) {
     (void)controlOf<ctlUniButtonXP>(find, u"btnCancel").accessibleAction();
     EXPECT_FALSE(find.Loaded());
     pick(mnuFindPhrase);
-    EXPECT_EQ(controlOf<ctlUniTextBoxXP>(find, u"txtText").SelText(), u"oPEN");
+    auto& txtText = controlOf<ctlUniTextBoxXP>(find, u"txtText");
+    EXPECT_EQ(txtText.SelText(), u"oPEN");
+    txtText.Change = [] { throw Failure(kOwnError, u"", u"no text"); };
+    dialogs.answerMessageBox(platform::IDOK);
+    pick(mnuFindTransPhrase);
+    EXPECT_TRUE(
+        dialogs.log().ends_with("style=0x0 title=\"Quillmere\" text=\"(80040001) - no text\"\n"))
+        << dialogs.log();
 }
 
 TEST_F(FrmMain, TheFilterShowsWhatNeedsWorkAndSavesByName) {

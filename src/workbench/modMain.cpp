@@ -9,6 +9,7 @@
 #include "workbench/frmInputBox.h"
 #include "workbench/frmInputTranslation.h"
 #include "workbench/logic/settingsRules.h"
+#include "workbench/product.h"
 
 #include <array>
 #include <cstdio>
@@ -47,24 +48,31 @@ Text messageOf(const std::exception_ptr& failure) {
     }
 }
 
-Text InputTranslation(HWND owner, TextView sDefaultText, TextView sTranslatedText, bool& bCancel) {
-    frmInputTranslation frm;
+namespace {
+
+// Loads the dialog, fills it, and gives what it was left with.
+template <class Dialog, class Fill>
+Text answerOf(Dialog& frm, HWND owner, Fill fill, bool& bCancel) {
     if (frm.Load(owner)) {
-        frm.InitMap(sDefaultText, sTranslatedText);
+        fill();
         frm.Show(true, owner);
     }
-    bCancel = frm.bCancelled;
+    bCancel = frm.bCancelled || !frm.Answered();
     return frm.sResult;
+}
+
+}  // namespace
+
+Text InputTranslation(HWND owner, TextView sDefaultText, TextView sTranslatedText, bool& bCancel) {
+    frmInputTranslation frm;
+    return answerOf(
+        frm, owner, [&] { frm.InitMap(sDefaultText, sTranslatedText); }, bCancel);
 }
 
 Text UniInputBox(HWND owner, TextView Prompt, TextView Title, TextView Default, bool& bCancel) {
     frmInputBox frm;
-    if (frm.Load(owner)) {
-        frm.InitMap(Prompt, Title, Default);
-        frm.Show(true, owner);
-    }
-    bCancel = frm.bCancelled;
-    return frm.sResult;
+    return answerOf(
+        frm, owner, [&] { frm.InitMap(Prompt, Title, Default); }, bCancel);
 }
 
 void ShowFindDialog(frmFindReplace& frmFind, HWND owner, FindMode iMode, TextView sLast) {
@@ -76,7 +84,7 @@ void ShowFindDialog(frmFindReplace& frmFind, HWND owner, FindMode iMode, TextVie
         std::array<char, 16> number;
         (void)std::snprintf(number.data(), number.size(), "(%X) - ",
                             static_cast<unsigned>(failure.number));
-        (void)platform::MessageBoxW(owner, fromUtf8(number.data()) + failure.message, {},
+        (void)platform::MessageBoxW(owner, fromUtf8(number.data()) + failure.message, kProductName,
                                     platform::MB_OK);
     }
 }
