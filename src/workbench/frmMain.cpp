@@ -68,6 +68,11 @@ void frmMain::onQueryUnload(bool& bCancel, UnloadReason) {
 }
 
 void frmMain::onUnload(bool& bCancel) {
+    // Whatever fails here, the window can be asked to close again.
+    struct Running {
+        frmMain& frm;
+        ~Running() { frm.m_bRunning = frm.m_bCloseLater = false; }
+    } const running{*this};
     m_bRunning = true;
     pvAskSaveChanges(bCancel);
     if (!bCancel) ctlUTF8Menu1.Detach();
@@ -77,8 +82,6 @@ void frmMain::onUnload(bool& bCancel) {
     }
     SaveIntSetting(kEmptyTransKey, chkSaveEmptyVal.Value());
     (void)m_frmFindReplace.Unload();
-    m_bRunning = false;
-    m_bCloseLater = false;
 }
 
 void frmMain::onDestroy() { Closed(); }

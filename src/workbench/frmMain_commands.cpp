@@ -164,12 +164,17 @@ void frmMain::pvLoadFiles() {
 
 bool frmMain::pvSaveFiles() {
     const std::int32_t lRow = fxGrid.Row();
-    const bool saved =
-        guarded([this] { saveTranslation(fxGrid, m_sFileOut, chkSaveEmptyVal.Pressed(), *this); },
-                [this](const Text& sMessage) { showFailure(sMessage); });
+    const auto show = [this](const Text& sMessage) { showFailure(sMessage); };
+    const bool saved = guarded(
+        [this] {
+            // The box keeps a name that was refused for the pair: it may be that of the main file.
+            requireTwoFiles(m_sFileIn, m_sFileOut);
+            saveTranslation(fxGrid, m_sFileOut, chkSaveEmptyVal.Pressed(), *this);
+        },
+        show);
     if (!saved) return false;
     pvLoadFiles();
-    fxGrid.Row(lRow);
+    (void)guarded([&] { fxGrid.Row(lRow); }, show);
     return true;
 }
 

@@ -120,6 +120,27 @@ TEST_F(FrmMain, SaysWhatIsWrongWithAPairAndStaysUsable) {
     EXPECT_EQ(dialogs.log().find("UNANSWERED"), std::string::npos) << dialogs.log();
 }
 
+TEST_F(FrmMain, NeverSavesOverTheMainFile) {
+    startWithPair();
+    const std::string main = dir.read("main.lng");
+    edit(2, u"Openen");
+    dialogs.answerMessageBox(IDNO);
+    dialogs.answerFile(dir.inside("main.lng"));
+    dialogs.answerMessageBox(platform::IDOK);
+    pick(mnuOpenTranslatedFile);
+    dialogs.answerMessageBox(platform::IDOK);
+    pick(mnuSave);
+    EXPECT_EQ(state(), "dirty save");
+    EXPECT_TRUE(dialogs.log().ends_with(errorBox("Please choose two different files")));
+    for (const int button : {IDYES, platform::IDOK, platform::IDOK}) {
+        dialogs.answerMessageBox(button);
+    }
+    pick(mnuExit);
+    EXPECT_FALSE(window.Loaded());
+    EXPECT_NE(dialogs.log().find("They have been kept"), std::string::npos) << dialogs.log();
+    EXPECT_EQ(dir.read("main.lng"), main);
+}
+
 // ---- Editing
 
 TEST_F(FrmMain, EditsByEnterFillsDuplicatesAndSaves) {
@@ -318,6 +339,20 @@ TEST_F(FrmMain, KeepsWhatCannotBeSavedAsEdits) {
               "{\"section\":\"Menu\",\"key\":\"Open\",\"translation\":\"Openen\"}\n"
               "{\"section\":\"Menu\",\"key\":\"Open2\",\"translation\":\"Openen\"}\n");
     EXPECT_EQ(dialogs.log().find("UNANSWERED"), std::string::npos);
+}
+
+TEST_F(FrmMain, ClosesAfterAFailureBehindTheSave) {
+    startWithPair();
+    edit(2, u"Openen");
+    window.grid().SelectionChange = [&] {
+        if (window.grid().Row() == 2) throw Failure(kOwnError, u"", u"no selection");
+    };
+    dialogs.answerMessageBox(IDYES);
+    dialogs.answerMessageBox(platform::IDOK);
+    pick(mnuExit);
+    EXPECT_FALSE(window.Loaded());
+    EXPECT_TRUE(dialogs.log().ends_with(errorBox("no selection"))) << dialogs.log();
+    EXPECT_NE(dir.read("trans.lng").find("Open=Openen"), std::string::npos);
 }
 
 TEST_F(FrmMain, ClosesAfterTheLoadThatItWasAskedToCloseIn) {
