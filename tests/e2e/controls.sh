@@ -6,25 +6,9 @@ set -euo pipefail
 source "$(dirname -- "$(readlink -f -- "$0")")/display.sh"
 start_display
 
-: >"$work/log"
-"$1" --log >>"$work/log" 2>"$work/errors" &
-started+=($!)
-program=$!
-window=$(xdotool search --sync --onlyvisible --name ' - Quillmere gallery$' | head -n 1)
-xdotool windowactivate --sync "$window"
+start_program "$1" --log
+bring_to_front ' - Quillmere gallery$'
 
-# From each step on, what the program has said since the step before.
-said=0
-step() { said=$(wc -l <"$work/log"); }
-since() { tail -n +$((said + 1)) "$work/log"; }
-heard() { since | grep -qxF -- "$1"; }
-# place NAME: sets x and y to where the program says that it is.
-place() {
-    local line
-    line=$(grep "^at [0-9]*,[0-9]* $1\$" "$work/log" | tail -n 1) || fail "no place of $1 was told"
-    [[ $line =~ ^at\ ([0-9]+),([0-9]+) ]]
-    x=${BASH_REMATCH[1]} y=${BASH_REMATCH[2]}
-}
 at() {
     place "$1"
     xdotool mousemove --window "$window" "$((x + ${2:-0}))" "$y"
@@ -33,14 +17,6 @@ click() {
     at "$1"
     sleep 0.6 # or this would be a double click with the last one
     xdotool click 1
-}
-# press KEY...: the keys, each when the one before has been handled by the program.
-press() {
-    local key
-    for key in "$@"; do
-        xdotool key "$key"
-        sleep 0.05
-    done
 }
 # says LINE: waits for the line.
 says() {

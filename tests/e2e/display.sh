@@ -52,3 +52,46 @@ await() {
     done
     fail "$what did not come"
 }
+
+# start_program PROGRAM ARGUMENT...: what it says goes into $work/log; sets `program`.
+start_program() {
+    : >"$work/log"
+    "$@" >>"$work/log" 2>"$work/errors" &
+    program=$!
+    started+=("$program")
+}
+ended() { ! kill -0 "$program" 2>/dev/null; }
+
+# bring_to_front TITLE: waits for the window with a title that matches; sets `window`.
+bring_to_front() {
+    window=$(xdotool search --sync --onlyvisible --name "$1" | head -n 1)
+    xdotool windowactivate --sync "$window"
+}
+has_focus() { [[ $(xdotool getwindowfocus 2>/dev/null) == "$1" && $(xdotool getactivewindow 2>/dev/null) == "$1" ]]; }
+
+# From each step on, what the program has said since the step before.
+said=0
+step() { said=$(wc -l <"$work/log"); }
+since() { tail -n +$((said + 1)) "$work/log"; }
+heard() { since | grep -qxF -- "$1"; }
+
+# place NAME: sets x and y to where the program says that it is.
+place() {
+    local line
+    line=$(grep "^at [0-9]*,[0-9]* $1\$" "$work/log" | tail -n 1) || fail "no place of $1 was told"
+    [[ $line =~ ^at\ ([0-9]+),([0-9]+) ]]
+    x=${BASH_REMATCH[1]} y=${BASH_REMATCH[2]}
+}
+# press KEY...: the keys, each when the one before has been handled by the program.
+press() {
+    local key
+    for key in "$@"; do
+        xdotool key "$key"
+        sleep 0.05
+    done
+}
+# color X Y: the colour on the screen at a point of the window, as #RRGGBB.
+color() {
+    import -silent -window "$window" -crop "1x1+$1+$2" -depth 8 txt:- | grep -o '#[0-9A-F]\{6\}'
+}
+has_color() { [[ $(color "$1" "$2") == "$3" ]]; }

@@ -11,21 +11,11 @@ mkdir "$work/files"
 cd "$work/files"
 touch english.lng dutch.lng
 
-: >"$work/log"
-"$1" --log >>"$work/log" 2>"$work/errors" &
-started+=($!)
-program=$!
+start_program "$1" --log
 
 said() { grep -qxF -- "$1" "$work/log"; }
 # said_times COUNT LINE
 said_times() { (($(grep -cxF -- "$2" "$work/log") >= $1)); }
-# place NAME: sets x and y to where the program says that it is.
-place() {
-    local line
-    line=$(grep "^at [0-9]*,[0-9]* $1\$" "$work/log" | tail -n 1) || fail "no place of $1 was told"
-    [[ $line =~ ^at\ ([0-9]+),([0-9]+) ]]
-    x=${BASH_REMATCH[1]} y=${BASH_REMATCH[2]}
-}
 click() {
     place "$1"
     xdotool mousemove --window "$window" "$x" "$y" click 1
@@ -33,8 +23,6 @@ click() {
 # visible TITLE: sets `found` to the window whose title begins so, when there is one.
 visible() { found=$(xdotool search --onlyvisible --name "^$1" 2>/dev/null | head -n 1) && [[ -n $found ]]; }
 gone() { ! visible "$1"; }
-has_focus() { [[ $(xdotool getwindowfocus 2>/dev/null) == "$1" && $(xdotool getactivewindow 2>/dev/null) == "$1" ]]; }
-ended() { ! kill -0 "$program" 2>/dev/null; }
 
 await "the first page" said "page Button faces on light"
 await "the window" visible "Button faces on light - Quillmere gallery"

@@ -5,12 +5,8 @@ set -euo pipefail
 source "$(dirname -- "$(readlink -f -- "$0")")/display.sh"
 start_display
 
-: >"$work/log"
-"$1" >>"$work/log" 2>"$work/errors" &
-started+=($!)
-program=$!
-window=$(xdotool search --sync --onlyvisible --name '^Grid$' | head -n 1)
-xdotool windowactivate --sync "$window"
+start_program "$@"
+bring_to_front '^Grid$'
 
 # is WHAT PATTERN: the last thing that the grid has said comes to match.
 last_matches() { tail -n 1 "$work/log" | grep -qE -- "$1"; }

@@ -5,37 +5,16 @@ set -euo pipefail
 source "$(dirname -- "$(readlink -f -- "$0")")/display.sh"
 start_display
 
-: >"$work/log"
-"$1" >>"$work/log" 2>"$work/errors" &
-started+=($!)
-program=$!
+start_program "$@"
 await "the window" grep -q '^ready$' "$work/log"
-window=$(xdotool search --sync --onlyvisible --name '^Menus' | head -n 1)
-xdotool windowactivate --sync "$window"
+bring_to_front '^Menus'
 await "the focus" grep -q '^child has the focus' "$work/log"
 
-# From each step on, what the program has said since the step before.
-said=0
-step() { said=$(wc -l <"$work/log"); }
-since() { tail -n +$((said + 1)) "$work/log"; }
-heard() { since | grep -qxF -- "$1"; }
 # on CAPTION: the selector is there now.
 on() { [[ $(since | grep '^on ' | tail -n 1) == "on $1" ]]; }
-closed() { ! kill -0 "$program" 2>/dev/null; }
-# color X Y: the colour on the screen at a point of the window.
-color() { import -silent -window "$window" -crop "1x1+$1+$2" -depth 8 txt:- | grep -o '#[0-9A-F]\{6\}'; }
-has_color() { [[ $(color "$1" "$2") == "$3" ]]; }
 at() { xdotool mousemove --window "$window" "$1" "$2"; }
 # windows COUNT: so many windows of the program show, the main one included.
 windows() { [[ $(xdotool search --onlyvisible --pid "$program" 2>/dev/null | wc -l) == "$1" ]]; }
-# press KEY...: the keys, each when the one before has been handled by the program.
-press() {
-    local key
-    for key in "$@"; do
-        xdotool key "$key"
-        sleep 0.05
-    done
-}
 
 await "the client area below the bar" has_color 30 65 '#0000FF'
 
@@ -128,7 +107,7 @@ at 30 65
 xdotool click 1
 await "a press" heard 'child pressed at 10,15'
 press alt+f x
-await "the end" closed
+await "the end" ended
 wait "$program" && status=0 || status=$?
 [[ $status == 3 ]] || { cat "$work/errors" >&2; fail "the program ended with $status"; }
 heard 'command 13' || fail "Exit was not picked"

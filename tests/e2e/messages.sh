@@ -5,20 +5,10 @@ set -euo pipefail
 source "$(dirname -- "$(readlink -f -- "$0")")/display.sh"
 start_display
 
-: >"$work/log"
-"$1" >>"$work/log" 2>"$work/errors" &
-started+=($!)
-program=$!
+start_program "$@"
 await "the window" grep -q '^ready$' "$work/log"
-window=$(xdotool search --sync --onlyvisible --name '^Messages' | head -n 1)
-xdotool windowactivate --sync "$window"
+bring_to_front '^Messages'
 await "the focus" grep -q '^child: WM_SETFOCUS' "$work/log"
-
-# color X Y: the colour on the screen at a point of the window, as #RRGGBB.
-color() {
-    import -silent -window "$window" -crop "1x1+$1+$2" -depth 8 txt:- | grep -o '#[0-9A-F]\{6\}'
-}
-has_color() { [[ $(color "$1" "$2") == "$3" ]]; }
 
 # says WHAT LINE...: what the program has said since the last time, these lines exactly.
 said=$(wc -l <"$work/log")
@@ -38,7 +28,6 @@ says() {
     cat "$work/errors" >&2
     fail "$what"
 }
-closed() { ! kill -0 "$program" 2>/dev/null; }
 at() { xdotool mousemove --window "$window" "$1" "$2"; }
 
 await "the picture of the window" has_color 5 5 '#C8E6C8'
@@ -120,7 +109,7 @@ xdotool windowsize "$window" 400 250
 says "another size" 'main: WM_SIZE 0 400,250'
 await "the picture in that size" has_color 395 245 '#C8E6C8'
 xdotool key alt+F4
-await "the end" closed
+await "the end" ended
 wait "$program" && status=0 || status=$?
 [[ $status == 3 ]] || cat "$work/errors" >&2
 [[ $status == 3 ]] || fail "the program ended with $status, not with the code of PostQuitMessage"

@@ -15,8 +15,6 @@ cd "$work/files"
 # visible TITLE: sets `found` to the window with exactly that title, when there is one.
 visible() { found=$(xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | head -n 1) && [[ -n $found ]]; }
 gone() { ! visible "$1"; }
-has_focus() { [[ $(xdotool getwindowfocus 2>/dev/null) == "$1" && $(xdotool getactivewindow 2>/dev/null) == "$1" ]]; }
-ended() { ! kill -0 "$program" 2>/dev/null; }
 # comes TITLE: waits for a window and its focus; sets `found`.
 comes() {
     await "the window \"$1\"" visible "$1"
