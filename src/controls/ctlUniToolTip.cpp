@@ -61,15 +61,17 @@ void ctlUniToolTip::endTips() {
 
 void ctlUniToolTip::pvSetCaption(const Text& sTip) { lblTip.Caption(trimmed(sTip) + u' '); }
 
+bool ctlUniToolTip::endsTip(const Text& sTip, const std::optional<Text>& sTag) {
+    if (sTag) m_sTag = *sTag;
+    if (!trimmed(sTip).empty()) return false;
+    HideTip();
+    m_sTip = sTip;
+    return true;
+}
+
 void ctlUniToolTip::SetTip(const Text& sTip, std::int32_t lMaxWidth,
                            const std::optional<Text>& sTag) {
-    if (m_bUnloading) return;
-    if (sTag) m_sTag = *sTag;
-    if (trimmed(sTip).empty()) {
-        HideTip();
-        m_sTip = sTip;
-        return;
-    }
+    if (m_bUnloading || endsTip(sTip, sTag)) return;
     const bool same = sTip == m_sTip && cursor() == m_tCursor;
     if (same && !tipService().m_bPersistentTip) return;
     if (!same && TipIsVisible()) HideTip();
@@ -86,13 +88,7 @@ void ctlUniToolTip::SetTip(const Text& sTip, std::int32_t lMaxWidth,
 
 void ctlUniToolTip::UpdateTip(const Text& sTip, std::int32_t lMaxWidth,
                               const std::optional<Text>& sTag) {
-    if (m_bUnloading) return;
-    if (sTag) m_sTag = *sTag;
-    if (trimmed(sTip).empty()) {
-        HideTip();
-        m_sTip = sTip;
-        return;
-    }
+    if (m_bUnloading || endsTip(sTip, sTag)) return;
     pvSetCaption(sTip);
     m_sTip = sTip;
     m_lMaxWidth = lMaxWidth;

@@ -47,6 +47,8 @@ private:
     void UniTimerFired(std::uint32_t elapsed, std::int32_t nID) override;
     void pvActivateFired();
     void pvHideFired();
+    // Takes the tag; a tip of blanks hides the window and ends there: true.
+    bool endsTip(const Text& sTip, const std::optional<Text>& sTag);
     void pvSetCaption(const Text& sTip);
     void pvMeasure();
     void pvPlace();
