@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
-#include <cstdlib>
 
 namespace {
 
@@ -36,19 +35,12 @@ void complain(TextView sMessage) {
     (void)std::fputs(("quillmere: " + toUtf8(sMessage) + "\n").c_str(), stderr);
 }
 
-// The code page that was asked for and is none; empty when all is well. To go on with another one
-// would garble what is read and saved.
-std::string unknownCodePage() {
-    const char* const asked = std::getenv("QUILLMERE_CODE_PAGE");
-    const std::string page = asked != nullptr ? asked : "";
-    return page == std::to_string(platform::GetACP()) ? "" : page;
-}
-
 // The names of files are in the command line of the process; the window system has no switches
 // here.
 int run(char* program) {
-    if (const std::string page = unknownCodePage(); !page.empty()) {
-        complain(u"QUILLMERE_CODE_PAGE: '" + fromUtf8(page) + u"' is no known code page");
+    if (const std::string page = platform::unusableCodePageVariable(); !page.empty()) {
+        complain(fromUtf8(platform::kCodePageVariable + (": '" + page)) +
+                 u"' is no known code page");
         return kWrongUsage;
     }
     if (const Text why = platform::Application::obstacle({}); !why.empty()) {

@@ -1,15 +1,12 @@
 #include "cli/commandLine.h"
 
 #include "cli/commands.h"
-#include "langfile/foldedText.h"
 #include "platform/base/codepages.h"
 #include "platform/base/paths.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
-#include <charconv>
-#include <cstdlib>
 #include <unistd.h>
 
 namespace cli {
@@ -30,24 +27,18 @@ struct Arguments {
     }
 };
 
-void setCodePage(const std::string& source, const std::string& page) {
-    std::uint32_t number = 0;
-    const char* const end = page.data() + page.size();
-    const auto [stop, error] = std::from_chars(page.data(), end, number);
-    if (error != std::errc() || stop != end || !platform::setAnsiCodePage(number)) {
-        throw WrongUsage{source + ": '" + page + "' is no known code page"};
-    }
-}
-
 // A page that was asked for and is not known would garble what is read and saved, so it is refused
 // from wherever it comes. The option overrides the environment.
 void chooseCodePage(const std::optional<std::string>& option) {
-    constexpr const char* kVariable = "QUILLMERE_CODE_PAGE";
-    const char* const variable = std::getenv(kVariable);
+    const auto refuse = [](const std::string& source, const std::string& page) {
+        throw WrongUsage{source + ": '" + page + "' is no known code page"};
+    };
     if (option) {
-        setCodePage("--code-page", *option);
-    } else if (variable != nullptr && *variable != '\0') {
-        setCodePage(kVariable, variable);
+        const auto page = platform::codePageNumbered(*option);
+        if (!page) refuse("--code-page", *option);
+        platform::setAnsiCodePage(page);
+    } else if (const auto page = platform::unusableCodePageVariable(); !page.empty()) {
+        refuse(platform::kCodePageVariable, page);
     }
 }
 
@@ -58,13 +49,6 @@ std::optional<Percent> failUnder(const Arguments& arguments) {
         throw WrongUsage{"--fail-under: '" + *arguments.failUnder + "' is no percentage"};
     }
     return percent;
-}
-
-// A name that is typed, not a path: blanks at its ends do not count.
-Text enteredName(std::string_view name) {
-    while (name.starts_with(' ')) name.remove_prefix(1);
-    while (name.ends_with(' ')) name.remove_suffix(1);
-    return platform::pathFromSystem(name);
 }
 
 using Command = std::function<ExitCode(Output&)>;
@@ -133,7 +117,8 @@ void describe(CLI::App& app, Arguments& arguments, Command& chosen) {
     keepEmpty(sub);
 
     sub = command("new", "Make a new translation file beside the main file", [&a](Output&) {
-        return newFile({platform::pathFromSystem(a.mainFile), enteredName(a.name), a.copy});
+        return newFile(
+            {platform::pathFromSystem(a.mainFile), platform::pathFromSystem(a.name), a.copy});
     });
     sub->add_option("NAME", a.name, "Directory and extension are those of MAIN")
         ->required()

@@ -52,7 +52,7 @@ ExitCode merge(const MergeOptions& options);
 
 struct NewOptions {
     Text sMainFile;
-    Text sName;  // as entered; its directory and extension do not count
+    Text sName;  // as entered; blanks at its ends, directory and extension do not count
     bool copy = false;
 };
 ExitCode newFile(const NewOptions& options);

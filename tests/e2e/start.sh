@@ -20,7 +20,9 @@ answers 0 '^quillmere \[MAIN \[TRANSLATED\]\]$' --help
 answers 0 '^quillmere [0-9]+\.[0-9]+\.[0-9]+$' main.lng --version
 answers 69 '^quillmere: There is no display .*neither DISPLAY nor WAYLAND_DISPLAY' main.lng
 DISPLAY=:9999 answers 69 '^quillmere: The display :9999 cannot be used'
-QUILLMERE_CODE_PAGE=1251 answers 69 '^quillmere: There is no display'
+for page in 1251 01252 ''; do
+    QUILLMERE_CODE_PAGE=$page answers 69 '^quillmere: There is no display'
+done
 for page in 9 1251x utf-8; do
     QUILLMERE_CODE_PAGE=$page answers 64 "^quillmere: QUILLMERE_CODE_PAGE: '$page' is no known code page$"
     QUILLMERE_CODE_PAGE=$page answers 0 '^quillmere \[MAIN' --help

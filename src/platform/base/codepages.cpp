@@ -85,17 +85,13 @@ bool isOneOf(std::string_view part, std::initializer_list<std::string_view> name
     return std::find(names.begin(), names.end(), part) != names.end();
 }
 
-std::optional<std::uint32_t> pageNumber(const char* text) {
-    if (text == nullptr) return std::nullopt;
-    const std::string_view digits = text;
-    std::uint32_t page = 0;
-    const auto [end, error] = std::from_chars(digits.begin(), digits.end(), page);
-    if (error != std::errc() || end != digits.end() || !codePageKnown(page)) return std::nullopt;
-    return page;
+std::string_view pageVariable() {
+    const char* const value = std::getenv(kCodePageVariable);
+    return value != nullptr ? value : "";
 }
 
 std::uint32_t pageOfEnvironment() {
-    const auto named = pageNumber(std::getenv("QUILLMERE_CODE_PAGE"));
+    const auto named = codePageNumbered(pageVariable());
     return named ? *named : codePageOfLocale(internal::userLocale("LC_CTYPE"));
 }
 
@@ -270,7 +266,19 @@ bool setAnsiCodePage(std::optional<std::uint32_t> page) {
     return true;
 }
 
+std::string unusableCodePageVariable() {
+    const std::string_view value = pageVariable();
+    return codePageNumbered(value) ? std::string() : std::string(value);
+}
+
 bool codePageKnown(std::uint32_t page) { return indexOf(page) != kPageCount; }
+
+std::optional<std::uint32_t> codePageNumbered(std::string_view digits) {
+    std::uint32_t page = 0;
+    const auto [end, error] = std::from_chars(digits.begin(), digits.end(), page);
+    if (error != std::errc() || end != digits.end() || !codePageKnown(page)) return std::nullopt;
+    return page;
+}
 
 std::uint32_t codePageOfLocale(std::string_view locale) {
     // language[_territory or script]...[.charset][@modifier]

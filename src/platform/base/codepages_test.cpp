@@ -150,16 +150,23 @@ TEST(codepages, ThePageGoesWithTheLanguage) {
 TEST(codepages, AnOverrideGoesBeforeTheEnvironmentAndThatBeforeTheLanguage) {
     const test::HookScope hooks;
     test::setLocale("ru_RU.UTF-8");
-    ::unsetenv("QUILLMERE_CODE_PAGE");
+    ::unsetenv(kCodePageVariable);
     EXPECT_EQ(GetACP(), 1251u);
     EXPECT_TRUE(setAnsiCodePage(932));
     EXPECT_FALSE(setAnsiCodePage(65001));
     EXPECT_EQ(GetACP(), 932u);
-    for (const auto& [value, page] :
-         {std::pair{"950", 950u}, {"12", 1251u}, {"950x", 1251u}, {"", 1251u}}) {
-        ::setenv("QUILLMERE_CODE_PAGE", value, 1);
+    const struct {
+        const char* value;
+        std::uint32_t page;
+        bool usable;
+    } kCases[] = {{"950", 950, true},  {"00950", 950, true},  {"", 1251, true},
+                  {"12", 1251, false}, {"950x", 1251, false}, {" 950", 1251, false}};
+    for (const auto& c : kCases) {
+        ::setenv(kCodePageVariable, c.value, 1);
         EXPECT_TRUE(setAnsiCodePage(std::nullopt));
-        EXPECT_EQ(GetACP(), page) << value;
+        EXPECT_EQ(GetACP(), c.page) << c.value;
+        EXPECT_EQ(unusableCodePageVariable(), c.usable ? "" : c.value);
     }
-    ::unsetenv("QUILLMERE_CODE_PAGE");
+    ::unsetenv(kCodePageVariable);
+    EXPECT_EQ(unusableCodePageVariable(), "");
 }
