@@ -2,6 +2,7 @@
 
 #include "platform/base/paths.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <ctime>

@@ -1,5 +1,7 @@
 #include "platform/base/json.h"
 
+#include "platform/base/utf8.h"
+
 #include <array>
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -8,11 +10,11 @@
 namespace platform {
 namespace {
 
+using namespace internal;
+
 constexpr std::size_t kBlock = 8;          // units looked at together
 constexpr std::size_t kLongestEscape = 6;  // bytes of \u001f
 
-bool isHigh(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
-bool isLow(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
 bool isSurrogate(char16_t unit) { return (unit & 0xF800) == 0xD800; }
 
 char* putEscape(char* to, char16_t unit) {
@@ -24,23 +26,7 @@ char* putEscape(char* to, char16_t unit) {
 }
 
 char* putUtf8(char* to, char32_t c) {
-    if (c < 0x80) {
-        *to++ = static_cast<char>(c);
-        return to;
-    }
-    if (c < 0x800) {
-        *to++ = static_cast<char>(0xC0 | (c >> 6));
-    } else {
-        if (c < 0x10000) {
-            *to++ = static_cast<char>(0xE0 | (c >> 12));
-        } else {
-            *to++ = static_cast<char>(0xF0 | (c >> 18));
-            *to++ = static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-        }
-        *to++ = static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-    }
-    *to++ = static_cast<char>(0x80 | (c & 0x3F));
-    return to;
+    return reinterpret_cast<char*>(encodeUtf8(c, reinterpret_cast<std::uint8_t*>(to)));
 }
 
 // The letter behind the backslash for a unit that JSON has a short escape for, else 0.
@@ -91,9 +77,8 @@ template <bool json> char* putAscii(char* to, TextView& s) {
 // The first unit of s, or the first two when they are a pair.
 template <bool json> char* putUnit(char* to, TextView& s) {
     const char16_t unit = s.front();
-    if (isHigh(unit) && s.size() > 1 && isLow(s[1])) {
-        const char32_t pair = 0x10000 + ((static_cast<char32_t>(unit) & 0x3FF) << 10) +
-                              (static_cast<char32_t>(s[1]) & 0x3FF);
+    if (isHighSurrogate(unit) && s.size() > 1 && isLowSurrogate(s[1])) {
+        const char32_t pair = joinSurrogates(unit, s[1]);
         s.remove_prefix(2);
         return putUtf8(to, pair);
     }
@@ -119,7 +104,7 @@ template <bool json> std::size_t putUnits(TextView& s, std::span<char> room) {
         const std::size_t left = static_cast<std::size_t>(end - to) / kLongestEscape;
         if (left < 2) break;
         TextView part = s.substr(0, left - 1);
-        if (part.size() < s.size() && isHigh(part.back())) part.remove_suffix(1);
+        if (part.size() < s.size() && isHighSurrogate(part.back())) part.remove_suffix(1);
         if (part.empty()) break;
         s.remove_prefix(part.size());
         while (!part.empty()) {
