@@ -3,6 +3,7 @@
 #include "controls/ctlUniLabel.h"
 #include "grid/ctlUniGrid.h"
 #include "platform/base/failure.h"
+#include "platform/base/numbers.h"
 #include "platform/window/dialogs.h"
 #include "platform/window/settings.h"
 #include "workbench/frmFindReplace.h"
@@ -18,8 +19,8 @@ Text g_sFindPhrase;
 Text g_sFindTranslation;
 
 std::int32_t GetIntSetting(TextView sKey, std::int32_t lDefault) {
-    return numberAtStart(platform::GetSetting(kSettingsApplication, kSettingsSection, sKey,
-                                              fromUtf8(std::to_string(lDefault))));
+    return platform::leadingNumber(platform::GetSetting(kSettingsApplication, kSettingsSection,
+                                                        sKey, fromUtf8(std::to_string(lDefault))));
 }
 
 void SaveIntSetting(TextView sKey, std::int32_t lValue) {

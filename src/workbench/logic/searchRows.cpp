@@ -2,8 +2,8 @@
 
 #include "langfile/foldedText.h"
 #include "platform/base/casemap.h"
+#include "platform/base/numbers.h"
 #include "workbench/logic/columns.h"
-#include "workbench/logic/numberAtStart.h"
 
 #include <algorithm>
 
@@ -45,9 +45,9 @@ std::int32_t nextWithText(const GridData& fxGrid, FindMode mode, TextView s) {
 
 std::int32_t rowOfNumber(const GridData& fxGrid, TextView sEntered) {
     if (trimBlanks(sEntered).empty()) return -1;
-    const std::int32_t target = numberAtStart(sEntered);
+    const std::int32_t target = platform::leadingNumber(sEntered);
     for (std::int32_t i = 1; i <= fxGrid.Rows(); ++i) {
-        if (numberAtStart(fxGrid.CellText(i, kRowColumn)) == target) return i;
+        if (platform::leadingNumber(fxGrid.CellText(i, kRowColumn)) == target) return i;
     }
     return -1;
 }

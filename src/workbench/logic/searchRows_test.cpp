@@ -10,45 +10,11 @@
 
 namespace {
 
-TEST(numberAtStart, TakesTheNumberAndRoundsHalvesToEven) {
-    const struct {
-        Text text;
-        std::int32_t number;
-    } kCases[] = {
-        {u"", 0},
-        {u"abc", 0},
-        {u"12abc", 12},
-        {u"  7", 7},
-        {u"\t7", 0},
-        {u"-3", -3},
-        {u"+3", 3},
-        {u"- 3", 0},
-        {u"2.5", 2},
-        {u"3.5", 4},
-        {u"2.50001", 3},
-        {u"2.4999999999999999999", 2},
-        {u"-2.5", -2},
-        {u".5", 0},
-        {u".51", 1},
-        {u"1.5.5", 2},
-        {u"1e3", 1},
-        {u"2147483647", 2147483647},
-        {u"1,5", 1},
-        {u"2147483648", 2147483647},
-        {u"-99999999999999999999999", -2147483647 - 1},
-    };
-    for (const auto& c : kCases) EXPECT_EQ(numberAtStart(c.text), c.number) << toUtf8(c.text);
-}
-
 TEST(settingsRules, NarrowColumnsAreTenPixelsAndOnlyOneMeansOn) {
-    EXPECT_EQ(columnWidthSetting(numberAtStart(u"3")), 10);
-    EXPECT_EQ(columnWidthSetting(numberAtStart(u"wide")), 10);
-    EXPECT_EQ(columnWidthSetting(numberAtStart(u"-400")), 10);
-    EXPECT_EQ(columnWidthSetting(numberAtStart(u"11")), 11);
+    for (const std::int32_t lStored : {-400, 0, 9, 10}) EXPECT_EQ(columnWidthSetting(lStored), 10);
+    EXPECT_EQ(columnWidthSetting(11), 11);
     EXPECT_TRUE(emptyTransSetting(1));
-    EXPECT_FALSE(emptyTransSetting(0));
-    EXPECT_FALSE(emptyTransSetting(-1));
-    EXPECT_FALSE(emptyTransSetting(2));
+    for (const std::int32_t lStored : {0, -1, 2}) EXPECT_FALSE(emptyTransSetting(lStored));
 }
 
 std::string parsed(TextView sCommand) {

@@ -1,6 +1,6 @@
 // workbench/logic/settingsRules.h: what the stored settings may say. Texts are as stored.
 #pragma once
-#include "workbench/logic/numberAtStart.h"
+#include "platform/base/text.h"
 
 constexpr TextView kSettingsApplication = u"Quillmere";
 constexpr TextView kSettingsSection = u"Settings";
