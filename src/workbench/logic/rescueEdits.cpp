@@ -1,5 +1,6 @@
 #include "workbench/logic/rescueEdits.h"
 
+#include "file/clsUniFile.h"
 #include "file/ufu_files.h"
 #include "file/ufu_paths.h"
 #include "platform/base/files.h"
@@ -24,26 +25,15 @@ void appendEdit(const GridData& fxGrid, std::int32_t iRow, std::string& edits) {
 }
 
 // A name that is free at the moment of asking is still not overwritten.
-platform::FileHandle createNew(TextView sStem, Text& sFile) {
+bool openNew(clsUniFile& file, TextView sStem, Text& sFile) {
     for (int n = 1; n <= kMostNames; ++n) {
         sFile = Text(sStem) + (n == 1 ? u"" : u"-" + fromUtf8(std::to_string(n))) + u".jsonl";
-        const platform::FileHandle file =
-            platform::CreateFileW(sFile, platform::GENERIC_WRITE, 0, platform::CREATE_NEW, 0);
-        if (file != platform::INVALID_HANDLE_VALUE) return file;
+        if (file.OpenFileGeneric(sFile, platform::GENERIC_WRITE, platform::CREATE_NEW, 0, 0)) {
+            return true;
+        }
         if (!ufu_FileExist(sFile)) break;
     }
-    return platform::INVALID_HANDLE_VALUE;
-}
-
-bool writeAll(platform::FileHandle file, std::string_view bytes) {
-    constexpr std::size_t kRequest = std::size_t{1} << 30;
-    while (!bytes.empty()) {
-        const auto count = static_cast<std::uint32_t>(std::min(bytes.size(), kRequest));
-        std::uint32_t done = 0;
-        if (!platform::WriteFile(file, bytes.data(), count, done) || done != count) return false;
-        bytes.remove_prefix(count);
-    }
-    return platform::FlushFileBuffers(file);
+    return false;
 }
 
 }  // namespace
@@ -68,10 +58,11 @@ Text rescueEdits(const PairList& list, TextView sFolder, TextView sTime) {
     if (sFolder.empty() || !ufu_MakePath(sFolder)) throw cannotWrite();
     const Text sStem =
         ufu_OneBackSlash(sFolder) + ufu_FileNameNoExt(list.m_sLastTransFile) + u"-" + Text(sTime);
-    const platform::FileHandle file = createNew(sStem, sFile);
-    if (file == platform::INVALID_HANDLE_VALUE) throw cannotWrite();
-    const bool written = writeAll(file, edits);
-    if (!platform::CloseHandle(file) || !written) {
+    clsUniFile file;
+    if (!openNew(file, sStem, sFile)) throw cannotWrite();
+    const bool written = file.writeBlock(edits.data(), edits.size()) && file.Flush();
+    file.CloseFile();
+    if (!written) {
         (void)ufu_RmFile(sFile);  // half of the edits would look like all of them
         throw cannotWrite();
     }
