@@ -42,7 +42,6 @@ IncludeRules houseRules() {
         {"gallery", all({platform, logic, graphics, host, controls, {"workbench"}})},
         {"app", all({platform, logic, graphics, host, controls, {"workbench"}})},
         {"cli", all({base, logic})},
-        {"gallery", all({platform, logic, graphics, controls, {"workbench"}})},
     };
     rules.libraries = {
         {"Qt", {"Q"}, {"platform/window"}, false},
