@@ -1,9 +1,8 @@
 #include "cli/commands.h"
+#include "langfile/scanText.h"
 #include "workbench/logic/comparePair.h"
 #include "workbench/logic/editRow.h"
 #include "workbench/logic/loadPair.h"
-
-#include <cstring>
 
 namespace cli {
 namespace {
@@ -20,14 +19,6 @@ std::string_view nameOf(RowState state) {
     return {};
 }
 
-// False for nearly every text, after a look at its bytes.
-bool mayHoldBreak(TextView s) {
-    const auto mayHold = [s](char byte) {
-        return !s.empty() && std::memchr(s.data(), byte, s.size() * sizeof(char16_t)) != nullptr;
-    };
-    return mayHold('\n') || mayHold('\r');
-}
-
 // The cells joined by tabs: no cell holds one. Where a file's lines end in CR LF, a cell can hold a
 // lone CR or LF; it shows as a blank, so that a row is a line.
 class PlainRows : public PairSink {
@@ -38,7 +29,7 @@ public:
         std::string_view before;
         for (const TextView cell : cells.cells()) {
             m_out.bytes(before);
-            if (mayHoldBreak(cell)) {
+            if (mayHold(cell, '\n') || mayHold(cell, '\r')) {
                 m_out.plain(onOneLine(cell));
             } else {
                 m_out.plain(cell);

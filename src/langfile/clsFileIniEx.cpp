@@ -1,7 +1,6 @@
 #include "langfile/clsFileIniEx.h"
 
 #include "langfile/clsFileIniEx_entries.h"
-#include "langfile/foldedText.h"
 #include "platform/base/failure.h"
 
 void clsFileIniEx::pvCheckLoaded() const {

@@ -6,6 +6,7 @@
 #pragma once
 #include "langfile/KeyTable.h"
 #include "langfile/clsFileIniEx_Row.h"
+#include "langfile/foldedText.h"
 #include "platform/base/TextArena.h"
 
 #include <memory>
@@ -139,12 +140,7 @@ private:
     void pvAddKeyRow(TextView sSection, TextView sKey, TextView sLine);
     [[nodiscard]] std::uint32_t pvFindSection(TextView sSection) const;
     [[nodiscard]] std::uint32_t pvFindRow(TextView sSection, TextView sKey) const;
-    [[nodiscard]] static TextView pvTrim(TextView s) {
-        const auto isBlank = [](char16_t unit) { return unit == u' ' || unit == u'\t'; };
-        while (!s.empty() && isBlank(s.front())) s.remove_prefix(1);
-        while (!s.empty() && isBlank(s.back())) s.remove_suffix(1);
-        return s;
-    }
+    [[nodiscard]] static TextView pvTrim(TextView s) { return trimBlanksAndTabs(s); }
     void pvCheckLoaded() const;
     [[nodiscard]] bool pvSave(TextView sLineSep, bool bSaveEmptyKeyVal) const;
 

@@ -2,7 +2,6 @@
 // only.
 #pragma once
 #include "langfile/clsFileIniEx.h"
-#include "langfile/foldedText.h"
 
 // Separates the elements of a packed list of lines, and sets root keys apart from section names.
 inline constexpr TextView ROW_SEP = u"\t1234\t5-6*7-8\t4321\t";

@@ -8,6 +8,8 @@
 #include <emmintrin.h>
 #endif
 
+using platform::mixed;
+
 namespace {
 
 constexpr std::size_t kBlock = 8;  // units folded and mixed at once
@@ -68,17 +70,11 @@ inline Block foldRest(const char16_t* units, std::size_t left, bool isLong) {
     return fold(isLong ? loadBlock(units + left - kBlock) : loadShort(units, left));
 }
 
-inline std::uint64_t mix(std::uint64_t a, std::uint64_t b) {
-    __extension__ using Wide = unsigned __int128;
-    const Wide product = static_cast<Wide>(a) * b;
-    return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
-}
-
 constexpr std::uint64_t kMixA = 0xA0761D6478BD642FULL;
 constexpr std::uint64_t kMixB = 0xE7037ED1A0B428DBULL;
 
 inline std::uint64_t mixBlock(std::uint64_t hash, const Block& block) {
-    return mix(block.low ^ hash, block.high ^ kMixA ^ hash);
+    return mixed(block.low ^ hash, block.high ^ kMixA ^ hash);
 }
 
 }  // namespace
@@ -104,9 +100,9 @@ std::uint64_t hashFolded(TextView s) {
     std::uint64_t hash = platform::processSeed() ^ (left * kMixB);
     for (; left >= kBlock; left -= kBlock, p += kBlock) hash = mixBlock(hash, fold(loadBlock(p)));
     if (left > 0) hash = mixBlock(hash, foldRest(p, left, s.size() >= kBlock));
-    return mix(hash ^ kMixB, kMixA);
+    return mixed(hash ^ kMixB, kMixA);
 }
 
 std::uint64_t hashInSection(std::uint64_t sectionHash, std::uint32_t keyHash) {
-    return mix(sectionHash ^ kMixA, keyHash ^ kMixB);
+    return mixed(sectionHash ^ kMixA, keyHash ^ kMixB);
 }

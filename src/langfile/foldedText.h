@@ -10,6 +10,14 @@
     return s;
 }
 
+// Without U+0020 and U+0009 at both ends.
+[[nodiscard]] inline TextView trimBlanksAndTabs(TextView s) {
+    const auto isBlank = [](char16_t unit) { return unit == u' ' || unit == u'\t'; };
+    while (!s.empty() && isBlank(s.front())) s.remove_prefix(1);
+    while (!s.empty() && isBlank(s.back())) s.remove_suffix(1);
+    return s;
+}
+
 // Whether the lower-cased texts are the same, unit by unit. Nothing is built.
 [[nodiscard]] bool equalFolded(TextView a, TextView b);
 

@@ -3,6 +3,7 @@
 #include "platform/base/text.h"
 
 #include <bit>
+#include <cstring>
 #if defined(__SSE2__)
 #include <emmintrin.h>
 #endif
@@ -28,6 +29,13 @@ template <class Visit> void forEachUnit(TextView text, char16_t a, char16_t b, V
     for (; at < text.size(); ++at) {
         if ((text[at] == a || text[at] == b) && !visit(at)) return;
     }
+}
+
+// Whether a unit of text may be this ASCII one: a look at the bytes alone, which is quick and wrong
+// only for texts of other scripts.
+[[nodiscard]] inline bool mayHold(TextView text, char ascii) {
+    return !text.empty() &&
+           std::memchr(text.data(), ascii, text.size() * sizeof(char16_t)) != nullptr;
 }
 
 // Whether `part`, which is not empty, occurs in text: quick where its first unit is rare.

@@ -2,9 +2,9 @@
 
 #include "langfile/clsFileIniEx.h"
 #include "langfile/foldedText.h"
+#include "langfile/scanText.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace {
 
@@ -21,11 +21,6 @@ RowState stateOf(TextView sDefault, TextView sTranslation) {
     if (trimmed.empty()) return RowState::Empty;
     return equalFolded(trimBlanks(sDefault), trimmed) ? RowState::SameAsDefault
                                                       : RowState::Translated;
-}
-
-// False for nearly every text, after a look at its bytes.
-bool mayHoldTab(TextView s) {
-    return !s.empty() && std::memchr(s.data(), '\t', s.size() * sizeof(char16_t)) != nullptr;
 }
 
 // What `ask` gives; a failure of it is one of that document's file.
@@ -105,6 +100,7 @@ Text PairRow::rowText() const {
 RowCells::RowCells(const PairRow& row)
     : m_cells{decimal(row.number, m_number), row.section, row.key, row.defaultText,
               row.translation} {
+    const auto mayHoldTab = [](TextView cell) { return mayHold(cell, '\t'); };
     if (std::any_of(m_cells.begin() + 1, m_cells.end(), mayHoldTab)) splitAtTabs();
 }
 

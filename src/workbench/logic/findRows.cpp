@@ -6,13 +6,9 @@
 
 namespace {
 
-TextView trimEnds(TextView s) {
-    const std::size_t first = s.find_first_not_of(u" \t");
-    return first == TextView::npos ? TextView()
-                                   : s.substr(first, s.find_last_not_of(u" \t") - first + 1);
+RowName trimmed(const RowName& name) {
+    return {trimBlanksAndTabs(name.section), trimBlanksAndTabs(name.key)};
 }
-
-RowName trimmed(const RowName& name) { return {trimEnds(name.section), trimEnds(name.key)}; }
 
 bool sameName(const RowName& a, const RowName& b) {
     return equalFolded(a.key, b.key) && equalFolded(a.section, b.section);
@@ -45,7 +41,7 @@ std::vector<std::int32_t> findRows(const GridData& fxGrid, std::span<const RowNa
     for (std::int32_t i = 1; i <= fxGrid.Rows(); ++i) {
         if (const TextView cell = fxGrid.CellText(i, kSectionColumn); cell != section) {
             section = cell;
-            sectionHash = hashFolded(trimEnds(section));
+            sectionHash = hashFolded(trimBlanksAndTabs(section));
         }
         const RowName name = trimmed({section, fxGrid.CellText(i, kKeyColumn)});
         const std::uint32_t n = table.find(hashName(sectionHash, name.key), isName(name));

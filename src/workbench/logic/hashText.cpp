@@ -5,16 +5,12 @@
 #include <algorithm>
 #include <cstring>
 
+using platform::mixed;
+
 namespace {
 
 constexpr std::uint64_t kMixA = 0x2D358DCCAA6C78A5ULL;
 constexpr std::uint64_t kMixB = 0x8BB84B93962EACC9ULL;
-
-std::uint64_t mix(std::uint64_t a, std::uint64_t b) {
-    __extension__ using Wide = unsigned __int128;
-    const Wide product = static_cast<Wide>(a) * b;
-    return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
-}
 
 }  // namespace
 
@@ -24,7 +20,7 @@ std::uint64_t hashText(TextView s) {
     const auto take = [&hash](const char16_t* units) {
         std::uint64_t halves[2];
         std::memcpy(halves, units, sizeof(halves));
-        hash = mix(halves[0] ^ hash, halves[1] ^ kMixA ^ hash);
+        hash = mixed(halves[0] ^ hash, halves[1] ^ kMixA ^ hash);
     };
     if (s.size() < kBlock) {
         char16_t padded[kBlock] = {};
@@ -36,7 +32,7 @@ std::uint64_t hashText(TextView s) {
         for (const char16_t* at = s.data(); at < last; at += kBlock) take(at);
         take(last);
     }
-    return mix(hash ^ kMixB, kMixA);
+    return mixed(hash ^ kMixB, kMixA);
 }
 
 std::uint64_t hashEnds(TextView s) {
@@ -48,5 +44,5 @@ std::uint64_t hashEnds(TextView s) {
         std::memcpy(&ends[0], s.data(), sizeof(ends[0]));
         std::memcpy(&ends[1], s.data() + s.size() - kEnd, sizeof(ends[1]));
     }
-    return mix(ends[0] ^ platform::processSeed(), ends[1] ^ kMixA ^ s.size() * kMixB);
+    return mixed(ends[0] ^ platform::processSeed(), ends[1] ^ kMixA ^ s.size() * kMixB);
 }
