@@ -48,8 +48,8 @@ Text pathFromSystem(std::string_view systemPath) {
             if (secondOfTwo) result += kBetweenSlashes;
             result += u'\\';
         } else if (c >= 0x10000) {
-            result += static_cast<char16_t>(0xD7C0 + (c >> 10));
-            result += static_cast<char16_t>(0xDC00 | (c & 0x3FF));
+            result += internal::highSurrogate(c);
+            result += internal::lowSurrogate(c);
         } else {
             result += static_cast<char16_t>(c);
         }

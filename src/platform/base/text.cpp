@@ -67,8 +67,8 @@ Text fromUtf8(std::string_view s) {
             }
             p += length;
             if (c >= 0x10000) {
-                *out++ = static_cast<char16_t>(0xD7C0 + (c >> 10));
-                *out++ = static_cast<char16_t>(0xDC00 | (c & 0x3FF));
+                *out++ = highSurrogate(c);
+                *out++ = lowSurrogate(c);
             } else {
                 *out++ = static_cast<char16_t>(c);
             }

@@ -10,6 +10,9 @@ constexpr bool isLowSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xDC00;
 constexpr char32_t joinSurrogates(char16_t high, char16_t low) {
     return 0x10000 + ((char32_t{high} - 0xD800) << 10) + (char32_t{low} - 0xDC00);
 }
+// Of a character above U+FFFF.
+constexpr char16_t highSurrogate(char32_t c) { return static_cast<char16_t>(0xD7C0 + (c >> 10)); }
+constexpr char16_t lowSurrogate(char32_t c) { return static_cast<char16_t>(0xDC00 | (c & 0x3FF)); }
 
 // The well-formed character at p (p < end). Returns its length in bytes; 0 for bytes that are none:
 // overlong forms, surrogates, values above 10FFFF and sequences that are cut short.
