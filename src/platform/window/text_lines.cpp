@@ -1,5 +1,6 @@
 #include "platform/window/text_lines.h"
 
+#include "platform/base/utf8.h"
 #include "platform/window/text_shape.h"
 #include "platform/window/textout.h"
 #include "platform/window/toolkit_internal.h"
@@ -10,11 +11,11 @@
 namespace platform {
 namespace {
 
+using internal::isHighSurrogate;
+using internal::isLowSurrogate;
+
 constexpr char16_t kReplacement = 0xFFFD;
 constexpr TextView kBlanks = u" \t";
-
-bool isHigh(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
-bool isLow(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
 
 // Units that the toolkit would take as something else than a character.
 bool isControl(char16_t unit) {
@@ -36,8 +37,9 @@ public:
                 unit == u'\t' ? m_tabs : m_lineEnds && (unit == u'\r' || unit == u'\n');
             return kept ? unit : u' ';
         }
-        const bool lone = (isHigh(unit) && (i + 1 == text.size() || !isLow(text[i + 1]))) ||
-                          (isLow(unit) && (i == 0 || !isHigh(text[i - 1])));
+        const bool lone =
+            (isHighSurrogate(unit) && (i + 1 == text.size() || !isLowSurrogate(text[i + 1]))) ||
+            (isLowSurrogate(unit) && (i == 0 || !isHighSurrogate(text[i - 1])));
         // An object's place holder would be invisible.
         return lone || unit == 0xFFFC ? kReplacement : unit;
     }
@@ -63,8 +65,8 @@ private:
 // Whether a line may be cut ahead of i without tearing a character apart.
 bool isCharacterStart(TextView line, std::size_t i) {
     const char16_t unit = line[i];
-    if (isLow(unit) || unit == 0x200D || line[i - 1] == 0x200D) return false;
-    if (isHigh(unit)) {
+    if (isLowSurrogate(unit) || unit == 0x200D || line[i - 1] == 0x200D) return false;
+    if (isHighSurrogate(unit)) {
         // Skin tones and tags belong to the pictograph before them.
         const char32_t code = QChar::surrogateToUcs4(unit, i + 1 < line.size() ? line[i + 1] : 0);
         return !(code >= 0x1F3FB && code <= 0x1F3FF) && !(code >= 0xE0000 && code < 0xE0200);
@@ -72,6 +74,8 @@ bool isCharacterStart(TextView line, std::size_t i) {
     return !QChar(unit).isMark();
 }
 
+// Where a line is cut that goes on for more than `most` units behind `from`: behind a blank,
+// between characters, or at least not inside of a pair.
 std::size_t cutNear(TextView line, std::size_t from, std::size_t most) {
     if (line.size() - from <= most) return line.size();
     const std::size_t end = from + most, least = end - most / 8;
@@ -81,7 +85,7 @@ std::size_t cutNear(TextView line, std::size_t from, std::size_t most) {
     for (std::size_t cut = end; cut > least; --cut) {
         if (isCharacterStart(line, cut)) return cut;
     }
-    return end;
+    return isLowSurrogate(line[end]) ? end - 1 : end;
 }
 
 // Breaks one line that is too wide.

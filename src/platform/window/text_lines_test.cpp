@@ -36,6 +36,12 @@ std::string linesIn(TextView text, std::uint32_t flags, TextView asWideAs) {
     return dump(lines);
 }
 
+Text repeated(TextView text, std::size_t units) {
+    Text all;
+    while (all.size() < units) all += text;
+    return all;
+}
+
 constexpr std::uint32_t kWrap = DT_WORDBREAK | DT_NOPREFIX;
 constexpr std::uint32_t kEdit = kWrap | DT_EDITCONTROL;
 
@@ -132,8 +138,7 @@ TEST(TextLines, LongLinesAreMeasuredInPiecesThatTearNoCharacter) {
     Face& face = *faceFor({u"MS Sans Serif", -11});
     for (const TextView unit : {u"abc ", u"e\u0301\u0323", u"\U0001F44D\U0001F3FD", u"\u4E00",
                                 u"\u0928\u092E\u0938\u094D\u0924\u0947 "}) {
-        Text text;
-        while (text.size() < 3 * kLongLine) text += unit;
+        const Text text = repeated(unit, 3 * kLongLine);
         LinePieces pieces(text);
         std::size_t end = 0;
         while (pieces.next()) {
@@ -147,4 +152,9 @@ TEST(TextLines, LongLinesAreMeasuredInPiecesThatTearNoCharacter) {
         EXPECT_EQ(lineWidth(face, text, false), times * lineWidth(face, unit, false))
             << toUtf8(unit);
     }
+    // One character without an end: not even then a pair is torn.
+    const Text tones = u'a' + repeated(u"\U0001F3FD", 2 * kLongLine);
+    LinePieces pieces(tones);
+    EXPECT_TRUE(pieces.next());
+    EXPECT_EQ(pieces.piece().size(), kLongLine - 1);
 }

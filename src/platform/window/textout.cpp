@@ -112,17 +112,16 @@ public:
             const TextView piece = pieces.piece();
             const bool whole = piece.size() == line.text.size();
             const std::int64_t start = pieces.place(m_face, end);
+            if (m_opaque && start > end) {
+                fillRow(m_rightToLeft ? x + line.width - start : x + end, y, start - end, 0,
+                        m_face.metrics.height(), m_background);
+            }
             if (!m_rightToLeft && x + start - reach >= m_view.clip.right) break;
             const std::int64_t width =
                 whole && !m_rightToLeft ? 0 : pieceWidth(m_face, piece, m_rightToLeft);
             const std::int64_t left = m_rightToLeft ? x + line.width - start - width : x + start;
             const bool inSight = whole || (left - reach < m_view.clip.right &&
                                            left + width + reach > m_view.clip.left);
-            if (m_opaque && start > end) {
-                const std::int64_t gap = start - end;
-                fillRow(m_rightToLeft ? left + width : x + end, y, gap, 0, m_face.metrics.height(),
-                        m_background);
-            }
             const std::int64_t mark = line.mark - static_cast<std::int64_t>(pieces.start());
             const bool marked = mark >= 0 && mark < static_cast<std::int64_t>(piece.size());
             end = start + (inSight && !piece.empty()

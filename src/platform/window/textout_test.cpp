@@ -155,14 +155,14 @@ TEST(DrawTextW, AnEditsTextLeavesOutALastLineThatIsCut) {
 }
 
 TEST(DrawTextW, FillsBehindTheTextInOpaqueMode) {
-    const RECT rect{10, 5, 150, 50};
     const Picture opaque = test::painted(kSheet, [&](HDC hDC) {
         const test::Selected selected(hDC, fontOf(-11));
         SetTextColor(hDC, 0xFFFFFF);
         SetBkColor(hDC, 0x336699);
         SetBkMode(hDC, OPAQUE);
-        RECT copy = rect;
-        DrawTextW(hDC, u"abc\n\u65E5\u672C\na\tb", copy, DT_EXPANDTABS);
+        RECT rect{10, 5, 150, 50}, narrow{160, 5, 190, 50};
+        DrawTextW(hDC, u"abc\n\u65E5\u672C\na\tb", rect, DT_EXPANDTABS);
+        DrawTextW(hDC, u"a\tb", narrow, DT_EXPANDTABS);
     });
     const auto colorAt = [&](int x, int y) {
         return opaque.pixels[static_cast<std::size_t>(y) * kSheet.cx + x];
@@ -179,6 +179,8 @@ TEST(DrawTextW, FillsBehindTheTextInOpaqueMode) {
     }
     EXPECT_EQ(colorAt(10 + 20, 5 + 2 * 13 + 6), 0x996633U) << "the gap of a tab";
     EXPECT_EQ(colorAt(10, y), 0xFFFFFFU);
+    EXPECT_EQ(colorAt(189, 5), 0x996633U) << "the gap of a tab that ends out of sight";
+    EXPECT_EQ(colorAt(190, 5), 0xFFFFFFU);
 }
 
 TEST(DrawTextW, MixesByCoverageAndKeepsTheColoursOfPictographs) {
