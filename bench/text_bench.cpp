@@ -7,6 +7,7 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
+#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
 #include <cstdlib>
@@ -58,7 +59,7 @@ std::vector<Text> textsOf(TextView sample, int count, unsigned seed) {
 
 struct Canvas {
     Canvas() {
-        HDC screen = GetDC(0);
+        const HDC screen = GetDC(0);
         hDC = CreateCompatibleDC(screen);
         hBitmap = CreateCompatibleBitmap(screen, kColumns * kCellWidth, kRows * kCellHeight);
         ReleaseDC(0, screen);

@@ -5,6 +5,7 @@
 #include "grid/ctlUniGrid.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace gallery {
 namespace {
@@ -80,8 +81,9 @@ public:
             if (m_host.log) m_host.log("row " + std::to_string(m_grid.Row()));
         };
         (void)m_grid.create(host.hWnd, {});
-        const auto button = [&](const char16_t* caption, std::function<void()> click) {
-            m_buttons.push_back(std::make_unique<PushButton>(host.hWnd, caption, std::move(click)));
+        const auto button = [&](Text caption, std::function<void()> click) {
+            m_buttons.push_back(
+                std::make_unique<PushButton>(host.hWnd, std::move(caption), std::move(click)));
         };
         button(u"Several lines",
                [this] { m_grid.AllowMultiLineText(!m_grid.AllowMultiLineText()); });
@@ -100,7 +102,7 @@ public:
             m_grid.Font(font);
         });
         for (const std::int32_t rows : {kFirstRows, 100000, 1000000}) {
-            button((number(rows) + u" rows").c_str(), [this, rows] { fill(m_grid, rows); });
+            button(number(rows) + u" rows", [this, rows] { fill(m_grid, rows); });
         }
     }
 

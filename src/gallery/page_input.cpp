@@ -174,11 +174,11 @@ private:
 };
 
 constexpr int kRoundRadius = 60;
+constexpr TextView kRoundText = u"Clicks go past its corners";
 
 void drawRound(HDC hDC, const RECT& rect) {
     GradientVRect(hDC, rect, rgb(86, 156, 214), rgb(36, 72, 120));
-    write(hDC, rect, u"Clicks go past its corners", {.color = rgb(255, 255, 255)},
-          kOneLine | DT_CENTER);
+    write(hDC, rect, kRoundText, {.color = rgb(255, 255, 255)}, kOneLine | DT_CENTER);
 }
 
 class RoundWindow : public Window {
@@ -238,8 +238,7 @@ void drawInput(HDC hDC, const RECT& area) {
     DrawRoundRectR(
         hDC, round,
         {.bFill = true, .iFillColor = rgb(60, 112, 166), .iPenWidth = 0, .iRadius = kRoundRadius});
-    write(hDC, round, u"Clicks go past its corners", {.color = rgb(255, 255, 255)},
-          kOneLine | DT_CENTER);
+    write(hDC, round, kRoundText, {.color = rgb(255, 255, 255)}, kOneLine | DT_CENTER);
 }
 
 std::unique_ptr<LivePage> openInput(PageHost host) { return std::make_unique<InputPage>(host); }

@@ -1,9 +1,10 @@
 // platform/window/fonts.h: font objects, and what can be asked about fonts.
 //
 // A font is a wish: CreateFontW takes any values, and the drawing operations use what is there.
-// "MS Sans Serif", "Tahoma", "Arial" and "MS Shell Dlg" are the face that comes with the program,
-// and so is every face that the system doesn't have; all other names are the system's fonts.
-// Characters that a face lacks come from other fonts. Text is always smoothed in grey.
+// "MS Sans Serif", "Microsoft Sans Serif", "MS Shell Dlg" (also with a 2), "Tahoma", "Arial",
+// "Helvetica", "Helv", "System" and "Liberation Sans" are the face that comes with the program, and
+// so is every face that the system doesn't have; all other names are the system's fonts. Characters
+// that a face lacks come from other fonts. Text is always smoothed in grey.
 //
 // All of it belongs to the window thread, and needs the toolkit's application object.
 #pragma once
@@ -41,7 +42,8 @@ struct LOGFONTA {
 };
 [[nodiscard]] HFONT CreateFontIndirectA(const LOGFONTA& font);
 // The record's face name as text, and a text as the record's face name. False, and the record
-// stays, for a name of more than 31 bytes or with characters that the code page lacks.
+// stays, for a name of more than 31 bytes, with a unit of 0 or with characters that the code page
+// lacks.
 [[nodiscard]] Text faceNameOf(const LOGFONTA& font);
 [[nodiscard]] bool setFaceName(LOGFONTA& font, TextView name);
 

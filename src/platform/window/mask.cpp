@@ -8,7 +8,7 @@ namespace platform {
 
 HRGN createMaskRgn(HBITMAP hBitmap, COLORREF transparent) {
     const BitmapRecord* bitmap = bitmapOf(hBitmap);
-    if (bitmap == nullptr || bitmap->top == nullptr) return 0;
+    if (bitmap == nullptr) return 0;
     const std::uint32_t hole = pixelOf(transparent) & 0xFFFFFF;
     RegionRecord region;
     std::vector<std::uint32_t> pixels(static_cast<std::size_t>(bitmap->width));
@@ -26,11 +26,10 @@ HRGN createMaskRgn(HBITMAP hBitmap, COLORREF transparent) {
             }
         }
         // Rows of the same runs make one band.
-        const bool same = !above.empty() && above.front().bottom == y &&
-                          std::ranges::equal(above, band, [](const RECT& a, const RECT& b) {
-                              return a.left == b.left && a.right == b.right;
-                          });
-        if (same) {
+        const auto sameRun = [](const RECT& a, const RECT& b) {
+            return a.left == b.left && a.right == b.right;
+        };
+        if (std::ranges::equal(above, band, sameRun)) {
             for (RECT& run : above) ++run.bottom;
         } else {
             flush();

@@ -233,7 +233,8 @@ struct ICONINFO {
     HBITMAP hbmMask = 0;   // monochrome, 1 where the background shows
     HBITMAP hbmColor = 0;  // 0: a monochrome icon, the lower half of the mask is its image
 };
-// Makes an icon from copies of the bitmaps. 0 on failure: no mask, or a size that doesn't match.
+// Makes an icon from copies of the bitmaps. 0 on failure: no mask, one of more than one bit, or a
+// size that doesn't match.
 [[nodiscard]] HICON CreateIconIndirect(const ICONINFO& info);
 // Gives copies of the icon's bitmaps, which the caller deletes. On failure false, and both are 0.
 bool GetIconInfo(HICON hIcon, ICONINFO& info);

@@ -67,8 +67,7 @@ struct RegionRecord : ObjectRecord {
 class PixelMemory {
 public:
     PixelMemory() = default;
-    explicit PixelMemory(
-        std::size_t size);  // get() is nullptr when there is no memory; not cleared
+    explicit PixelMemory(std::size_t size);  // not cleared; get() is nullptr when there is none
     PixelMemory(PixelMemory&& other) noexcept { swap(other); }
     PixelMemory& operator=(PixelMemory&& other) noexcept {
         swap(other);
@@ -202,7 +201,8 @@ struct WindowHooks {
     void (*drawn)(HWND) = nullptr;   // called after each drawing on a context of GetDC(hWnd)
 };
 void setWindowHooks(const WindowHooks& hooks);
-// Confines a context's drawing to a part of its surface, until it gets another bitmap.
+// Confines a context's drawing to a part of its surface, until it gets another bitmap. False for an
+// unknown context.
 bool setDcClip(HDC hDC, const RECT& clip);
 
 // The screen's dots per inch; 96 at first.
@@ -210,7 +210,7 @@ void setScreenDpi(int dpiX, int dpiY);
 // The colours of GetSysColor from index 0 on. At first, and with an empty list, the classic ones.
 void setSysColors(std::span<const COLORREF> colors);
 
-// The region's rectangles; empty for an unknown handle.
+// The region's rectangles, valid while it lives; none for an unknown handle.
 [[nodiscard]] std::span<const RECT> regionRects(HRGN hRgn);
 [[nodiscard]] bool regionContains(HRGN hRgn, POINT point);
 

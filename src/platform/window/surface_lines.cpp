@@ -125,17 +125,17 @@ void drawThin(DcRecord& dc, POINT from, POINT to) {
     BitmapRecord& bitmap = *dc.bitmap;
     const std::uint32_t value = valueOf(bitmap, dc.pen->color);
     if (from.y == to.y || from.x == to.x) {
-        const auto ordered = [](std::int64_t a, std::int64_t b, std::int32_t low,
-                                std::int32_t high) {
-            // From a to b without b; a alone where the line doesn't go.
-            const std::int64_t begin = a <= b ? a : b + 1, end = a < b ? b : a + 1;
-            return POINT{static_cast<std::int32_t>(std::clamp<std::int64_t>(begin, low, high)),
-                         static_cast<std::int32_t>(std::clamp<std::int64_t>(end, low, high))};
-        };
         if (from == to) return;
-        const POINT x = ordered(from.x, to.x, dc.clip.left, dc.clip.right);
-        const POINT y = ordered(from.y, to.y, dc.clip.top, dc.clip.bottom);
-        fillValue(bitmap, {x.x, y.x, x.y, y.y}, value);
+        // From a to b without b; a alone where the line doesn't go.
+        const auto firstOf = [](std::int64_t a, std::int64_t b) { return a <= b ? a : b + 1; };
+        const auto endOf = [](std::int64_t a, std::int64_t b) { return a < b ? b : a + 1; };
+        const RECT& clip = dc.clip;
+        fillValue(bitmap,
+                  {between(firstOf(from.x, to.x), clip.left, clip.right),
+                   between(firstOf(from.y, to.y), clip.top, clip.bottom),
+                   between(endOf(from.x, to.x), clip.left, clip.right),
+                   between(endOf(from.y, to.y), clip.top, clip.bottom)},
+                  value);
         return;
     }
     const auto none = [](std::int64_t) {};

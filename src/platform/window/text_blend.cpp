@@ -71,6 +71,12 @@ void blendRow(std::uint32_t* pixels, const std::uint8_t* mask, int count, std::u
     blendEach(pixels + i, mask + i, count - i, color);
 }
 
+// value / 255, rounded to the nearest; value up to 255 x 255.
+constexpr std::uint32_t dividedBy255(std::uint32_t value) {
+    return (value + 128 + ((value + 128) >> 8)) >> 8;
+}
+
+// A pixel under one of a character with colours of its own; see TextMask.
 std::uint32_t overlaid(std::uint32_t pixel, std::uint32_t own, std::uint32_t textShare,
                        std::uint32_t color) {
     const std::uint32_t rest = 255 - (own >> 24);

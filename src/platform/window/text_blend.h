@@ -29,11 +29,7 @@ struct TextMask {
 // Draws the mask with its top left at (x, y). color is 0xFFRRGGBB.
 void blend(const PixelView& view, std::int64_t x, std::int64_t y, const TextMask& mask,
            std::uint32_t color);
+// Sets the part of the rectangle that is inside of the clip.
 void fill(const PixelView& view, const RECT& rect, std::uint32_t color);
-
-// value / 255, rounded to the nearest; value up to 255 x 255.
-constexpr std::uint32_t dividedBy255(std::uint32_t value) {
-    return (value + 128 + ((value + 128) >> 8)) >> 8;
-}
 
 }  // namespace platform

@@ -65,12 +65,12 @@ void startFonts() {
     }
 }
 
+// name: of a wish that is held to its limits.
 QString familyOf(TextView name) {
-    const Text wanted = lowerCase(withoutBlanks(name));
     for (const TextView known : kProgramFaces) {
-        if (lowerCase(known) == wanted) return kProgramFamily;
+        if (lowerCase(known) == name) return kProgramFamily;
     }
-    const QString family = toQt(withoutBlanks(name));
+    const QString family = toQt(name);
     return !family.isEmpty() && QFontDatabase::hasFamily(family) ? family : kProgramFamily;
 }
 
@@ -133,7 +133,7 @@ int emOfLineHeight(const FaceWish& wish, int height) {
     constexpr int kSample = 1000;
     const QFontMetricsF sample(fontOf(wish, kSample));
     const qreal perEm = (sample.ascent() + sample.descent()) / kSample;
-    int em = std::clamp(static_cast<int>(height / perEm), 1, kMaxEm);
+    int em = static_cast<int>(std::clamp<qreal>(height / perEm, 1, kMaxEm));
     while (em > 1 && lineHeight(fontOf(wish, em)) > height) --em;
     return em;
 }
@@ -198,6 +198,7 @@ std::shared_ptr<Face>& stockFace() {
     return face;
 }
 
+// Wishes that come out the same share a face.
 FaceWish heldToLimits(FaceWish wish) {
     wish.name = lowerCase(withoutBlanks(wish.name));
     wish.weight = wish.weight == 0 ? 400 : std::clamp(wish.weight, 1, 1000);

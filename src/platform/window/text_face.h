@@ -25,8 +25,8 @@ struct FaceMetrics {
     [[nodiscard]] std::int32_t height() const { return ascent + descent; }
 };
 
-// A wish fulfilled. Fonts that wish the same share one face, so that the caches outlive the fonts
-// that a control makes and deletes at each paint.
+// A wish fulfilled. Fonts that wish the same share one face (see faceFor), so that the caches
+// outlive the fonts that a control makes and deletes at each paint.
 struct Face {
     Face(std::uint32_t id, FaceWish wish);
     ~Face();
@@ -48,8 +48,8 @@ struct FontData {
     std::shared_ptr<Face> face;
 };
 
-// The face of what is asked for: one in use or lately used, else a new one. The last kKeptFaces
-// stay when no font has them any more.
+// The face of what is asked for: one of the last kKeptFaces that were asked for, whether a font has
+// them or not, else a new one.
 [[nodiscard]] std::shared_ptr<Face> faceFor(const FaceWish& asked);
 constexpr std::size_t kKeptFaces = 32;
 

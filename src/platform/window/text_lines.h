@@ -23,13 +23,11 @@ struct TextLine {
     std::int64_t mark = -1;  // in this line
 };
 
+// What the flags of DrawTextW say about lines.
 struct LineOptions {
-    bool rightToLeft = false;
-    bool wordBreak = false;
-    bool breakInWords = false;
-
-    LineOptions() = default;
     explicit LineOptions(std::uint32_t flags);
+
+    bool rightToLeft, wordBreak, breakInWords;
 };
 
 // Lines of at most width pixels where they may be broken; see DrawTextW.

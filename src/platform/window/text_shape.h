@@ -14,7 +14,6 @@ struct Face;
 struct ShapeOptions {
     bool rightToLeft = false;  // the paragraph's direction
     std::int32_t mark = -1;    // the unit whose place is wanted, for underlining
-    friend bool operator==(const ShapeOptions&, const ShapeOptions&) = default;
 };
 
 // Pixels; places count from the left end of the text and the top of its line.
