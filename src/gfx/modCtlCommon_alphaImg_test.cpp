@@ -1,13 +1,15 @@
 #include "gfx/modCtlCommon_alphaImg.h"
 
 #include "gfx/clsGdiHandle.h"
-#include "gfx/clsMEMDC.h"
+#include "gfx/surfaceSteps.h"
 #include "platform/window/handles.h"
 #include "support/raised.h"
 #include "support/window/Canvas.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <limits>
+#include <optional>
 
 namespace {
 
@@ -44,133 +46,126 @@ PicturePtr iconOf(std::string_view mask, std::string_view color, bool bIsIcon = 
         {platform::PICTYPE_ICON, platform::CreateIconIndirect(info)}, true);
 }
 
+// A canvas of the result's size, white at first; the area is all of it unless it is told.
 struct Placed {
     const char* name;
-    SIZE canvas;
-    RECT area;
     std::string picture;
     ImagePlacing placing;
     std::string result;
+    std::optional<RECT> area = std::nullopt;
 };
 
-const Placed kPlaced[] = {
-    {"as it is", {4, 3}, {0, 0, 4, 3}, "rg\nb#\n", {}, ".rg.\n.b#.\n....\n"},
-    {"odd room: to the left and up",
-     {5, 5},
-     {0, 0, 5, 5},
-     "rg\nb#\n",
-     {},
-     ".....\n.rg..\n.b#..\n.....\n.....\n"},
-    {"odd room, one colour left out: lower by one",
-     {5, 5},
-     {0, 0, 5, 5},
-     "rg\nb#\n",
-     {.bPicTransparent = true, .lPicTranspColor = 0},
-     ".....\n.....\n.rg..\n.b...\n.....\n"},
-    {"cut at the right and at the bottom",
-     {4, 4},
-     {1, 1, 3, 3},
-     "rgb\nyxr\nbbb\n",
-     {},
-     "....\n.rg.\n.yx.\n....\n"},
-    {"cut and transparent",
-     {4, 4},
-     {1, 1, 3, 3},
-     "rgb\nyxr\nbbb\n",
-     {.bPicTransparent = true},
-     "....\n..g.\n.yx.\n....\n"},
-    {"cut to a size of its own",
-     {4, 4},
-     {0, 0, 4, 4},
-     "rgb\nyxr\nbbb\n",
-     {.iPicWidth = 2, .iPicHeight = 1},
-     "....\n.rg.\n....\n....\n"},
-    {"a size beyond the picture's",
-     {4, 2},
-     {0, 0, 4, 2},
-     "rg\nb#\n",
-     {.iPicWidth = 9, .iPicHeight = 9},
-     ".rg.\n.b#.\n"},
-    {"a size of 0",
-     {2, 2},
-     {0, 0, 2, 2},
-     "rg\nb#\n",
-     {.bPicGrayed = true, .iPicWidth = 0},
-     "..\n..\n"},
-    {"the colour of a pixel",
-     {3, 2},
-     {0, 0, 3, 2},
-     "rgr\nrrb\n",
-     {.bPicTransparent = true},
-     ".g.\n..b\n"},
-    {"the colour of another pixel",
-     {3, 2},
-     {0, 0, 3, 2},
-     "rgr\nrrb\n",
-     {.bPicTransparent = true, .lPicXTransp = 2, .lPicYTransp = 1},
-     "rgr\nrr.\n"},
-    {"the colour of a pixel outside",
-     {3, 2},
-     {0, 0, 3, 2},
-     "rgr\nrrb\n",
-     {.bPicTransparent = true, .lPicXTransp = 9},
-     "rgr\nrrb\n"},
-    {"a colour without transparency",
-     {3, 2},
-     {0, 0, 3, 2},
-     "rgr\nrrb\n",
-     {.lPicTranspColor = rgb(255, 0, 0)},
-     "rgr\nrrb\n"},
-    {"partly outside",
-     {3, 2},
-     {-2, -1, 2, 3},
-     "rgb\nyxr\nbb#\nr##\n",
-     {.bPicTransparent = true, .lPicTranspColor = 0},
-     "r..\n...\n"},
-    {"no room", {2, 1}, {1, 0, 1, 1}, "r\n", {}, "..\n"},
-    {"turned inside out", {2, 1}, {2, 1, 0, 0}, "r\n", {}, "..\n"},
-};
+void expectPlaced(const Placed& c, const PictureObject* picture) {
+    std::string white = c.result;
+    std::ranges::replace_if(
+        white, [](char pixel) { return pixel != '\n'; }, '.');
+    const Canvas canvas(white);
+    const platform::BITMAP whole = gfx::bitmapOf(canvas.bitmap());
+    const RECT area = c.area.value_or(RECT{0, 0, whole.bmWidth, whole.bmHeight});
+    pvOverlapImageRect(canvas.hdc(), area, picture, c.placing);
+    EXPECT_EQ(canvas.picture(), c.result) << c.name;
+}
 
 TEST(pvOverlapImage, PlacesPictures) {
-    for (const Placed& c : kPlaced) {
-        const Canvas canvas(c.canvas.cx, c.canvas.cy);
-        const PicturePtr picture = pictureOf(c.picture);
-        pvOverlapImageRect(canvas.hdc(), c.area, picture.get(), c.placing);
-        EXPECT_EQ(canvas.picture(), c.result) << c.name;
-        EXPECT_EQ(platform::handleCount(platform::HandleKind::DeviceContext), 1);
-        EXPECT_EQ(platform::handleCount(platform::HandleKind::Bitmap), 2);
-    }
+    const std::string four = "rg\nb#\n", six = "rgr\nrrb\n", nine = "rgb\nyxr\nbbb\n";
+    const Placed kPlaced[] = {
+        {"as it is", four, {}, ".rg.\n.b#.\n....\n"},
+        {"odd room: to the left and up", four, {}, ".....\n.rg..\n.b#..\n.....\n.....\n"},
+        {"odd room, one colour left out: lower by one",
+         four,
+         {.bPicTransparent = true, .lPicTranspColor = 0},
+         ".....\n.....\n.rg..\n.b...\n.....\n"},
+        {"cut at the right and at the bottom",
+         nine,
+         {},
+         "....\n.rg.\n.yx.\n....\n",
+         RECT{1, 1, 3, 3}},
+        {"cut and transparent",
+         nine,
+         {.bPicTransparent = true},
+         "....\n..g.\n.yx.\n....\n",
+         RECT{1, 1, 3, 3}},
+        {"cut to a size of its own",
+         nine,
+         {.iPicWidth = 2, .iPicHeight = 1},
+         "....\n.rg.\n....\n....\n"},
+        {"a size beyond the picture's", four, {.iPicWidth = 9, .iPicHeight = 9}, ".rg.\n.b#.\n"},
+        {"a size of 0", four, {.bPicGrayed = true, .iPicWidth = 0}, "..\n..\n"},
+        {"the colour of a pixel", six, {.bPicTransparent = true}, ".g.\n..b\n"},
+        {"the colour of another pixel",
+         six,
+         {.bPicTransparent = true, .lPicXTransp = 2, .lPicYTransp = 1},
+         "rgr\nrr.\n"},
+        {"the colour of a pixel outside", six, {.bPicTransparent = true, .lPicXTransp = 9}, six},
+        {"a colour without transparency", six, {.lPicTranspColor = rgb(255, 0, 0)}, six},
+        {"partly outside",
+         "rgb\nyxr\nbb#\nr##\n",
+         {.bPicTransparent = true, .lPicTranspColor = 0},
+         "r..\n...\n",
+         RECT{-2, -1, 2, 3}},
+        {"no room", "r\n", {}, "..\n", RECT{1, 0, 1, 1}},
+        {"turned inside out", "r\n", {}, "..\n", RECT{2, 1, 0, 0}},
+    };
+    for (const Placed& c : kPlaced) expectPlaced(c, pictureOf(c.picture).get());
+}
+
+TEST(pvOverlapImage, PlacesIcons) {
+    const std::string color = "rgb\nyyx\nb#r\n";
+    const PicturePtr icon = iconOf("###\n#.#\n###\n", color);
+    const Placed kIcons[] = {
+        {"opaque", color, {}, color},
+        {"by its mask", color, {.bPicTransparent = true}, "rgb\ny.x\nb#r\n"},
+        {"odd room: half a pixel goes to the even place",
+         color,
+         {.bPicTransparent = true},
+         "..rgb.\n..y.x.\n..b#r.\n......\n"},
+        {"the same from an odd start",
+         color,
+         {.bPicTransparent = true},
+         "........\n........\n..rgb...\n..y.x...\n..b#r...\n........\n",
+         RECT{1, 1, 7, 5}},
+        {"one column and one row more than asked for",
+         color,
+         {.iPicWidth = 1, .iPicHeight = 0},
+         "...\n...\n.rg\n"},
+        {"one column when none was asked for", color, {.iPicWidth = 0}, "..r\n..y\n..b\n"},
+        {"beyond a small area", color, {}, "rgb.\nyyx.\nb#r.\n....\n", RECT{0, 0, 2, 2}},
+    };
+    for (const Placed& c : kIcons) expectPlaced(c, icon.get());
+
+    // Black and white ones: a mask with the picture below it, of which a square is taken.
+    const Placed kMonochrome[] = {
+        {"two squares", "#.\n##\n#.\n.#\n", {.bPicTransparent = true}, "#.\n.#\n"},
+        {"the third row of the picture is cut",
+         "##\n##\n##\n.#\n#.\n##\n",
+         {.bPicTransparent = true},
+         ".#..\n#...\n....\n....\n",
+         RECT{0, 0, 2, 2}},
+        {"the row that it lacks is black, and shows where there is a mask",
+         "##\n#.\n",
+         {.bPicTransparent = true},
+         "#...\n#...\n....\n....\n",
+         RECT{0, 0, 2, 2}},
+    };
+    for (const Placed& c : kMonochrome) expectPlaced(c, iconOf(c.picture, "").get());
 }
 
 TEST(pvOverlapImage, TakesBitmapsOfAnyDepth) {
     for (const int bits : {4, 8, 24, 32}) {
-        const Canvas canvas(2, 2);
-        pvOverlapImage(canvas.hdc(), 0, 0, 2, 2, pictureOf("rg\n#b\n", bits).get(),
-                       {.bPicTransparent = true, .lPicTranspColor = 0});
-        EXPECT_EQ(canvas.picture(), "rg\n.b\n") << bits;
+        const Placed placed{"", "", {.bPicTransparent = true, .lPicTranspColor = 0}, "rg\n.b\n"};
+        expectPlaced(placed, pictureOf("rg\n#b\n", bits).get());
     }
 }
 
-TEST(pvOverlapImage, TurnsPicturesToAPaleGrey) {
-    const struct {
-        Color from;
-        int grey;
-    } kCases[] = {
-        {0, 134},
-        {rgb(255, 255, 255), 211},
-        {rgb(255, 0, 0), 157},
-        {rgb(0, 255, 0), 179},
-        {rgb(0, 0, 255), 142},
-        {rgb(100, 100, 100), 164},
-    };
-    for (const auto& c : kCases) {
-        clsMEMDC source;
-        source.CreateDC(1, 1);
-        source.DrawBackColor(c.from);
-        const PicturePtr picture = source.Picture();
-        const Canvas canvas(1, 1);
-        pvOverlapImage(canvas.hdc(), 0, 0, 1, 1, picture.get(), {.bPicGrayed = true});
-        EXPECT_EQ(platform::GetPixel(canvas.hdc(), 0, 0), rgb(c.grey, c.grey, c.grey)) << c.from;
+TEST(pvOverlapImage, TurnsPicturesAndIconsToAPaleGrey) {
+    const std::pair<std::string, int> kLetters[] = {{"#", 134}, {".", 211}, {"r", 157}, {"g", 179},
+                                                    {"b", 142}, {"y", 203}, {"x", 173}};
+    for (const auto& [letter, grey] : kLetters) {
+        for (const PicturePtr& picture : {pictureOf(letter + '\n'), iconOf("#\n", letter + '\n')}) {
+            const Canvas canvas(1, 1);
+            pvOverlapImage(canvas.hdc(), 0, 0, 1, 1, picture.get(), {.bPicGrayed = true});
+            EXPECT_EQ(platform::GetPixel(canvas.hdc(), 0, 0), rgb(grey, grey, grey)) << letter;
+        }
     }
 }
 
@@ -211,8 +206,6 @@ TEST(pvOverlapImage, HoldsAnAreaOfAnyExtent) {
     EXPECT_EQ(canvas.picture(), ".g\nb#\n");
 }
 
-// ---- Icons
-
 TEST(pvGetIconDibs, SplitsAnIconIntoImagesOfTheirOwnDepth) {
     const PicturePtr colored = iconOf("#.\n", "rg\n"), plain = iconOf("#.\n.#\n", "");
     const IconDibs icon = pvGetIconDibs(colored->Handle());
@@ -228,72 +221,6 @@ TEST(pvGetIconDibs, SplitsAnIconIntoImagesOfTheirOwnDepth) {
     EXPECT_EQ(pvGetIconDibs(0).oMask.hDib(), 0U);
 }
 
-TEST(pvOverlapImage, PlacesIcons) {
-    const std::string mask = "###\n#.#\n###\n", color = "rgb\nyyx\nb#r\n";
-    const Placed kIcons[] = {
-        {"opaque", {3, 3}, {0, 0, 3, 3}, color, {}, "rgb\nyyx\nb#r\n"},
-        {"by its mask", {3, 3}, {0, 0, 3, 3}, color, {.bPicTransparent = true}, "rgb\ny.x\nb#r\n"},
-        {"odd room: half a pixel goes to the even place",
-         {6, 4},
-         {0, 0, 6, 4},
-         color,
-         {.bPicTransparent = true},
-         "..rgb.\n..y.x.\n..b#r.\n......\n"},
-        {"the same from an odd start",
-         {8, 6},
-         {1, 1, 7, 5},
-         color,
-         {.bPicTransparent = true},
-         "........\n........\n..rgb...\n..y.x...\n..b#r...\n........\n"},
-        {"one column and one row more than asked for",
-         {3, 3},
-         {0, 0, 3, 3},
-         color,
-         {.iPicWidth = 1, .iPicHeight = 0},
-         "...\n...\n.rg\n"},
-        {"one column when none was asked for",
-         {3, 3},
-         {0, 0, 3, 3},
-         color,
-         {.iPicWidth = 0},
-         "..r\n..y\n..b\n"},
-        {"beyond a small area", {4, 4}, {0, 0, 2, 2}, color, {}, "rgb.\nyyx.\nb#r.\n....\n"},
-        {"a black and white one", {2, 2}, {0, 0, 2, 2}, "", {.bPicTransparent = true}, "#.\n.#\n"},
-    };
-    for (const Placed& c : kIcons) {
-        const Canvas canvas(c.canvas.cx, c.canvas.cy);
-        const PicturePtr icon =
-            c.picture.empty() ? iconOf("#.\n##\n#.\n.#\n", "") : iconOf(mask, c.picture);
-        ASSERT_NE(icon, nullptr);
-        pvOverlapImageRect(canvas.hdc(), c.area, icon.get(), c.placing);
-        EXPECT_EQ(canvas.picture(), c.result) << c.name;
-    }
-}
-
-TEST(pvOverlapImage, TakesASquareOfABlackAndWhiteIcon) {
-    const struct {
-        std::string mask, picture;
-    } kCases[] = {
-        {"##\n##\n##\n.#\n#.\n##\n", ".#..\n#...\n....\n....\n"},  // its third row is cut
-        // The row that it lacks is black, and shows where there is a mask.
-        {"##\n#.\n", "#...\n#...\n....\n....\n"},
-    };
-    for (const auto& c : kCases) {
-        const Canvas canvas(4, 4);
-        pvOverlapImage(canvas.hdc(), 0, 0, 2, 2, iconOf(c.mask, "").get(),
-                       {.bPicTransparent = true});
-        EXPECT_EQ(canvas.picture(), c.picture) << c.mask;
-    }
-}
-
-TEST(pvOverlapImage, TurnsIconsToTheSameGrey) {
-    const Canvas canvas(2, 1);
-    pvOverlapImage(canvas.hdc(), 0, 0, 2, 1, iconOf("#.\n", "r#\n").get(),
-                   {.bPicGrayed = true, .bPicTransparent = true});
-    EXPECT_EQ(platform::GetPixel(canvas.hdc(), 0, 0), rgb(157, 157, 157));
-    EXPECT_EQ(platform::GetPixel(canvas.hdc(), 1, 0), rgb(255, 255, 255));
-}
-
 TEST(pvBuildSA3D, AddressesRowsFromTheBottom) {
     clsDIBSection section;
     section.CreateDC(3, 2, 32);
@@ -305,11 +232,10 @@ TEST(pvBuildSA3D, AddressesRowsFromTheBottom) {
     view(0, 0, 1) = 255;
     EXPECT_EQ(platform::GetPixel(section.Hdc(), 0, 1), rgb(0, 255, 0));
     section.CreateDC(3, 2, 24);
-    EXPECT_EQ(test::raised([&] { (void)pvBuildSA3D(section); }),
-              "pvBuildSA3D: Cannot create Safe Array for this DIB bpp");
+    const std::string refusal = "pvBuildSA3D: Cannot create Safe Array for this DIB bpp";
+    EXPECT_EQ(test::raised([&] { (void)pvBuildSA3D(section); }), refusal);
     (void)test::raised([&] { section.CreateDC(40'000, 2, 32); });  // knows its size, has no pixels
-    EXPECT_EQ(test::raised([&] { (void)pvBuildSA3D(section); }),
-              "pvBuildSA3D: Cannot create Safe Array for this DIB bpp");
+    EXPECT_EQ(test::raised([&] { (void)pvBuildSA3D(section); }), refusal);
 }
 
 }  // namespace

