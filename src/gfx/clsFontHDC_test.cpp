@@ -21,10 +21,7 @@ struct FontSurface {
         platform::GetTextMetricsA(hdc(), metrics);
         return metrics;
     }
-    [[nodiscard]] int emHeight() const {
-        const auto m = metrics();
-        return m.tmHeight - m.tmInternalLeading;
-    }
+    [[nodiscard]] int emHeight() const { return metrics().tmHeight - metrics().tmInternalLeading; }
     [[nodiscard]] platform::HGDIOBJ selected() const {
         return platform::GetCurrentObject(hdc(), platform::OBJ_FONT);
     }
@@ -59,17 +56,22 @@ TEST(clsFontHDC, SelectsAFontForAsLongAsItLives) {
     EXPECT_EQ(platform::handleCount(platform::HandleKind::Font), 0);
 }
 
-TEST(clsFontHDC, GoesFromContextToContext) {
-    const FontSurface first, second;
-    const auto stock = first.selected();
+TEST(clsFontHDC, GoesFromContextToContextAndOutlivesThem) {
     clsFontHDC font;
-    font.SetFontToDC(first.hdc(), {.sFontName = u"Arial"});
-    font.SetFontToDC(second.hdc(), {.sFontName = u"Arial"});
-    EXPECT_EQ(first.selected(), stock);
-    EXPECT_EQ(second.selected(), font.hFont());
+    {
+        const FontSurface first, second;
+        const auto stock = first.selected();
+        font.SetFontToDC(first.hdc(), {.sFontName = u"Arial"});
+        font.SetFontToDC(second.hdc(), {.sFontName = u"Arial"});
+        EXPECT_EQ(first.selected(), stock);
+        EXPECT_EQ(second.selected(), font.hFont());
+        font.Destroy();
+        EXPECT_EQ(second.selected(), stock);
+        EXPECT_EQ(font.hFont(), 0U);
+        font.SetFontToDC(first.hdc(), {.sFontName = u"Arial"});
+    }
     font.Destroy();
-    EXPECT_EQ(second.selected(), stock);
-    EXPECT_EQ(font.hFont(), 0U);
+    EXPECT_EQ(platform::liveHandles(), "");
 }
 
 TEST(clsFontHDC, LeavesNothingBehindInWhateverOrderFontsGo) {
@@ -88,22 +90,11 @@ TEST(clsFontHDC, LeavesNothingBehindInWhateverOrderFontsGo) {
     } while (std::next_permutation(std::begin(order), std::end(order)));
 }
 
-TEST(clsFontHDC, OutlivesItsContext) {
-    clsFontHDC font;
-    {
-        const FontSurface target;
-        font.SetFontToDC(target.hdc(), {.sFontName = u"Arial"});
-    }
-    font.Destroy();
-    EXPECT_EQ(platform::liveHandles(), "");
-}
-
 TEST(clsFontHDC, WidensAndNarrowsByPixelsOfAverageWidth) {
     const FontSurface target;
     clsFontHDC font;
     const auto width = [&](int increment) {
-        font.SetFontToDC(target.hdc(),
-                         {.sFontName = u"Arial", .iFontSize = 12, .iCharWeightInc = increment});
+        font.SetFontToDC(target.hdc(), {.sFontName = u"Arial", .iCharWeightInc = increment});
         return target.metrics().tmAveCharWidth;
     };
     const int plain = width(0);

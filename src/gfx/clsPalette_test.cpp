@@ -91,14 +91,6 @@ TEST(clsPalette, FindsTheClosestByCityBlocks) {
     }
 }
 
-TEST(clsPalette, TakesColoursApart) {
-    std::int16_t red = 0, green = 0, blue = 0;
-    clsPalette::pColorToComponents(0x123456, red, green, blue);
-    EXPECT_EQ(rgb(red, green, blue), 0x123456);
-    clsPalette::pColorToComponents(sysColor(2), red, green, blue);
-    EXPECT_EQ(rgb(red, green, blue), platform::GetSysColor(2));
-}
-
 TEST(clsPalette, TakesTheTableOfASurface) {
     clsPalette palette;
     clsDIBSection section;
@@ -275,15 +267,17 @@ TEST(CreateOptimal, RefusesOtherDepthsAndLevels) {
     clsPalette palette;
     palette.CreateMono2();
     clsDIBSection section;
+    const auto refusal = [&](int levels) {
+        return test::raised([&] { palette.CreateOptimal(section, 8, levels); });
+    };
     const std::string depth = "clsPalette.ApplyPalette: clsPalette.ApplyPalette.DIB Must be 24 bpp";
-    const std::string levels =
-        "clsPalette.CreateOptimal: The tree of colours has from 1 to 8 levels!";
-    EXPECT_EQ(test::raised([&] { palette.CreateOptimal(section, 8, 4); }), depth);
+    EXPECT_EQ(refusal(4), depth);
     section.CreateDC(2, 2, 32);
-    EXPECT_EQ(test::raised([&] { palette.CreateOptimal(section, 8, 4); }), depth);
+    EXPECT_EQ(refusal(4), depth);
     section.CreateDC(2, 2, 24);
-    for (const int count : {9, 0, -1, 257}) {
-        EXPECT_EQ(test::raised([&] { palette.CreateOptimal(section, 8, count); }), levels);
+    for (const int levels : {9, 0, -1, 257}) {
+        EXPECT_EQ(refusal(levels),
+                  "clsPalette.CreateOptimal: The tree of colours has from 1 to 8 levels!");
     }
     EXPECT_EQ(dump(palette), "000000 FFFFFF");
 }

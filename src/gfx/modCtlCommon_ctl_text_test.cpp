@@ -69,33 +69,22 @@ TEST(TextMeasuring, TakesTheWidestLine) {
     EXPECT_GT(width(u"Translation"), width(u"Trans"));
 }
 
-TEST(TextMeasuring, KeepsThePrefixFlagWhenItLooksForTheWidth) {
-    const TextCanvas canvas;
-    SIZE asText, asPrefix;
-    TextSizeWrapped(canvas.hdc(), u"&&&&&&", platform::DT_NOPREFIX, false, false, asText);
-    TextSizeWrapped(canvas.hdc(), u"&&&&&&", 0, false, false, asPrefix);
-    EXPECT_EQ(asText.cx, TextSize(canvas.hdc(), u"&&&&&&", platform::DT_NOPREFIX).cx);
-    EXPECT_LT(asPrefix.cx, asText.cx);
-}
-
 TEST(TextMeasuring, WrapsAtWordsInTheWidthThatIsKept) {
     const TextCanvas canvas;
-    const Text text = u"The quick brown fox jumps over the lazy dog";
+    const Text text = u"The quick brown fox jumps over the lazy dog && the cat";
+    const auto wrapped = [&](TextView s, std::uint32_t flags, bool bKeepWidth, SIZE size) {
+        TextSizeWrapped(canvas.hdc(), s, flags, bKeepWidth, false, size);
+        return size;
+    };
+    for (const std::uint32_t flags : {0U, platform::DT_NOPREFIX}) {  // its own width: one line
+        EXPECT_EQ(wrapped(text, flags, false, {1, 1}), TextSize(canvas.hdc(), text, flags));
+    }
     const SIZE line = TextSize(canvas.hdc(), text, 0);
-
-    SIZE size{1, 1};
-    TextSizeWrapped(canvas.hdc(), text, 0, false, false, size);
-    EXPECT_EQ(size, line);  // its own width: nothing to wrap
-
-    size = {line.cx / 3, 1000};
-    TextSizeWrapped(canvas.hdc(), text, 0, true, false, size);
+    const SIZE size = wrapped(text, 0, true, {line.cx / 3, 1000});
     EXPECT_LE(size.cx, line.cx / 3);
     EXPECT_GE(size.cy, 3 * line.cy);
     EXPECT_EQ(TextSizeInRect(canvas.hdc(), text, 10, 20, 10 + line.cx / 3, 21, 0), size);
-
-    SIZE two;
-    TextSizeWrapped(canvas.hdc(), u"one\r\ntwo", 0, false, false, two);
-    EXPECT_EQ(two.cy, 2 * line.cy);
+    EXPECT_EQ(wrapped(u"one\r\ntwo", 0, false, {}).cy, 2 * line.cy);
 }
 
 TEST(TextMeasuring, HoldsWhatIsWiderThan32Bits) {
