@@ -89,7 +89,6 @@ void GridInteraction::surfaceMouseMove(std::int16_t Button, std::int16_t Shift, 
     m_bDblClicked = false;
     m_fMouseX = x;
     m_fMouseY = y;
-    m_iMouseButton = Button;
     showTip();
     if (MouseMove) MouseMove(Button, Shift, x, y);
 
@@ -144,13 +143,17 @@ void GridInteraction::surfaceMouseUp(std::int16_t Button, std::int16_t Shift, fl
     if (MouseUp) MouseUp(Button, Shift, x, y);
 }
 
+bool GridInteraction::mouseIsOnContent() const {
+    return !IsHeaderCoord(m_fMouseY) && !rightOfColumns(m_fMouseX);
+}
+
 void GridInteraction::surfaceClick() {
-    if (!IsHeaderCoord(m_fMouseY) && !rightOfColumns(m_fMouseX) && Click) Click();
+    if (mouseIsOnContent() && Click) Click();
 }
 
 void GridInteraction::surfaceDblClick() {
     m_bDblClicked = true;
-    if (!IsHeaderCoord(m_fMouseY) && !rightOfColumns(m_fMouseX) && DblClick) DblClick();
+    if (mouseIsOnContent() && DblClick) DblClick();
     if (!m_bOverResizeZone) return;
     if (m_iResizeCol >= 1 && m_iResizeCol <= Cols() && columnAt(m_iResizeCol).bResizable) {
         columnAt(m_iResizeCol).iMaxWidth = -1;

@@ -36,7 +36,6 @@ public:
 
     // The column of the last sort is this one (by number).
     [[nodiscard]] bool isSortedColumn(std::int32_t iCol) const;
-    [[nodiscard]] bool sortsAscending() const { return m_bSortAsc; }
 
 protected:
     // --- What the host of the grid does for it.
@@ -70,6 +69,7 @@ private:
     void moveTo(std::int32_t iRow);
     bool handleKey(std::int16_t KeyCode);
     [[nodiscard]] bool rightOfColumns(float x) const;
+    [[nodiscard]] bool mouseIsOnContent() const;
     void leaveResizeZone();
     void enterResizeZone(float x);
 
@@ -82,6 +82,5 @@ private:
     std::int16_t m_iResizeCol = -1;
     std::int32_t m_iResizeColX = -1;     // its left edge in the content
     float m_fMouseX = 0, m_fMouseY = 0;  // of the last move
-    std::int16_t m_iMouseButton = 0;
-    float m_fDownX = 0, m_fDownY = 0;  // of the last press
+    float m_fDownX = 0, m_fDownY = 0;    // of the last press
 };

@@ -44,6 +44,12 @@ Text numberText(double number) {
     return s;
 }
 
+// Not-a-number comes behind all numbers and equals itself.
+int compareNumbers(double a, double b) {
+    if (std::isnan(a) || std::isnan(b)) return int{std::isnan(a)} - int{std::isnan(b)};
+    return a < b ? -1 : int{a > b};
+}
+
 // Reads a number as its header tells, into the spelling that the library's parser takes.
 class NumberReader {
 public:
@@ -187,9 +193,4 @@ int GridValue::compare(const GridValue& other) const {
     if (isText() && other.isText()) return text().compare(other.text());
     if (isText() != other.isText()) return isText() ? 1 : -1;
     return compareNumbers(toDouble(), other.toDouble());
-}
-
-int compareNumbers(double a, double b) {
-    if (std::isnan(a) || std::isnan(b)) return int{std::isnan(a)} - int{std::isnan(b)};
-    return a < b ? -1 : int{a > b};
 }

@@ -52,6 +52,3 @@ private:
     // In the order of GridValueType.
     std::variant<std::monostate, std::int16_t, double, bool, Text> m_value;
 };
-
-// Negative, 0 or positive, by value; not-a-number comes behind all numbers and equals itself.
-[[nodiscard]] int compareNumbers(double a, double b);
