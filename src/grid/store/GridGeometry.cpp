@@ -174,29 +174,16 @@ std::int32_t GridGeometry::GetRowY(std::int32_t iRow) const {
     return held(std::int64_t{columnAt(1).OffsetRow(iRow)} + m_iRowHeight + kFrame);
 }
 
-namespace {
-
-// y / (rowHeight - 1), rounded toward zero, and what is scrolled; -1 outside of header and rows.
-std::int32_t rowAt(std::int64_t row, std::int32_t rows) {
-    return row < 0 || row > rows ? -1 : static_cast<std::int32_t>(row);
-}
-
-}  // namespace
-
-std::int32_t GridGeometry::GetRowByY(std::int32_t y) const {
+std::int32_t GridGeometry::rowAt(std::int64_t y, std::int32_t scrolled) const {
     if (m_iRowHeight < 2) return -1;
-    const std::int64_t scrolled = VScroll_Value();
-    return AllowMultiLineText()
-               ? rowAt(pvGetRowByOffset(scrolled + y - kFrame - m_iRowHeight), Rows())
-               : rowAt(y / (m_iRowHeight - 1) + scrolled, Rows());
+    const std::int64_t row = AllowMultiLineText()
+                                 ? pvGetRowByOffset(y + scrolled - kFrame - m_iRowHeight)
+                                 : y / (m_iRowHeight - 1) + scrolled;
+    return row < 0 || row > Rows() ? -1 : static_cast<std::int32_t>(row);
 }
 
-std::int32_t GridGeometry::GetRowByAbsY(std::int32_t y) const {
-    if (m_iRowHeight < 2) return -1;
-    return AllowMultiLineText()
-               ? rowAt(pvGetRowByOffset(std::int64_t{y} - kFrame - m_iRowHeight), Rows())
-               : rowAt(y / (m_iRowHeight - 1), Rows());
-}
+std::int32_t GridGeometry::GetRowByY(std::int32_t y) const { return rowAt(y, VScroll_Value()); }
+std::int32_t GridGeometry::GetRowByAbsY(std::int32_t y) const { return rowAt(y, 0); }
 
 // Offsets grow with the rows, so the walk over them can be halved.
 std::int32_t GridGeometry::pvGetRowByOffset(std::int64_t y) const {

@@ -95,7 +95,8 @@ public:
     }
     [[nodiscard]] std::int32_t TotalWidth() const { return m_iTotalWidth; }
 
-    // --- Cells. Raise for an unknown row or column.
+    // --- Cells. What looks at a column raises for an unknown one, in multi-line mode also for an
+    // unknown row; rows below 1 count as the header.
 
     [[nodiscard]] GridRect GetCellRect(std::int32_t iRow, std::int32_t iCol) const;
     [[nodiscard]] GridRect GetCellAbsRect(std::int32_t iRow, std::int32_t iCol) const;
@@ -180,6 +181,8 @@ private:
                        bool reachable = false);
     static void setValue(GridScrollBar& bar, std::int16_t iScale, std::int32_t max, std::int32_t l);
     static void moveBy(GridScrollBar& bar, std::int16_t iScale, std::int32_t max, std::int32_t by);
+    // The row at y with the bar at that value; -1 outside of header and rows.
+    [[nodiscard]] std::int32_t rowAt(std::int64_t y, std::int32_t scrolled) const;
     // How much higher the content stands than in absolute coordinates.
     [[nodiscard]] std::int64_t scrollOffset() const;
     GridSize pvMeasureCell(std::int32_t iRow, const clsCtlUniGrid_Column& oCol,
