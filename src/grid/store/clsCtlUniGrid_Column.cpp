@@ -222,11 +222,7 @@ void clsCtlUniGrid_Column::storeNumber(Cell& cell, GridValueType type, double nu
 
 // sValue may lie in m_texts, even in the cell itself.
 void clsCtlUniGrid_Column::storeText(Cell& cell, TextView sValue) {
-    if (typeOf(cell) != GridValueType::kText) {
-        cell.type = static_cast<std::uint32_t>(GridValueType::kText);
-        cell.text = {0, 0};
-    }
-    const std::uint32_t room = cell.text.length;
+    const std::uint32_t room = typeOf(cell) == GridValueType::kText ? cell.text.length : 0;
     const auto length = static_cast<std::uint32_t>(sValue.size());
     char16_t* const place =
         room >= sValue.size() && length > 0 ? m_texts.writable(cell.text.offset) : nullptr;
@@ -236,6 +232,7 @@ void clsCtlUniGrid_Column::storeText(Cell& cell, TextView sValue) {
         cell.text.length = length;
     } else {
         cell.text = {length > 0 ? m_texts.append(sValue) : 0, length};
+        cell.type = static_cast<std::uint32_t>(GridValueType::kText);
         m_garbage += room;
     }
     compactTextsWhenDue();
@@ -247,11 +244,13 @@ void clsCtlUniGrid_Column::compactTextsWhenDue() {
     constexpr std::size_t kWorthIt = 16384;
     if (m_garbage < kWorthIt || m_garbage * 2 < m_texts.used()) return;
     CellTexts texts;
-    for (std::uint32_t i = 0; i < m_written; ++i) {
-        Cell& cell = m_aRows[i];
-        if (typeOf(cell) == GridValueType::kText && cell.text.length > 0) {
-            cell.text.offset = texts.append(textOf(cell));
-        }
+    std::vector<std::uint32_t> offsets;  // apart until all are copied, as memory may run out
+    for (const Cell& cell : std::span(m_aRows.get(), m_written)) {
+        if (hasText(cell)) offsets.push_back(texts.append(textOf(cell)));
+    }
+    auto offset = offsets.begin();
+    for (Cell& cell : std::span(m_aRows.get(), m_written)) {
+        if (hasText(cell)) cell.text.offset = *offset++;
     }
     m_texts = std::move(texts);
     m_garbage = 0;

@@ -170,6 +170,9 @@ private:
         return {{.text = {0, 0}}, -1, static_cast<std::uint32_t>(type), 0, 0};
     }
     static GridValueType typeOf(const Cell& cell) { return static_cast<GridValueType>(cell.type); }
+    static bool hasText(const Cell& cell) {
+        return typeOf(cell) == GridValueType::kText && cell.text.length > 0;
+    }
     [[noreturn]] static void raiseOutOfRange();
     [[noreturn]] static void raiseNoText();
 
