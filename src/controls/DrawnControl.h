@@ -4,8 +4,8 @@
 // control that keeps no picture of its own paints once for any number of changes. Painting catches
 // every failure. Colours may be those of the desktop.
 #pragma once
-#include "controls/PropertyTable.h"
 #include "host/HostWindow.h"
+#include "host/PropertyTable.h"
 
 constexpr Color kDisabledText = sysColor(17);
 constexpr int kWindowCorner = 2;  // pixels, the radius of a rounded window

@@ -1,7 +1,7 @@
 #include "controls/ctlUniTooltipManager.h"
 
-#include "controls/PropertyTable.h"
 #include "controls/ctlUniToolTip.h"
+#include "host/PropertyTable.h"
 
 namespace {
 

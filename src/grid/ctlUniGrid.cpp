@@ -60,23 +60,31 @@ void ctlUniGrid::Font(const StdFont& oFont) {
     Refresh();
 }
 
+const PropertyTable<GridProps>& ctlUniGrid::properties() {
+    using P = GridProps;
+    static const PropertyTable<P> table{
+        {u"BorderColor", &P::BorderColor},
+        {u"BackColor", &P::BackColor},
+        {u"ForeColor", &P::ForeColor},
+        {u"CellsBorderColor", &P::CellsBorderColor},
+        {u"SelBackColor", &P::SelBackColor},
+        {u"SelForeColor", &P::SelForeColor},
+        {u"HeaderBackColor", &P::HeaderBackColor},
+        {u"HeaderForeColor", &P::HeaderForeColor},
+        {u"Tip", &P::Tip},
+        {u"HeaderStyle", &P::HeaderStyle},
+        {u"SelectorStyle", &P::SelectorStyle},
+    };
+    return table;
+}
+
 void ctlUniGrid::ReadProperties(const PropertyBag& bag) {
     BeginUpdate();
-    m_lBorderColor = bag.ReadProperty(u"BorderColor", kAutoColor);
-    m_lBackColor = bag.ReadProperty(u"BackColor", sysColor(5));
-    m_lForeColor = bag.ReadProperty(u"ForeColor", sysColor(8));
-    m_lCellsBorderColor = bag.ReadProperty(u"CellsBorderColor", kAutoColor);
-    m_lSelBackColor = bag.ReadProperty(u"SelBackColor", sysColor(13));
-    m_lSelForeColor = bag.ReadProperty(u"SelForeColor", sysColor(14));
-    m_lHeaderBackColor = bag.ReadProperty(u"HeaderBackColor", sysColor(15));
-    m_lHeaderForeColor = bag.ReadProperty(u"HeaderForeColor", sysColor(18));
-    m_sTip = bag.ReadTextBytes(u"Tip", {});
+    properties().read(bag, m_props, {});
     m_pic.Font(bag.ReadProperty(u"Font", StdFont()));
     m_iMinRowHeight = 0;  // what the setter ignores is no reason to keep an earlier one
     MinRowHeight(bag.ReadProperty(u"MinRowHeight", std::int16_t{0}));
-    m_lHeaderStyle = bag.ReadProperty(u"HeaderStyle", -1);
-    m_lSelectorStyle = bag.ReadProperty(u"SelectorStyle", -1);
-    m_pic.OLEDropMode(static_cast<std::int16_t>(bag.ReadProperty(u"OLEDropMode", 0)));
+    OLEDropMode(bag.ReadProperty(u"OLEDropMode", std::int16_t{0}));
     ScrollOnMouseWheel(bag.ReadProperty(u"ScrollOnMouseWheel", true));
     MultiSelect(bag.ReadProperty(u"MultiSelect", false));
     ShowFocus(bag.ReadProperty(u"ShowFocus", true));
@@ -96,20 +104,10 @@ void ctlUniGrid::ReadProperties(const PropertyBag& bag) {
 }
 
 void ctlUniGrid::WriteProperties(PropertyBag& bag) const {
-    bag.WriteProperty(u"BorderColor", m_lBorderColor, kAutoColor);
-    bag.WriteProperty(u"BackColor", m_lBackColor, sysColor(5));
-    bag.WriteProperty(u"ForeColor", m_lForeColor, sysColor(8));
-    bag.WriteProperty(u"CellsBorderColor", m_lCellsBorderColor, kAutoColor);
-    bag.WriteProperty(u"SelBackColor", m_lSelBackColor, sysColor(13));
-    bag.WriteProperty(u"SelForeColor", m_lSelForeColor, sysColor(14));
-    bag.WriteProperty(u"HeaderBackColor", m_lHeaderBackColor, sysColor(15));
-    bag.WriteProperty(u"HeaderForeColor", m_lHeaderForeColor, sysColor(18));
-    bag.WriteTextBytes(u"Tip", m_sTip, {});
+    properties().write(bag, m_props, {});
     bag.WriteProperty(u"Font", Font(), StdFont());
     bag.WriteProperty(u"MinRowHeight", MinRowHeight(), 0);
-    bag.WriteProperty(u"HeaderStyle", m_lHeaderStyle, -1);
-    bag.WriteProperty(u"SelectorStyle", m_lSelectorStyle, -1);
-    bag.WriteProperty(u"OLEDropMode", std::int32_t{OLEDropMode()}, 0);
+    bag.WriteProperty(u"OLEDropMode", OLEDropMode(), 0);
     bag.WriteProperty(u"ScrollOnMouseWheel", ScrollOnMouseWheel(), true);
     bag.WriteProperty(u"MultiSelect", MultiSelect(), false);
     bag.WriteProperty(u"ShowFocus", ShowFocus(), true);
@@ -150,7 +148,7 @@ void ctlUniGrid::showResizeCursor(bool b) {
     m_pic.MousePointer(b ? kCustomPointer : std::int16_t{0});
 }
 
-void ctlUniGrid::showTip() { ShowTip(m_sTip, kTipWidth); }
+void ctlUniGrid::showTip() { ShowTip(m_props.Tip, kTipWidth); }
 
 void ctlUniGrid::onEnterFocus() { focusChanged(true); }
 void ctlUniGrid::onExitFocus() { focusChanged(false); }

@@ -14,8 +14,25 @@
 #include "grid/gridPictures.h"
 #include "grid/store/GridInteraction.h"
 #include "host/HostWindow.h"
+#include "host/PropertyTable.h"
 #include "platform/window/scrollbar.h"
 #include "win/ISubclass.h"
+
+// Of the stored properties those that only the drawn grid has. Stored under these names; the values
+// are the defaults.
+struct GridProps {
+    Color BorderColor = kAutoColor;
+    Color BackColor = sysColor(5);
+    Color ForeColor = sysColor(8);
+    Color CellsBorderColor = kAutoColor;
+    Color SelBackColor = sysColor(13);
+    Color SelForeColor = sysColor(14);
+    Color HeaderBackColor = sysColor(15);
+    Color HeaderForeColor = sysColor(18);
+    Text Tip;
+    std::int32_t HeaderStyle = -1;
+    std::int32_t SelectorStyle = -1;
+};
 
 class ctlUniGrid : public GridInteraction,
                    public HostWindow,
@@ -43,30 +60,32 @@ public:
 
     // ---- Properties. All colours may be those of the desktop; setting one redraws, also with an
     // equal value. For -1 in the border colours see AutoBorderColor.
-    [[nodiscard]] Color BorderColor() const { return m_lBorderColor; }
-    void BorderColor(Color l) { set(m_lBorderColor, l); }
-    [[nodiscard]] Color BackColor() const { return m_lBackColor; }
-    void BackColor(Color l) { set(m_lBackColor, l); }
-    [[nodiscard]] Color ForeColor() const { return m_lForeColor; }
-    void ForeColor(Color l) { set(m_lForeColor, l); }
-    [[nodiscard]] Color CellsBorderColor() const { return m_lCellsBorderColor; }
-    void CellsBorderColor(Color l) { set(m_lCellsBorderColor, l); }
-    [[nodiscard]] Color SelBackColor() const { return m_lSelBackColor; }
-    void SelBackColor(Color l) { set(m_lSelBackColor, l); }
-    [[nodiscard]] Color SelForeColor() const { return m_lSelForeColor; }
-    void SelForeColor(Color l) { set(m_lSelForeColor, l); }
-    [[nodiscard]] Color HeaderBackColor() const { return m_lHeaderBackColor; }
-    void HeaderBackColor(Color l) { set(m_lHeaderBackColor, l); }
-    [[nodiscard]] Color HeaderForeColor() const { return m_lHeaderForeColor; }
-    void HeaderForeColor(Color l) { set(m_lHeaderForeColor, l); }
+    [[nodiscard]] Color BorderColor() const { return m_props.BorderColor; }
+    void BorderColor(Color l) { set(m_props.BorderColor, l); }
+    [[nodiscard]] Color BackColor() const { return m_props.BackColor; }
+    void BackColor(Color l) { set(m_props.BackColor, l); }
+    [[nodiscard]] Color ForeColor() const { return m_props.ForeColor; }
+    void ForeColor(Color l) { set(m_props.ForeColor, l); }
+    [[nodiscard]] Color CellsBorderColor() const { return m_props.CellsBorderColor; }
+    void CellsBorderColor(Color l) { set(m_props.CellsBorderColor, l); }
+    [[nodiscard]] Color SelBackColor() const { return m_props.SelBackColor; }
+    void SelBackColor(Color l) { set(m_props.SelBackColor, l); }
+    [[nodiscard]] Color SelForeColor() const { return m_props.SelForeColor; }
+    void SelForeColor(Color l) { set(m_props.SelForeColor, l); }
+    [[nodiscard]] Color HeaderBackColor() const { return m_props.HeaderBackColor; }
+    void HeaderBackColor(Color l) { set(m_props.HeaderBackColor, l); }
+    [[nodiscard]] Color HeaderForeColor() const { return m_props.HeaderForeColor; }
+    void HeaderForeColor(Color l) { set(m_props.HeaderForeColor, l); }
     // Styles of DrawButtonFace, -1 for that of the application. Redraw.
-    [[nodiscard]] std::int32_t HeaderStyle() const { return m_lHeaderStyle; }
-    void HeaderStyle(std::int32_t l) { set(m_lHeaderStyle, l); }
-    [[nodiscard]] std::int32_t SelectorStyle() const { return m_lSelectorStyle; }  // current row
-    void SelectorStyle(std::int32_t l) { set(m_lSelectorStyle, l); }
+    [[nodiscard]] std::int32_t HeaderStyle() const { return m_props.HeaderStyle; }
+    void HeaderStyle(std::int32_t l) { set(m_props.HeaderStyle, l); }
+    [[nodiscard]] std::int32_t SelectorStyle() const {
+        return m_props.SelectorStyle;
+    }  // current row
+    void SelectorStyle(std::int32_t l) { set(m_props.SelectorStyle, l); }
 
-    [[nodiscard]] const Text& Tip() const { return m_sTip; }
-    void Tip(Text s) { m_sTip = std::move(s); }
+    [[nodiscard]] const Text& Tip() const { return m_props.Tip; }
+    void Tip(Text s) { m_props.Tip = std::move(s); }
     // Of header and rows. Refreshes, also for an equal font.
     [[nodiscard]] const StdFont& Font() const { return m_pic.Font(); }
     void Font(const StdFont& oFont);
@@ -76,6 +95,7 @@ public:
     void OLEDrag() { m_pic.OLEDrag(); }
     using GridData::Refresh;
 
+    [[nodiscard]] static const PropertyTable<GridProps>& properties();
     void ReadProperties(const PropertyBag& bag) override;
     void WriteProperties(PropertyBag& bag) const override;
 
@@ -180,17 +200,7 @@ private:
     PicMeasuring m_measuring{m_pic};
     GridPictures m_pictures = gridPictures();
 
-    Color m_lBorderColor = kAutoColor;
-    Color m_lBackColor = sysColor(5);
-    Color m_lForeColor = sysColor(8);
-    Color m_lCellsBorderColor = kAutoColor;
-    Color m_lSelBackColor = sysColor(13);
-    Color m_lSelForeColor = sysColor(14);
-    Color m_lHeaderBackColor = sysColor(15);
-    Color m_lHeaderForeColor = sysColor(18);
-    Text m_sTip;
-    std::int32_t m_lSelectorStyle = -1;
-    std::int32_t m_lHeaderStyle = -1;
+    GridProps m_props;
     bool m_bInResize = false;
     bool m_resizeCursor = false;
 

@@ -39,9 +39,8 @@ public:
           m_focus(grid.ShowFocus() && grid.hasFocus() && grid.Enabled()), m_rows(grid.Rows()),
           m_row(grid.Row()), m_width(grid.m_pic.ScaleWidth()), m_height(grid.m_pic.ScaleHeight()),
           m_border(AutoBorderColor(grid.CellsBorderColor(), grid.BackColor())) {
-        if (m_rows == 0) return;
-        m_topRow = m_multiLine ? grid.pvGetRowByOffset(grid.VScroll_Value())
-                               : static_cast<std::int64_t>(grid.VScroll_Value()) + 1;
+        const std::int64_t scrolled = grid.VScroll_Value();
+        m_topRow = m_multiLine ? grid.pvGetRowByOffset(scrolled) : scrolled + 1;
         m_topRow = std::max<std::int64_t>(m_topRow, 1);
     }
 
@@ -116,11 +115,11 @@ private:
 
         std::int64_t y = m_grid.RowHeight() - 1;
         std::int64_t row = m_topRow;
-        if (m_multiLine && row <= m_rows && m_rows > 0) {
+        if (m_multiLine && row <= m_rows) {
             y = std::int64_t{column.OffsetRow(static_cast<std::int32_t>(row))} -
                 m_grid.VScroll_Value();
         }
-        for (; row >= 1 && row <= m_rows && y <= m_height; ++row) {
+        for (; row <= m_rows && y <= m_height; ++row) {
             const auto iRow = static_cast<std::int32_t>(row);
             const std::int32_t height = m_multiLine ? column.CellHeight(iRow) : m_grid.RowHeight();
             const auto top = static_cast<std::int32_t>(y);
@@ -188,7 +187,7 @@ private:
     HDC m_pic, m_target;
     bool m_multiLine, m_multiSelect, m_focus;
     std::int32_t m_rows, m_row;
-    std::int64_t m_topRow = 0;
+    std::int64_t m_topRow = 1;  // the first row in view; may be behind the last one
     int m_width, m_height;
     Color m_border;
     std::int32_t m_left = 0, m_right = 0;  // of the column being drawn
@@ -200,8 +199,8 @@ private:
 bool ctlUniGrid::drawBorder() {
     const Border now{hDC(),
                      {ScaleWidth(), ScaleHeight()},
-                     TranslateColor(m_lBackColor),
-                     AutoBorderColor(m_lBorderColor, m_lBackColor)};
+                     TranslateColor(BackColor()),
+                     AutoBorderColor(BorderColor(), BackColor())};
     if (now == m_border) return false;
     m_border = now;
     const RECT all{0, 0, now.size.cx, now.size.cy};

@@ -1,4 +1,4 @@
-// controls/PropertyTable.h: the stored properties of a control as one table: name and member. It
+// host/PropertyTable.h: the stored properties of a control as one table: name and member. It
 // loads, saves and tells them; the defaults are those of a fresh record.
 #pragma once
 #include "host/PropertyBag.h"
