@@ -28,9 +28,9 @@ public:
     // The rows of a section, bottom row first; nullptr without one.
     [[nodiscard]] std::uint8_t* bits() const { return m_bits; }
     [[nodiscard]] std::string picture() const;
-    void show(std::string_view picture);
 
 private:
+    void show(std::string_view picture);
     platform::HDC m_hDC = 0;
     platform::HBITMAP m_bitmap = 0;
     platform::HGDIOBJ m_oldBitmap = 0;

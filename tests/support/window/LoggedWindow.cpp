@@ -19,7 +19,9 @@ std::string nameOf(WPARAM handle) {
     return found == names().end() ? std::to_string(handle) : found->second;
 }
 
-enum class Form { Plain, Code, Position, Window, None };
+// Which parameters of a message are written down: wParam alone, both as they are, lParam as a
+// place, wParam as a window, none.
+enum class Form { Code, Numbers, Position, Window, None };
 struct Known {
     const char* name;
     Form form;
@@ -46,6 +48,7 @@ const std::map<std::uint32_t, Known> kKnown{
     {WM_SYSKEYUP, {"WM_SYSKEYUP", Form::Code}},
     {WM_SYSCHAR, {"WM_SYSCHAR", Form::Code}},
     {WM_COMMAND, {"WM_COMMAND", Form::Code}},
+    {WM_INITMENUPOPUP, {"WM_INITMENUPOPUP", Form::Numbers}},
     {WM_TIMER, {"WM_TIMER", Form::Code}},
     {WM_MOUSEMOVE, {"WM_MOUSEMOVE", Form::Position}},
     {WM_LBUTTONDOWN, {"WM_LBUTTONDOWN", Form::Position}},
@@ -71,24 +74,22 @@ std::string messageLine(std::uint32_t uMsg, WPARAM wParam, LPARAM lParam) {
         return "WM_MOUSEWHEEL " + std::to_string(turned) + ' ' + std::to_string(loWord(wParam)) +
                position;
     }
-    if (uMsg == WM_INITMENUPOPUP) {
-        return "WM_INITMENUPOPUP " + std::to_string(wParam) + ' ' + std::to_string(lParam);
-    }
     const auto found = kKnown.find(uMsg);
-    if (found == kKnown.end()) {
-        return std::to_string(uMsg) + ' ' + std::to_string(wParam) + ' ' + std::to_string(lParam);
-    }
-    const std::string name = found->second.name;
-    switch (found->second.form) {
+    const bool known = found != kKnown.end();
+    const std::string name = known ? found->second.name : std::to_string(uMsg);
+    switch (known ? found->second.form : Form::Numbers) {
     case Form::Code:
         return name + ' ' + std::to_string(wParam);
+    case Form::Numbers:
+        return name + ' ' + std::to_string(wParam) + ' ' + std::to_string(lParam);
     case Form::Position:
         return name + ' ' + std::to_string(wParam) + position;
     case Form::Window:
         return name + ' ' + nameOf(wParam);
-    default:
-        return name;
+    case Form::None:
+        break;
     }
+    return name;
 }
 
 std::string MessageLog::take() { return std::exchange(m_lines, {}); }
