@@ -4,6 +4,7 @@
 // Theirs show a plain model of strings in uniform rows. Frames: the median of many, in parentheses
 // the 95th percentile.
 #include "grid/ctlUniGrid.h"
+#include "gridRows.h"
 #include "host/Form.h"
 #include "platform/window/testhooks.h"
 
@@ -19,41 +20,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <malloc.h>
-#include <random>
 
 namespace {
 
 constexpr int kRows = 50000, kColumns = 5;
 constexpr SIZE kSize{1200, 800};
 constexpr const char16_t* kHeaders[] = {u"Row", u"Section", u"Key", u"Default", u"Translation"};
-
-Text decimal(std::size_t number) {
-    const std::string digits = std::to_string(number);
-    return {digits.begin(), digits.end()};
-}
-
-// Row texts of five short fields, as a pair of language files gives them.
-std::vector<Text> makeRows(std::size_t count, unsigned seed = 1) {
-    static constexpr TextView kWords[] = {u"Open",   u"Close", u"the",    u"file", u"Menu",
-                                          u"window", u"error", u"cannot", u"Save", u"translation"};
-    std::mt19937 random(seed);
-    const auto phrase = [&random] {
-        Text s;
-        for (std::size_t words = 1 + random() % 4; words > 0; --words) {
-            s.append(kWords[random() % std::size(kWords)]).append(words > 1 ? u" " : u"");
-        }
-        return s;
-    };
-    std::vector<Text> rows;
-    rows.reserve(count);
-    for (std::size_t i = 1; i <= count; ++i) {
-        Text row = decimal(i);
-        row.append(u"\tSection ").append(decimal(i / 50)).append(u"\tKey").append(decimal(i));
-        row.append(u"\t").append(phrase()).append(u"\t").append(phrase());
-        rows.push_back(std::move(row));
-    }
-    return rows;
-}
 
 struct Times {
     double median = 0, late = 0;  // milliseconds; the 95th percentile
@@ -110,7 +82,7 @@ private:
 };
 
 struct Theirs {
-    Times first, frame, scroll, page, drag, sort;
+    Times first, frame, scroll, page, drag;
 };
 
 template <class View, class Header>
@@ -148,29 +120,17 @@ public:
     Window() : Form(platform::WindowKind::Main) { ClientSize(kSize.cx, kSize.cy); }
 };
 
-void addColumns(ctlUniGrid& grid) {
-    for (const char16_t* header : kHeaders) grid.AddColumn({.sText = header, .bSortable = true});
-}
-
 std::size_t heldBytes() {
     const struct mallinfo2 info = mallinfo2();
     return info.uordblks + info.hblkhd;
 }
 
-}  // namespace
+// ---- The comparison
 
-int main(int argc, char** argv) {
-    setenv("QT_QPA_PLATFORM", "offscreen", 0);
-    QApplication::setStyle(QStringLiteral("fusion"));
-    const QApplication application(argc, argv);
-    const std::vector<Text> rows = makeRows(kRows);
-    std::size_t textUnits = 0;
-    for (const Text& row : rows) textUnits += row.size() - 4;  // less the tabs
-
-    // Theirs
-    double populate = 0;
+void compare(ctlUniGrid& grid, const std::vector<Text>& rows) {
     std::unique_ptr<StringModel> model;
-    populate = once([&] { model = std::make_unique<StringModel>(rows); });
+    const double populate = once([&] { model = std::make_unique<StringModel>(rows); });
+    const Times theirFill{populate, populate};
     QTableView table;
     table.verticalHeader()->hide();
     const Theirs ofTable =
@@ -178,7 +138,7 @@ int main(int argc, char** argv) {
     table.hide();
     QTreeView tree;
     tree.setUniformRowHeights(true);
-    Theirs ofTree = measureView(tree, *model, [](QTreeView& v) { return v.header(); });
+    const Theirs ofTree = measureView(tree, *model, [](QTreeView& v) { return v.header(); });
     tree.hide();
     QSortFilterProxyModel proxy;
     proxy.setSourceModel(model.get());
@@ -186,15 +146,8 @@ int main(int argc, char** argv) {
     const Times theirSort = measured(
         5, [&](int i) { proxy.sort(3, i % 2 == 0 ? Qt::AscendingOrder : Qt::DescendingOrder); });
 
-    // Ours
-    Window form;
-    form.Show();
-    ctlUniGrid grid;
-    grid.InitProperties();
-    (void)grid.create(form.hWnd(), {0, 0, kSize.cx, kSize.cy});
-    platform::test::settle();
     const std::size_t before = heldBytes();
-    addColumns(grid);
+    for (const char16_t* header : kHeaders) grid.AddColumn({.sText = header, .bSortable = true});
     Times fill{1e9, 0}, first{1e9, 0};
     for (int i = 0; i < 5; ++i) {
         grid.BeginUpdate();
@@ -210,9 +163,8 @@ int main(int argc, char** argv) {
         if (i == 0) first.late = shown;
         first.median = std::min(first.median, shown);
     }
-    const double bytesPerRow =
-        (static_cast<double>(heldBytes() - before) - static_cast<double>(textUnits) * 2) / kRows;
-
+    const double bytes = static_cast<double>(heldBytes() - before) / kRows;
+    const double textBytes = static_cast<double>(textUnits(rows)) * sizeof(char16_t) / kRows;
     const Times frame = measured(400, [&](int) { grid.VScroll_Value(100), grid.Refresh(true); });
     const Times scroll = measured(
         400, [&](int i) { grid.VScroll_Value(999 + i * 3); });  // the bar's least step here
@@ -227,7 +179,6 @@ int main(int argc, char** argv) {
 
     std::printf("milliseconds, median (95th percentile)       the grid               QTableView"
                 "            QTreeView\n");
-    const Times theirFill{populate, populate};
     line("50,000 rows in (theirs: own model)", fill, &theirFill);
     line("first frame after it", first, &ofTable.first, &ofTree.first);
     line("full frame", frame, &ofTable.frame, &ofTree.frame);
@@ -237,9 +188,11 @@ int main(int argc, char** argv) {
     line("sort by text", sort, &theirSort);
     line("one cell changed and drawn", change);
     line("current row moved", key);
-    std::printf("bytes a row beyond its text: %.0f\n", bytesPerRow);
+    std::printf("bytes a row beyond its text: %.0f\n", bytes - textBytes);
+}
 
-    // The cost of a frame and the number of rows.
+// The cost of a frame and the number of rows.
+void frameByRows(ctlUniGrid& grid, const std::vector<Text>& rows) {
     double few = 0;
     for (const int count : {1000, 1000000}) {
         grid.BeginUpdate();
@@ -251,14 +204,13 @@ int main(int argc, char** argv) {
         const Times measuring = measured(400, [&](int) { grid.Refresh(true); });
         std::printf("%8d rows: frame %.3f (%.3f), with measuring %.3f (%.3f)\n", count,
                     frames.median, frames.late, measuring.median, measuring.late);
-        if (count == 1000) {
-            few = measuring.median;
-        } else {
-            std::printf("ratio %.3f\n", measuring.median / few);
-        }
+        if (few == 0) few = measuring.median;
+        if (count > 1000) std::printf("ratio %.3f\n", measuring.median / few);
     }
+}
 
-    // Multi-line mode, with a column that wraps.
+// Multi-line mode, with a column that wraps.
+void multiLine(ctlUniGrid& grid, const std::vector<Text>& rows) {
     grid.BeginUpdate();
     grid.Clear(false);
     grid.ColWidth(5, 120);
@@ -266,14 +218,29 @@ int main(int argc, char** argv) {
     for (int i = 0; i < 10000; ++i) grid.AddRow(rows[static_cast<std::size_t>(i)]);
     const double firstMeasuring = once([&] { grid.EndUpdate(true, true); });
     const Times lines = measured(200, [&](int i) {
-        grid.CellText(5000, 5,
-                      i % 2 == 0 ? u"changed to text "
-                                   u"of several lines"
-                                 : u"short");
+        grid.CellText(5000, 5, i % 2 == 0 ? u"changed to text of several lines" : u"short");
     });
-    const Times multiFrame = measured(200, [&](int) { grid.EndUpdate(false, true); });
+    const Times frame = measured(200, [&](int) { grid.EndUpdate(false, true); });
     std::printf("multi-line, 10,000 rows: first measuring %.1f, one cell changed %.2f (%.2f), "
                 "frame %.2f (%.2f)\n",
-                firstMeasuring, lines.median, lines.late, multiFrame.median, multiFrame.late);
+                firstMeasuring, lines.median, lines.late, frame.median, frame.late);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    QApplication::setStyle(QStringLiteral("fusion"));
+    const QApplication application(argc, argv);
+    const std::vector<Text> rows = makeRows(kRows);
+    Window form;
+    form.Show();
+    ctlUniGrid grid;
+    grid.InitProperties();
+    (void)grid.create(form.hWnd(), {0, 0, kSize.cx, kSize.cy});
+    platform::test::settle();
+    compare(grid, rows);
+    frameByRows(grid, rows);
+    multiLine(grid, rows);
     return 0;
 }

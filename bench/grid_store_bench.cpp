@@ -1,39 +1,11 @@
 // bench/grid_store_bench.cpp: filling and sorting the grid's store.
 #include "grid/store/GridData.h"
+#include "gridRows.h"
 
 #include <array>
 #include <benchmark/benchmark.h>
-#include <random>
 
 namespace {
-
-constexpr TextView kWords[] = {u"Open",   u"Close", u"the",    u"file", u"Menu",
-                               u"window", u"error", u"cannot", u"Save", u"translation"};
-
-Text decimal(std::size_t number) {
-    const std::string digits = std::to_string(number);
-    return Text(digits.begin(), digits.end());
-}
-
-// Row texts of five short fields, as a pair of language files gives them.
-std::vector<Text> makeRows(std::size_t count) {
-    std::mt19937 random(1);
-    const auto phrase = [&random] {
-        Text s;
-        for (std::size_t words = 1 + random() % 4; words > 0; --words) {
-            s.append(kWords[random() % std::size(kWords)]).append(words > 1 ? u" " : u"");
-        }
-        return s;
-    };
-    std::vector<Text> rows;
-    for (std::size_t i = 1; i <= count; ++i) {
-        Text row = decimal(i);
-        row.append(u"\tSection ").append(decimal(i / 50)).append(u"\tKey").append(decimal(i));
-        row.append(u"\t").append(phrase()).append(u"\t").append(phrase());
-        rows.push_back(std::move(row));
-    }
-    return rows;
-}
 
 void addColumns(GridData& grid) {
     for (int i = 0; i < 5; ++i) grid.AddColumn({});
@@ -44,12 +16,6 @@ void fill(GridData& grid, const std::vector<Text>& rows) {
     grid.BeginUpdate();
     for (const Text& row : rows) grid.AddRow(row);
     grid.EndUpdate();
-}
-
-std::size_t textUnits(const std::vector<Text>& rows) {
-    std::size_t units = 0;
-    for (const Text& row : rows) units += row.size() - 4;  // less the tabs
-    return units;
 }
 
 void addRowByText(benchmark::State& state) {
