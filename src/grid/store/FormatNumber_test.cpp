@@ -9,16 +9,11 @@ namespace {
 
 TEST(FormatNumber, GroupsPadsAndCutsDigits) {
     const NumberFormat plain = {.sDecSep = u".", .bAutoValSep = false};
-    const auto with = [&plain](auto change) {
-        NumberFormat format = plain;
-        change(format);
-        return format;
+    const auto fixInt = [](std::int32_t digits) {
+        return NumberFormat{.sDecSep = u".", .fixInt = digits, .bAutoValSep = false};
     };
-    const auto fixInt = [&](std::int32_t digits) {
-        return with([digits](NumberFormat& f) { f.fixInt = digits; });
-    };
-    const auto fixDec = [&](std::int32_t digits, bool sign = false) {
-        return with([=](NumberFormat& f) { f.fixDec = digits, f.bSgn = sign; });
+    const auto fixDec = [](std::int32_t digits, bool sign = false) {
+        return NumberFormat{.sDecSep = u".", .fixDec = digits, .bSgn = sign, .bAutoValSep = false};
     };
     const struct {
         TextView number;

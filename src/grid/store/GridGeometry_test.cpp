@@ -96,7 +96,7 @@ TEST(GridGeometry, SingleLineRowsAreOneStepApart) {
     EXPECT_EQ(dump(grid.GetCellRect(3, 2)), "51,20,101,38");
     EXPECT_EQ(dump(grid.GetCellAbsRect(3, 2)), "51,56,101,75");
     EXPECT_EQ(dump(grid.GetCellRectByCoords(50, 20)), "51,20,101,38");
-    EXPECT_EQ(dumpOf([&] { (void)grid.GetCellRect(1, 9); }), "9 Subscript out of range");
+    EXPECT_EQ(dumpOf([&] { (void)grid.GetCellRect(1, 9); }), "9 : Subscript out of range");
 }
 
 TEST(GridGeometry, ColumnsShareTheirBorderPixel) {
@@ -243,7 +243,7 @@ TEST(GridGeometry, MultiLineRowsHaveHeightsOfTheirOwn) {
     EXPECT_EQ(grid.GetRowByY(20), 2);
     EXPECT_EQ(grid.GetRowByAbsY(20), 0);
     EXPECT_EQ(dump(grid.GetCellRect(2, 2)), "37,20,97,64");
-    EXPECT_EQ(dumpOf([&] { (void)grid.CurrCellHeight(1); }), "9 Subscript out of range");
+    EXPECT_EQ(dumpOf([&] { (void)grid.CurrCellHeight(1); }), "9 : Subscript out of range");
 }
 
 TEST(GridGeometry, FocusBringsTheCurrentRowToTheMiddle) {

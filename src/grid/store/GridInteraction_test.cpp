@@ -513,7 +513,7 @@ TEST(GridInteraction, AFailingOwnerLeavesTheGridUsable) {
     grid.SortCompareRows = [](auto&&...) { throw 1; };
     grid.SortByColum(1, true);
     grid.SelectionChange = [] { throw Failure(5, u"", u"refused"); };
-    EXPECT_EQ(dumpOf([&] { grid.key(kDown); }), "5 refused");
+    EXPECT_EQ(dumpOf([&] { grid.key(kDown); }), "5 : refused");
     EXPECT_EQ(grid.Row(), 0);
     grid.SelectionChange = nullptr;
     const int frames = grid.frames;

@@ -40,8 +40,8 @@ TEST(GridValue, WritesNumbersWithFifteenDigitsAndTheLocalesSeparator) {
 }
 
 TEST(GridValue, ReadsNumbersAndRefusesWhatIsNone) {
-    const std::string kNo = "13 Type mismatch";
-    const std::string kLarge = "6 Overflow";
+    const std::string kNo = "13 : Type mismatch";
+    const std::string kLarge = "6 : Overflow";
     const struct {
         GridValue value;
         std::string number, flag;

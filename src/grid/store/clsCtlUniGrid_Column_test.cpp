@@ -23,7 +23,7 @@ void addTexts(Column& column, std::initializer_list<TextView> texts) {
 }
 
 TEST(clsCtlUniGrid_Column, ConvertsWhatIsAddedAndSetByItsType) {
-    const std::string kNo = "13 Type mismatch";
+    const std::string kNo = "13 : Type mismatch";
     const struct {
         std::int32_t iType;
         bool bAllowEmptyNumbers;
@@ -82,7 +82,7 @@ TEST(clsCtlUniGrid_Column, GrowsInStepsOf25AndRaisesOutsideItsArray) {
     }
     column.RemoveRow();
     EXPECT_EQ(column.capacity(), 1001);
-    const std::string kOutside = "9 Subscript out of range";
+    const std::string kOutside = "9 : Subscript out of range";
     for (const std::int32_t iRow : {0, -1, 1002, INT32_MIN, INT32_MAX}) {
         EXPECT_EQ(dumpOf([&] { return column.record(iRow); }), kOutside);
         EXPECT_EQ(dumpOf([&] { column.Value(iRow, u"x"); }), kOutside);
@@ -175,13 +175,13 @@ TEST(clsCtlUniGrid_Column, ReordersWholeRecords) {
         {u"3, 2, 1", u", ", "text c offset 3, text b tag int 2, text a back 1"},
         {u"2;2;2", u";", "text b tag int 2, text b tag int 2, text b tag int 2"},
         {u"4;4;1", u";", "empty, empty, text a back 1"},  // a slot behind the last row
-        {u"3;1", u";", "9 Subscript out of range"},
-        {u"", u";", "9 Subscript out of range"},
-        {u"3;1;", u";", "13 Type mismatch"},
-        {u"1;x;3", u";", "13 Type mismatch"},
-        {u"1;2;27", u";", "9 Subscript out of range"},
-        {u"0;1;2", u";", "9 Subscript out of range"},
-        {u"3;1;2;", u"", "13 Type mismatch"},
+        {u"3;1", u";", "9 : Subscript out of range"},
+        {u"", u";", "9 : Subscript out of range"},
+        {u"3;1;", u";", "13 : Type mismatch"},
+        {u"1;x;3", u";", "13 : Type mismatch"},
+        {u"1;2;27", u";", "9 : Subscript out of range"},
+        {u"0;1;2", u";", "9 : Subscript out of range"},
+        {u"3;1;2;", u"", "13 : Type mismatch"},
     };
     for (const auto& c : kCases) {
         Column column;
@@ -222,7 +222,7 @@ TEST(clsCtlUniGrid_Column, GivesAndTakesViewsOfItsOwnTexts) {
                   column.Value(1, 5);
                   return column.CellText(1);
               }),
-              "13 Type mismatch");
+              "13 : Type mismatch");
 }
 
 TEST(clsCtlUniGrid_Column, ShowsLentTextsWithoutCopyOrChange) {

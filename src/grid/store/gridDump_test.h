@@ -1,7 +1,7 @@
 // grid/store/gridDump_test.h: values and failures of the grid as short texts, for tables of tests.
 #pragma once
 #include "grid/store/GridCell.h"
-#include "platform/base/failure.h"
+#include "support/raised.h"
 
 #include <string>
 
@@ -45,21 +45,15 @@ inline std::string dump(const GridCell& cell) {
     return s;
 }
 
-// What the call gives, or the failure that it raises: "13 Type mismatch", "80040001 AddRow: words".
+// What the call gives, or the failure that it raises: see test::raised.
 template <typename Call> std::string dumpOf(Call call) {
-    try {
+    std::string given = "done";
+    const std::string failure = test::raised([&] {
         if constexpr (std::is_void_v<decltype(call())>) {
             call();
-            return "done";
-        } else if constexpr (requires { dump(call()); }) {
-            return dump(call());
         } else {
-            return dump(GridValue(call()));
+            given = dump(call());
         }
-    } catch (const Failure& failure) {
-        const std::string number =
-            failure.number == kOwnError ? "80040001" : std::to_string(failure.number);
-        const std::string source = failure.source.empty() ? "" : toUtf8(failure.source) + ": ";
-        return number + " " + source + toUtf8(failure.message);
-    }
+    });
+    return failure == "nothing" ? given : failure;
 }
