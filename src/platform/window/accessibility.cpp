@@ -10,19 +10,13 @@
 #include <QPointer>
 #include <QWidget>
 #include <map>
-#include <unordered_map>
 
 namespace platform {
 namespace {
 
-std::unordered_map<HWND, Accessible*>& tellers() {
-    static std::unordered_map<HWND, Accessible*> all;
-    return all;
-}
-
 Accessible* tellerOf(HWND hWnd) {
-    const auto found = tellers().find(hWnd);
-    return found == tellers().end() ? nullptr : found->second;
+    const WindowRecord* record = windowOf(hWnd);
+    return record == nullptr ? nullptr : record->accessible;
 }
 
 QAccessible::Role qtRole(AccessibleRole role) {
@@ -89,12 +83,12 @@ public:
     void setText(QAccessible::Text, const QString&) override {}
     QRect rect() const override {
         AccessibleTable* const found = shown();
-        const QWidget* widget = widgetOf(m_hWnd);
-        if (found == nullptr || widget == nullptr) return {};
+        if (found == nullptr) return {};
         const RECT place = found->cellRect(m_row, m_column);
         if (place.right <= place.left || place.bottom <= place.top) return {};
-        return QRect(widget->mapToGlobal(QPoint(place.left, place.top)),
-                     QSize(place.right - place.left, place.bottom - place.top));
+        POINT corner{place.left, place.top};
+        ClientToScreen(m_hWnd, corner);
+        return QRect(corner.x, corner.y, place.right - place.left, place.bottom - place.top);
     }
     QAccessible::Role role() const override {
         return isHeader() ? QAccessible::ColumnHeader : QAccessible::Cell;
@@ -225,8 +219,9 @@ public:
     }
     QAccessibleInterface* childAt(int x, int y) const override {
         if (AccessibleTable* const shown = table()) {
-            const QPoint at = widget()->mapFromGlobal(QPoint(x, y));
-            const AccessibleTable::Cell found = shown->cellAt({at.x(), at.y()});
+            POINT at{x, y};
+            ScreenToClient(m_hWnd, at);
+            const AccessibleTable::Cell found = shown->cellAt(at);
             if (found.column >= 0) return cell(found.row, found.column);
         }
         return QAccessibleWidget::childAt(x, y);
@@ -386,8 +381,6 @@ void logEvent(QAccessibleEvent& event) {
                        "\"\n";
 }
 
-bool isHeard() { return g_logs || QAccessible::isActive(); }
-
 void tell(QAccessibleEvent& event) {
     if (g_logs) logEvent(event);
     QAccessible::updateAccessibility(&event);
@@ -404,18 +397,17 @@ void enterAccessibility() {
 }
 
 bool setAccessible(HWND hWnd, Accessible* accessible) {
-    if (accessible == nullptr) {
-        tellers().erase(hWnd);
-        return IsWindow(hWnd);
-    }
-    if (!IsWindow(hWnd)) return false;
-    tellers()[hWnd] = accessible;
+    WindowRecord* const record = windowOf(hWnd);
+    if (record == nullptr) return false;
+    record->accessible = accessible;
     return true;
 }
 
+bool accessibleIsHeard() { return g_logs || QAccessible::isActive(); }
+
 void tellAccessible(HWND hWnd, AccessibleChange change) {
     QWidget* const widget = widgetOf(hWnd);
-    if (widget == nullptr || !isHeard()) return;
+    if (widget == nullptr || !accessibleIsHeard()) return;
     const Accessible* teller = tellerOf(hWnd);
     if (teller == nullptr) return;
     switch (change) {
@@ -452,10 +444,8 @@ void tellAccessible(HWND hWnd, AccessibleChange change) {
     }
 }
 
-bool accessibleIsHeard() { return isHeard(); }
-
 void tellAccessibleCell(HWND hWnd, int row, int column, AccessibleCellChange change) {
-    if (!isHeard()) return;
+    if (!accessibleIsHeard()) return;
     const WindowInterface* window = interfaceOf(hWnd);
     if (window == nullptr) return;
     QAccessibleInterface* const cell = window->cellAt(row, column);

@@ -76,8 +76,8 @@ public:
     [[nodiscard]] virtual AccessibleTable* accessibleTable() { return nullptr; }
 };
 
-// Lets the window tell about itself; it must live as long as the window or until nullptr takes its
-// place. False for an unknown window.
+// Lets the window tell about itself, which must live as long as the window or until nullptr takes
+// its place. False for an unknown window.
 bool setAccessible(HWND hWnd, Accessible* accessible);
 
 enum class AccessibleChange : std::uint8_t {

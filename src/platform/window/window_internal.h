@@ -25,6 +25,7 @@ class QWidget;
 namespace platform {
 
 struct WindowRecord;
+class Accessible;
 
 // The widget behind a window.
 class MessageTarget {
@@ -123,6 +124,7 @@ struct WindowRecord {
 
     std::vector<StashedEvent*> stash;  // the innermost last
     bool destroying = false;
+    Accessible* accessible = nullptr;  // see setAccessible
 };
 
 // One event of a window's widget or menu, from its arrival until it has been handled. While one
