@@ -139,6 +139,7 @@ public:
         }
     }
     QWidget* viewportWidget() override { return viewport(); }
+    QSize viewportRoom() const override { return maximumViewportSize(); }
 
     bool severalLines() const override { return true; }
     bool hasSeams() const override { return m_seams; }

@@ -4,6 +4,7 @@
 #include "platform/window/application.h"
 #include "platform/window/fonts.h"
 #include "platform/window/input.h"
+#include "platform/window/screen.h"
 #include "platform/window/surface.h"
 #include "platform/window/testhooks.h"
 #include "platform/window/window_internal.h"
@@ -223,6 +224,25 @@ TEST_F(Edit, IsMadeOnlyAsAChildOfALivingWindow) {
     EXPECT_EQ(changes, 0) << "a title is no change";
     settle();
     EXPECT_EQ(changes, 0);
+}
+
+TEST_F(Edit, ItsScrollBarsAreOutsideOfItsClientArea) {
+    const int bar = GetSystemMetrics(2);
+    const auto client = [&] {
+        RECT rect;
+        EXPECT_TRUE(GetClientRect(edit, rect));
+        return SIZE{rect.right, rect.bottom};
+    };
+    make(kLine);
+    EXPECT_EQ(client(), (SIZE{120, 60}));
+    make(kPage | WS_VSCROLL);
+    EXPECT_EQ(client(), (SIZE{120 - bar, 60}));
+    make(kPage | WS_HSCROLL | WS_VSCROLL, WS_EX_LAYOUTRTL);
+    ShowWindow(main.hWnd(), SW_HIDE);
+    SetWindowPos(edit, 0, 2, 2, 200, 90, SWP_NOZORDER);
+    EXPECT_EQ(client(), (SIZE{200 - bar, 90 - bar})) << "also before anybody sees it";
+    SetWindowPos(edit, 0, 2, 2, 5, 5, SWP_NOZORDER);
+    EXPECT_EQ(client(), (SIZE{0, 0}));
 }
 
 TEST_F(Edit, TakesWhatIsTypedInAnyScriptAsOneChangePerCharacter) {

@@ -197,9 +197,10 @@ HWND adoptWidget(QWidget* widget, MessageTarget& target, const WindowOptions& op
     record->placed = options.kind == WindowKind::Child || at.x != 0 || at.y != 0;
     setClientSize(*record, options.size.cx, options.size.cy);
     if (record->placed) setClientGeometry(*record, QRect(QPoint(at.x, at.y), widget->size()));
-    const QRect place = clientGeometry(*record);
-    record->reportedSize = {place.width(), place.height()};
-    record->reportedPosition = {place.x(), place.y()};
+    const QSize area = clientSize(*record);
+    record->reportedSize = {area.width(), area.height()};
+    const QPoint corner = clientGeometry(*record).topLeft();
+    record->reportedPosition = {corner.x(), corner.y()};
     if (options.kind != WindowKind::Child) {
         widget->setWindowTitle(toQt(options.title));
         widget->setAttribute(Qt::WA_ShowWithoutActivating,

@@ -7,7 +7,8 @@
 // CallWindowProcW to the procedure that it replaced, in the end DefWindowProcW.
 //
 // Positions and sizes are pixels; those of a child are relative to its parent's client area, those
-// of other windows to the screen, and both mean the client area, without any frame and menu bar.
+// of other windows to the screen, and both mean the client area, without any frame and menu bar. An
+// edit's scroll bars are inside of its size, and outside of its client area.
 // All of it belongs to the window thread. An unknown handle gives false, 0 or an empty text, and
 // nothing happens.
 //

@@ -20,6 +20,7 @@ class QEvent;
 class QEventLoop;
 class QKeyEvent;
 class QRect;
+class QSize;
 class QWidget;
 
 namespace platform {
@@ -39,6 +40,9 @@ public:
     virtual std::optional<bool> routeSpecially(WindowRecord& record, QEvent* event, bool viewport);
     // Where the window is painted and clicked, when that is a scrolled viewport inside the widget.
     [[nodiscard]] virtual QWidget* viewportWidget() { return nullptr; }
+    // The room for that viewport beside the scroll bars, also ahead of its layout. Only asked of a
+    // widget that has one.
+    [[nodiscard]] virtual QSize viewportRoom() const;
     [[nodiscard]] HWND handle() const { return m_handle; }
 
 protected:
@@ -166,6 +170,8 @@ bool deliver(WindowRecord& record, QEvent* event, bool viewport, std::uint32_t u
 // the screen. The widget around it also holds the menu bar.
 [[nodiscard]] QRect clientGeometry(const WindowRecord& record);
 void setClientGeometry(WindowRecord& record, const QRect& place);
+// That of GetClientRect and WM_SIZE: without the scroll bars of an edit.
+[[nodiscard]] QSize clientSize(const WindowRecord& record);
 
 // Cuts the widget to the region of the window, below the bar.
 void applyRegion(WindowRecord& record);

@@ -91,6 +91,14 @@ void setClientGeometry(WindowRecord& record, const QRect& place) {
         place.adjusted(0, -record.clientTop, 0, 0).translated(0, clientTopAround(record)));
 }
 
+QSize MessageTarget::viewportRoom() const { return {}; }
+
+QSize clientSize(const WindowRecord& record) {
+    return record.target->viewportWidget() != nullptr
+               ? record.target->viewportRoom().expandedTo({0, 0})
+               : clientGeometry(record).size();
+}
+
 bool IsWindowVisible(HWND hWnd) {
     const QWidget* widget = widgetOf(hWnd);
     return widget != nullptr && widget->isVisible();
@@ -159,7 +167,7 @@ void reportPlace(WindowRecord& record, QEvent* event) {
         if (!IsWindow(hWnd)) return;
     }
     // Asked only now: whoever heard of the move may have sized the window, and reported that.
-    const QSize area = clientGeometry(record).size();
+    const QSize area = clientSize(record);
     const SIZE size{area.width(), area.height()};
     WPARAM state = SIZE_RESTORED;
     if (widget.isWindow() && widget.isMinimized()) state = SIZE_MINIMIZED;
@@ -239,8 +247,8 @@ bool SetWindowPos(HWND hWnd, HWND insertAfter, int x, int y, int cx, int cy, std
 bool GetClientRect(HWND hWnd, RECT& rect) {
     const WindowRecord* record = windowOf(hWnd);
     if (record == nullptr) return false;
-    rect = {0, 0, record->widget->width(),
-            std::max(0, record->widget->height() - record->clientTop)};
+    const QSize size = clientSize(*record);
+    rect = {0, 0, size.width(), size.height()};
     return true;
 }
 
