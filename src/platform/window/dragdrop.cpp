@@ -132,9 +132,7 @@ public:
     explicit SentData(const DragContent& content) : m_provide(content.provide) {
         if (!content.text.empty()) setText(toQt(content.text));
         QList<QUrl> addresses;
-        for (const Text& file : content.files) {
-            addresses.push_back(QUrl::fromLocalFile(QString::fromStdString(pathToSystem(file))));
-        }
+        for (const Text& file : content.files) addresses << addressOf(pathToSystem(file));
         if (!addresses.isEmpty()) setUrls(addresses);
         for (const auto& [name, bytes] : content.others) {
             setData(QString::fromStdString(name),
@@ -183,11 +181,11 @@ std::int32_t doDragDrop(HWND hWnd, const DragContent& content, std::int32_t allo
     drag->setMimeData(new SentData(content));
     QObject::connect(drag, &QDrag::actionChanged, drag, [&](Qt::DropAction action) {
         guarded([&] {
-            if (!feedback || feedback(effectsOf(action)) || drag.isNull()) return;
+            const bool usual = !feedback || feedback(effectsOf(action));
             const WindowRecord* record = windowOf(hWnd);
-            if (record == nullptr) return;
-            const QPixmap own = qtCursor(record->cursor).pixmap();
-            if (!own.isNull()) drag->setDragCursor(own, action);
+            if (drag.isNull() || record == nullptr) return;
+            // No picture stands for the usual cursor.
+            drag->setDragCursor(usual ? QPixmap() : qtCursor(record->cursor).pixmap(), action);
         });
     });
     const Qt::DropAction done = drag->exec(actionsOf(allowed));

@@ -4,7 +4,6 @@
 #include "platform/window/testhooks_internal.h"
 #include "platform/window/toolkit_internal.h"
 
-#include <QByteArray>
 #include <QDesktopServices>
 #include <QFile>
 #include <QProcess>
@@ -39,12 +38,6 @@ std::intptr_t opened(const QUrl& url) {
                              ? hooks().addressOpener(url.toEncoded().toStdString())
                              : QDesktopServices::openUrl(url);
     return handled ? SE_ERR_SUCCESS : SE_ERR_NOASSOC;
-}
-
-// A file's address holds its very bytes, whatever they are.
-QUrl addressOf(const std::string& systemPath) {
-    const QByteArray bytes(systemPath.data(), static_cast<qsizetype>(systemPath.size()));
-    return QUrl::fromEncoded("file://" + bytes.toPercentEncoding("/"));
 }
 
 // Something that the system can run, not a document on a disk whose files all count as executable.

@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QString>
+#include <QUrl>
 
 namespace platform {
 
@@ -14,5 +15,10 @@ Text toText(const QString& s) { return s.toStdU16String(); }
 QColor qtColor(COLORREF color) { return QColor(redOf(color), greenOf(color), blueOf(color)); }
 
 COLORREF colorOf(const QColor& color) { return rgb(color.red(), color.green(), color.blue()); }
+
+QUrl addressOf(const std::string& systemPath) {
+    return QUrl::fromEncoded("file://" +
+                             QByteArray::fromStdString(systemPath).toPercentEncoding("/"));
+}
 
 }  // namespace platform

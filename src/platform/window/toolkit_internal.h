@@ -5,6 +5,7 @@
 
 class QColor;
 class QString;
+class QUrl;
 template <class T> class QPointer;
 
 namespace platform {
@@ -13,6 +14,8 @@ namespace platform {
 [[nodiscard]] Text toText(const QString& s);
 [[nodiscard]] QColor qtColor(COLORREF color);  // a plain one
 [[nodiscard]] COLORREF colorOf(const QColor& color);
+// The address of a file, which holds the very bytes of its path, whatever they are.
+[[nodiscard]] QUrl addressOf(const std::string& systemPath);
 
 // A dialog with an owner, which may take it along while it runs: then it is nullptr afterwards.
 template <class Dialog> class DialogPointer {

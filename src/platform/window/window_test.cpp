@@ -10,9 +10,7 @@
 #include "support/window/LoggedWindow.h"
 
 #include <QApplication>
-#include <QDropEvent>
 #include <QLineEdit>
-#include <QMimeData>
 #include <QScreen>
 #include <gtest/gtest.h>
 #include <set>
@@ -957,24 +955,23 @@ TEST_F(Window, TakesDroppedFilesByteForByte) {
         if (uMsg == WM_DROPFILES) got = *reinterpret_cast<const std::vector<Text>*>(lParam);
         return std::nullopt;
     };
-    QMimeData data;
-    data.setData(QStringLiteral("text/uri-list"),
-                 "file:///tmp/caf%C3%A9%20x.lng\r\nfile://localhost/tmp/caf%E9.lng\r\n"
-                 "https://example.invalid/x\r\n");
-    const auto drop = [&] {
-        QDragEnterEvent enter(QPoint(1, 1), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(widgetOf(main.hWnd()), &enter);
+    const std::vector<Text> files{u"\\tmp\\caf\u00E9 x.lng", pathFromSystem("/tmp/caf\xE9.lng")};
+    const std::string_view addresses =
+        "file:///tmp/caf%C3%A9%20x.lng\r\nfile://localhost/tmp/caf%E9.lng\r\n"
+        "https://example.invalid/x\r\n";
+    DragContent ours, others;
+    ours.files = files;
+    others.others = {{"text/uri-list", Bytes(addresses.begin(), addresses.end())}};
+    for (const DragContent& content : {ours, others}) {
+        const auto drag = [&](bool drop) {
+            return platform::test::dragInto(main.hWnd(), {1, 1}, content, DROPEFFECT_COPY, drop);
+        };
+        DragAcceptFiles(main.hWnd(), false);
+        EXPECT_EQ(drag(true), DROPEFFECT_NONE) << "not asked for";
+        DragAcceptFiles(main.hWnd(), true);
+        EXPECT_EQ(drag(false), DROPEFFECT_COPY);
         EXPECT_TRUE(got.empty()) << "not yet";
-        QDropEvent event(QPointF(1, 1), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(widgetOf(main.hWnd()), &event);
-        return event.isAccepted();
-    };
-    drop();
-    EXPECT_TRUE(got.empty()) << "not asked for";
-    DragAcceptFiles(main.hWnd(), true);
-    EXPECT_TRUE(drop());
-    ASSERT_EQ(got.size(), 2U);
-    EXPECT_EQ(got[0], u"\\tmp\\caf\u00E9 x.lng");
-    EXPECT_EQ(pathToSystem(got[1]), "/tmp/caf\xE9.lng");
-    (void)log.take();
+        EXPECT_EQ(drag(true), DROPEFFECT_COPY);
+        EXPECT_EQ(std::exchange(got, {}), files);
+    }
 }
