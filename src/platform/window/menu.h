@@ -118,7 +118,7 @@ constexpr std::uint32_t TPM_RIGHTALIGN = 0x0008;
 constexpr std::uint32_t TPM_RETURNCMD = 0x0100;
 // Opens a menu at a place on the screen and reads messages until it is closed. With TPM_RETURNCMD
 // the identifier of what was picked, or 0, and no WM_COMMAND is posted; else 1. 0 when it could not
-// be opened: unknown menu or window, or open already.
+// be opened: unknown menu or window, open already, or ended by its owner ahead of that.
 std::int32_t TrackPopupMenu(HMENU hMenu, std::uint32_t flags, int x, int y, HWND hWnd);
 
 // ---- Keys for commands

@@ -55,10 +55,7 @@ constexpr int kMenuColor = 4, kBarColor = 30;  // of GetSysColor
 const MenuView* viewOf(const QWidget* widget) { return dynamic_cast<const MenuView*>(widget); }
 MenuView* viewOf(QWidget* widget) { return dynamic_cast<MenuView*>(widget); }
 
-QColor systemColor(int index) {
-    const COLORREF color = GetSysColor(index);
-    return QColor(redOf(color), greenOf(color), blueOf(color));
-}
+QColor systemColor(int index) { return qtColor(GetSysColor(index)); }
 
 // What the platform adds to the width of an owner-drawn item: room for a check mark.
 int checkMarkWidth() {
@@ -416,9 +413,9 @@ bool PopupWidget::announce() {
     return true;
 }
 
-void PopupWidget::track(int x, int y, std::uint32_t flags, std::optional<std::uint32_t>* picked) {
+bool PopupWidget::track(int x, int y, std::uint32_t flags, std::optional<std::uint32_t>* picked) {
     const QPointer<PopupWidget> self(this);
-    if (!announce() || self.isNull()) return;
+    if (!announce() || self.isNull()) return false;
     m_announced = true;
     const int width = sizeHint().width();
     if ((flags & TPM_RIGHTALIGN) != 0) {
@@ -426,10 +423,12 @@ void PopupWidget::track(int x, int y, std::uint32_t flags, std::optional<std::ui
     } else if ((flags & TPM_CENTERALIGN) != 0) {
         x -= width / 2;
     }
+    const bool opens = !self.isNull() && IsMenu(menu());
     auto* const outer = std::exchange(g_pickInto, picked);
-    if (!self.isNull() && IsMenu(menu())) exec(QPoint(x, y));
+    if (opens) exec(QPoint(x, y));
     g_pickInto = outer;
     if (!self.isNull()) m_announced = false;
+    return opens;
 }
 
 bool PopupWidget::event(QEvent* event) {

@@ -25,8 +25,8 @@ public:
     // Tells the owner that the menu opens, and brings it up to date. False when it is gone by then.
     bool announce();
     // Announces and opens, until it is closed. What was picked goes into `picked`, or, without
-    // that, to the owner.
-    void track(int x, int y, std::uint32_t flags, std::optional<std::uint32_t>* picked);
+    // that, to the owner. False when the menu has ended ahead of opening.
+    bool track(int x, int y, std::uint32_t flags, std::optional<std::uint32_t>* picked);
 
 private:
     bool event(QEvent* event) override;

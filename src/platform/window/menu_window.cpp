@@ -133,8 +133,8 @@ std::int32_t TrackPopupMenu(HMENU hMenu, std::uint32_t flags, int x, int y, HWND
     if (popup == nullptr || popup->isVisible()) return 0;
     std::optional<std::uint32_t> picked;
     const bool returnsIt = (flags & TPM_RETURNCMD) != 0;
-    popup->track(x, y, flags, returnsIt ? &picked : nullptr);
-    return returnsIt ? static_cast<std::int32_t>(picked.value_or(0)) : 1;
+    const bool opened = popup->track(x, y, flags, returnsIt ? &picked : nullptr);
+    return returnsIt ? static_cast<std::int32_t>(picked.value_or(0)) : opened ? 1 : 0;
 }
 
 // ---- Keys
