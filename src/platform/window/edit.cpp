@@ -550,12 +550,11 @@ bool editProcedure(WindowRecord& record, std::uint32_t uMsg, WPARAM wParam, LPAR
 }
 
 void paintWith(QWidget& widget, const FieldColors& colors) {
-    const auto color = [](COLORREF c) { return QColor(redOf(c), greenOf(c), blueOf(c)); };
     QPalette palette = widget.palette();
-    palette.setColor(QPalette::Text, color(colors.text));
-    palette.setColor(QPalette::Base, color(colors.area));
-    palette.setColor(QPalette::HighlightedText, color(colors.selectedText));
-    palette.setColor(QPalette::Highlight, color(colors.selectedArea));
+    palette.setColor(QPalette::Text, qtColor(colors.text));
+    palette.setColor(QPalette::Base, qtColor(colors.area));
+    palette.setColor(QPalette::HighlightedText, qtColor(colors.selectedText));
+    palette.setColor(QPalette::Highlight, qtColor(colors.selectedArea));
     widget.setPalette(palette);
 }
 

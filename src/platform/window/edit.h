@@ -41,7 +41,9 @@ constexpr std::uint32_t WS_EX_RTLREADING = 0x00002000;
 constexpr std::uint32_t WS_EX_LAYOUTRTL = 0x00400000;  // sides change places, text reads from right
 
 enum : std::uint32_t {
-    EM_GETSEL = 0x00B0,  // wParam, lParam: std::int32_t* for start and end, or 0
+    // wParam, lParam: std::int32_t* for start and end, or 0. Both as low and high word, or -1 for
+    // an end beyond 65,535.
+    EM_GETSEL = 0x00B0,
     // wParam: the end that stays; lParam: the end with the caret, -1 the end of the text. Held to
     // the text. wParam -1: nothing is selected any more.
     EM_SETSEL = 0x00B1,

@@ -190,8 +190,8 @@ public:
         });
     }
 
-    // Starts in a directory of startDirectory. The library can show one only when its
-    // name is text: the list opens any other one, and the library shows the next around it.
+    // Starts in a directory of startDirectory. The library can show one only when its name is text:
+    // the list opens any other one, and the library shows the next around it.
     void startIn(const std::string& directory) {
         std::string shownByLibrary = directory;
         while (!isText(shownByLibrary)) shownByLibrary = directoryOf(shownByLibrary);

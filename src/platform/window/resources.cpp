@@ -85,7 +85,6 @@ std::shared_ptr<PictureObject> loadPicture(TextView name, COLORREF background) {
 }
 
 bool setProgramIcon(TextView name) {
-    initIconResources();
     QIcon icon;
     for (const int size : {16, 24, 32, 48, 64, 128, 256}) {
         const QString file = fileOf(Text(name) + u"-" + fromUtf8(std::to_string(size)));

@@ -141,7 +141,7 @@ bool ScrollBar::create(HWND parent, const RECT& place) {
     options.userData = reinterpret_cast<std::intptr_t>(m_impl.get());
     options.procedure = [](HWND window, std::uint32_t uMsg, WPARAM wParam,
                            LPARAM lParam) -> LRESULT {
-        // The widget keeps the record alive as long as it can send messages.
+        // The widget's connections keep it alive as long as there are messages.
         auto* const impl = reinterpret_cast<Impl*>(GetWindowLongW(window, GWL_USERDATA));
         if (uMsg == WM_MOUSEWHEEL) {
             return impl->turned(static_cast<std::int16_t>(hiWord(wParam)), loWord(wParam), lParam);

@@ -81,7 +81,7 @@ void setWindowProcess(HWND hWnd, std::uint32_t processId) {
 HWND windowAt(HWND hWnd, POINT at) {
     const QWidget* widget = widgetOf(hWnd);
     if (widget == nullptr) return 0;
-    const QWidget* inside = widget->childAt(at.x, at.y);
+    const QWidget* inside = widget->childAt(at.x, at.y + windowOf(hWnd)->clientTop);
     return inside == nullptr ? hWnd : windowOfWidget(inside);
 }
 
@@ -182,7 +182,7 @@ void mouse(HWND hWnd, MouseAction action, POINT at, WPARAM button, WPARAM down) 
 void wheel(HWND hWnd, POINT at, int delta, WPARAM modifiers) {
     QWidget* const widget = clientWidgetOf(hWnd);
     if (widget == nullptr) return;
-    const QPoint position(at.x, at.y);
+    const QPoint position(at.x, at.y + windowOf(hWnd)->clientTop);
     QWheelEvent event(QPointF(position), QPointF(widget->mapToGlobal(position)), QPoint(),
                       QPoint(0, delta), buttonsOf(modifiers), modifiersOf(modifiers),
                       Qt::NoScrollPhase, false);

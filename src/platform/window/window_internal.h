@@ -25,8 +25,8 @@ class QWidget;
 
 namespace platform {
 
-struct WindowRecord;
 class Accessible;
+struct WindowRecord;
 
 // The widget behind a window.
 class MessageTarget {
@@ -124,11 +124,11 @@ struct WindowRecord {
     WPARAM reportedState = SIZE_RESTORED;
     POINT reportedPosition;
     KeyFilter keyFilter;
+    Accessible* accessible = nullptr;  // see setAccessible
     QEventLoop* modalLoop = nullptr;
 
     std::vector<StashedEvent*> stash;  // the innermost last
     bool destroying = false;
-    Accessible* accessible = nullptr;  // see setAccessible
 };
 
 // One event of a window's widget or menu, from its arrival until it has been handled. While one
