@@ -53,16 +53,16 @@ struct OPENFILENAMEW {
     HWND hwndOwner = 0;
     // Pairs of description and patterns ("*.lng; *.ini"), each ended by a NUL, ended by one more.
     // An empty description ends the list as well; a missing pattern is that of all files.
-    Text lpstrFilter;
+    Text lpstrFilter{};
     std::uint32_t nFilterIndex = 0;  // in and out, from 1; 0 is the first, one too high the last
     // In: the name to start with, up to its first NUL; blanks around it don't count. Out: the
     // chosen path and a NUL, in front of what was there.
-    Text lpstrFile;
+    Text lpstrFile{};
     std::uint32_t nMaxFile = 0;  // units that lpstrFile may get, the NUL included
-    Text lpstrInitialDir;        // empty: that of the last dialog, at first the present directory
-    Text lpstrTitle;             // empty: the desktop's own
+    Text lpstrInitialDir{};      // empty: that of the last dialog, at first the present directory
+    Text lpstrTitle{};           // empty: the desktop's own
     std::uint32_t Flags = 0;     // in and out; others than those above have no influence
-    Text lpstrDefExt;            // is added to a typed name without an extension, for opening only
+    Text lpstrDefExt{};          // is added to a typed name without an extension, for opening only
                                  // when there is no such file; empty: none
 };
 // One file, never several. A path that does not fit into nMaxFile is told to the person and counts
@@ -92,7 +92,7 @@ constexpr std::uint32_t CF_LIMITSIZE = 0x2000;          // nSizeMin to nSizeMax
 struct CHOOSEFONTA {
     HWND hwndOwner = 0;
     HDC hDC = 0;                  // the printer's; fonts of the screen serve for both
-    LOGFONTA lpLogFont;           // in and out
+    LOGFONTA lpLogFont{};         // in and out
     std::int32_t iPointSize = 0;  // out: tenths of a point
     std::uint32_t Flags = 0;
     COLORREF rgbColors = 0;                   // in and out with CF_EFFECTS
@@ -115,7 +115,7 @@ constexpr std::uint32_t BFFM_SETSELECTIONW = WM_USER + 103;  // lParam: const Te
 using BFFCALLBACK = int (*)(HWND hWnd, std::uint32_t uMsg, LPARAM lParam, LPARAM lpData);
 template <class Title> struct BROWSEINFO {
     HWND hwndOwner = 0;
-    Title lpszTitle;
+    Title lpszTitle{};
     std::uint32_t ulFlags = 0;
     BFFCALLBACK lpfn = nullptr;  // gets BFFM_INITIALIZED and may send BFFM_SETSELECTION to hWnd,
     LPARAM lParam = 0;           // with the wParam 1 for a path

@@ -1,13 +1,13 @@
 #include "platform/window/edit.h"
 
 #include "platform/base/failure.h"
-#include "platform/window/application.h"
 #include "platform/window/fonts.h"
 #include "platform/window/input.h"
 #include "platform/window/screen.h"
-#include "platform/window/surface.h"
+#include "platform/window/surface_internal.h"
 #include "platform/window/testhooks.h"
 #include "platform/window/window_internal.h"
+#include "support/window/Failures.h"
 #include "support/window/LoggedWindow.h"
 
 #include <QAccessible>
@@ -41,7 +41,7 @@ constexpr std::uint32_t kPage = ES_MULTILINE | ES_AUTOVSCROLL | ES_WANTRETURN;
 // A main window with an edit window in it. Changes are written down as "EN_CHANGE".
 class Edit : public testing::Test {
 public:
-    Edit() : main(log, "main", mainWindow()) {
+    Edit() {
         main.on = [this](std::uint32_t uMsg, WPARAM wParam, LPARAM lParam) {
             return answer(uMsg, wParam, lParam);
         };
@@ -71,11 +71,18 @@ public:
         SendMessageW(edit, EM_SETSEL, anchor, caret);
         changes = 0;
     }
-    // The text with the ends of the selection as [ and ], or the caret as |; CR and LF as < and >.
-    std::string state() const {
+    [[nodiscard]] std::pair<std::int32_t, std::int32_t> selection() const {
         std::int32_t start = -1, end = -1;
         SendMessageW(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&start),
                      reinterpret_cast<LPARAM>(&end));
+        return {start, end};
+    }
+    [[nodiscard]] platform::test::ShownPicture picture() const {
+        return platform::test::shownPicture(edit);
+    }
+    // The text with the ends of the selection as [ and ], or the caret as |; CR and LF as < and >.
+    std::string state() const {
+        const auto [start, end] = selection();
         Text shown = text();
         const auto mark = [&](std::int32_t at, const char16_t* sign) {
             shown.insert(std::min<std::size_t>(static_cast<std::size_t>(at), shown.size()), sign);
@@ -114,7 +121,7 @@ public:
 
     platform::test::WindowHookScope hooks;
     MessageLog log;
-    LoggedWindow main;
+    LoggedWindow main{log, "main", ::test::mainWindow()};
     HWND edit = 0;
     int changes = 0;
     std::function<void()> onChange;
@@ -123,12 +130,6 @@ public:
     std::string asked;  // who asked for colours
 
 private:
-    static WindowOptions mainWindow() {
-        WindowOptions options;
-        options.kind = WindowKind::Main;
-        options.size = {200, 100};
-        return options;
-    }
     std::optional<LRESULT> answer(std::uint32_t uMsg, WPARAM wParam, LPARAM lParam) {
         if (uMsg == WM_COMMAND && hiWord(wParam) == EN_CHANGE &&
             static_cast<HWND>(lParam) == edit) {
@@ -409,8 +410,7 @@ TEST_F(Edit, CountsLinesAsTheyAreShownWhenTheyAreBroken) {
 TEST_F(Edit, SelectsInsideTheTextOnly) {
     const struct {
         int anchor, caret;
-        const char* line;
-        const char* page;
+        const char *line, *page;
     } kCases[] = {
         {1, 2, "a[b]cdef", "a[b]<>cd"},
         {2, 1, "a[b]cdef", "a[b]<>cd"},
@@ -435,29 +435,28 @@ TEST_F(Edit, SelectsInsideTheTextOnly) {
 }
 
 TEST_F(Edit, HoldsToTheLimitOnEveryWayIn) {
+    using Way = std::function<void()>;
+    const auto type = [&](TextView typed) { return Way([=, this] { typeText(edit, typed); }); };
+    const Way paste = [&] { send(WM_PASTE); };
+    const Way put = [&] { replaceSelection(u"x\U0001F600"); };
+    const Way composed = [&] { compose(edit, u"long"), compose(edit, {}, u"xyz"); };
     const struct {
         const char* before;
         int limit;
-        std::function<void(Edit&)> enter;
-        const char* line;
-        const char* page;
+        Way enter;
+        const char *line, *page;
     } kCases[] = {
-        {"abc|", 4, [](Edit& e) { typeText(e.edit, u"xyz"); }, "abcx|", "abcx|"},
-        {"a[bc]", 3, [](Edit& e) { typeText(e.edit, u"xyz"); }, "axy|", "axy|"},
-        {"abc|", 4, [](Edit& e) { typeText(e.edit, u"\U0001F600y"); }, "abcy|", "abcy|"},
-        {"abc|", 4, [](Edit& e) { e.send(WM_PASTE); }, "abc1|", "abc1|"},
-        {"abcd|", 2, [](Edit& e) { e.send(WM_PASTE); }, "abcd|", "abcd|"},
-        {"[abcd]", 2, [](Edit& e) { e.send(WM_PASTE); }, "12|", "12|"},
-        {"a[b]", 5, [](Edit& e) { e.send(WM_PASTE); }, "a12 3|", "a12<>|"},
-        {"abc|", 5, [](Edit& e) { e.replaceSelection(u"x\U0001F600"); }, "abcx|", "abcx|"},
-        {"abc|", 5,
-         [](Edit& e) {
-             compose(e.edit, u"long", u"");
-             compose(e.edit, u"", u"xyz");
-         },
-         "abcxy|", "abcxy|"},
-        {"abc|", 0, [](Edit& e) { e.send(WM_PASTE); }, "abc12 3|", "abc12<>3|"},
-        {"abc|", -1, [](Edit& e) { typeText(e.edit, u"x"); }, "abcx|", "abcx|"},
+        {"abc|", 4, type(u"xyz"), "abcx|", "abcx|"},
+        {"a[bc]", 3, type(u"xyz"), "axy|", "axy|"},
+        {"abc|", 4, type(u"\U0001F600y"), "abcy|", "abcy|"},
+        {"abc|", 4, paste, "abc1|", "abc1|"},
+        {"abcd|", 2, paste, "abcd|", "abcd|"},
+        {"[abcd]", 2, paste, "12|", "12|"},
+        {"a[b]", 5, paste, "a12 3|", "a12<>|"},
+        {"abc|", 5, put, "abcx|", "abcx|"},
+        {"abc|", 5, composed, "abcxy|", "abcxy|"},
+        {"abc|", 0, paste, "abc12 3|", "abc12<>3|"},
+        {"abc|", -1, type(u"x"), "abcx|", "abcx|"},
     };
     setClipboardText(u"12\n3");
     for (const std::uint32_t style : {kLine, kPage}) {
@@ -466,7 +465,7 @@ TEST_F(Edit, HoldsToTheLimitOnEveryWayIn) {
             show(c.before);
             send(EM_LIMITTEXT, c.limit);
             EXPECT_EQ(send(EM_GETLIMITTEXT), c.limit > 0 ? c.limit : kNoTextLimit);
-            c.enter(*this);
+            c.enter();
             EXPECT_EQ(state(), style == kLine ? c.line : c.page) << c.before;
         }
         SetWindowTextW(edit, u"longer than the limit");
@@ -665,16 +664,16 @@ TEST_F(Edit, LeavesTheResultOfAnInputMethodToAProcedureInFront) {
 }
 
 TEST_F(Edit, SurvivesAParentThatEndsItAtAChange) {
-    const std::pair<const char*, std::function<void(Edit&)>> kWays[] = {
-        {"typing", [](Edit& e) { pressKey(e.edit, 'A', u"ab"); }},
-        {"a key", [](Edit& e) { pressKey(e.edit, VK_BACK); }},
-        {"paste", [](Edit& e) { e.send(WM_PASTE); }},
-        {"cut", [](Edit& e) { e.send(WM_CUT); }},
-        {"undo", [](Edit& e) { e.send(WM_UNDO); }},
-        {"the program", [](Edit& e) { e.replaceSelection(u"x"); }},
-        {"composing", [](Edit& e) { compose(e.edit, u"x"); }},
-        {"a result", [](Edit& e) { compose(e.edit, u"", u"x"); }},
-        {"the menu", [](Edit& e) { e.send(WM_CONTEXTMENU, 0, -1), chooseFromMenu("Delete"); }},
+    const std::pair<const char*, std::function<void()>> kWays[] = {
+        {"typing", [&] { pressKey(edit, 'A', u"ab"); }},
+        {"a key", [&] { pressKey(edit, VK_BACK); }},
+        {"paste", [&] { send(WM_PASTE); }},
+        {"cut", [&] { send(WM_CUT); }},
+        {"undo", [&] { send(WM_UNDO); }},
+        {"the program", [&] { replaceSelection(u"x"); }},
+        {"composing", [&] { compose(edit, u"x"); }},
+        {"a result", [&] { compose(edit, u"", u"x"); }},
+        {"the menu", [&] { send(WM_CONTEXTMENU, 0, -1), chooseFromMenu("Delete"); }},
     };
     setClipboardText(u"clip");
     for (const std::uint32_t style : {kLine, kPage}) {
@@ -684,7 +683,7 @@ TEST_F(Edit, SurvivesAParentThatEndsItAtAChange) {
             typeText(edit, u"c");
             send(EM_SETSEL, 0, 2);
             onChange = [this] { DestroyWindow(edit); };
-            way(*this);
+            way();
             EXPECT_FALSE(IsWindow(edit)) << name;
             onChange = nullptr;
             settle();
@@ -697,15 +696,13 @@ TEST_F(Edit, SurvivesAParentThatEndsItAtAChange) {
 }
 
 TEST_F(Edit, AParentsFailureReachesWhoeverChangedTheText) {
+    ::test::Failures failures;
     make(kLine);
     onChange = [] { throw Failure(kOwnError, u"parent", u"no"); };
     EXPECT_THROW(SetWindowTextW(edit, u"x"), Failure);
     EXPECT_EQ(text(), u"x");
-    int reported = 0;
-    setFailureHandler([&](const std::exception_ptr&) { ++reported; });
     typeText(edit, u"y");
-    setFailureHandler(nullptr);
-    EXPECT_EQ(reported, 1);
+    EXPECT_EQ(failures.take(), "no\n");
     onChange = nullptr;
     EXPECT_EQ(text(), u"yx");
     changes = 0;
@@ -714,13 +711,12 @@ TEST_F(Edit, AParentsFailureReachesWhoeverChangedTheText) {
 }
 
 TEST_F(Edit, TellsOfATextThatIsSetOnlyFromALine) {
-    make(kLine);
-    SetWindowTextW(edit, u"x");
-    EXPECT_EQ(changes, 1);
-    make(kPage);
-    SetWindowTextW(edit, u"x");
-    settle();
-    EXPECT_EQ(changes, 0);
+    for (const std::uint32_t style : {kLine, kPage}) {
+        make(style);
+        SetWindowTextW(edit, u"x");
+        settle();
+        EXPECT_EQ(changes, style == kLine ? 1 : 0);
+    }
 }
 
 TEST_F(Edit, AsksItsParentForColoursAtEachPaint) {
@@ -729,8 +725,8 @@ TEST_F(Edit, AsksItsParentForColoursAtEachPaint) {
         brush = CreateSolidBrush(rgb(0, 128, 255));
         textColor = rgb(255, 0, 0);
         const auto pixel = [&](int x, int y) {
-            const auto picture = platform::test::shownPicture(edit);
-            return picture.pixels[static_cast<std::size_t>(y * picture.width + x)];
+            const auto shown = picture();
+            return shown.pixels[static_cast<std::size_t>(y * shown.width + x)];
         };
         InvalidateRect(edit);
         settle();
@@ -756,12 +752,8 @@ TEST_F(Edit, AsksItsParentForColoursAtEachPaint) {
 
 TEST_F(Edit, ShowsTheSelectionWithTheFocusOrWhenItShallNotHide) {
     const auto selected = [&] {
-        const COLORREF wanted = GetSysColor(13);
-        const auto rgbOf =
-            static_cast<std::uint32_t>(redOf(wanted) << 16 | greenOf(wanted) << 8 | blueOf(wanted));
         settle();
-        const auto picture = platform::test::shownPicture(edit);
-        return std::ranges::count(picture.pixels, rgbOf) > 20;
+        return std::ranges::count(picture().pixels, pixelOf(GetSysColor(13)) & 0xFFFFFF) > 20;
     };
     for (const std::uint32_t style : {kLine, kPage}) {
         for (const bool stays : {false, true}) {
@@ -878,17 +870,16 @@ TEST_F(Edit, TurnsTheWheelItselfWhenItHasLinesToShow) {
 
 TEST_F(Edit, AFieldFromRightToLeftBeginsAtTheRightWhateverItHolds) {
     for (const std::uint32_t style : {kLine, kPage}) {
-        DestroyWindow(edit);
-        edit = CreateWindowExW(WS_EX_LAYOUTRTL | WS_EX_RTLREADING, u"EDIT", {},
-                               WS_CHILD | WS_VISIBLE | style, 0, 0, 200, 24, main.hWnd());
+        make(style, WS_EX_LAYOUTRTL | WS_EX_RTLREADING, {200, 24});
+        SetFocus(main.hWnd());  // no caret
         set(u"abc \u05D0");
         settle();
-        const auto picture = platform::test::shownPicture(edit);
-        const auto ground = picture.pixels[static_cast<std::size_t>(12 * picture.width + 100)];
+        const auto shown = picture();
+        const auto ground = shown.pixels[static_cast<std::size_t>(12 * shown.width + 100)];
         int left = 0, right = 0;
-        for (std::size_t i = 0; i < picture.pixels.size(); ++i) {
-            if (picture.pixels[i] == ground) continue;
-            ++(static_cast<int>(i) % picture.width < 100 ? left : right);
+        for (std::size_t i = 0; i < shown.pixels.size(); ++i) {
+            if (shown.pixels[i] == ground) continue;
+            ++(static_cast<int>(i) % shown.width < 100 ? left : right);
         }
         EXPECT_EQ(left, 0) << (style == kPage ? "several lines" : "one line");
         EXPECT_GT(right, 20);
@@ -898,11 +889,11 @@ TEST_F(Edit, AFieldFromRightToLeftBeginsAtTheRightWhateverItHolds) {
 TEST_F(Edit, HidesAPasswordBehindItsCharacter) {
     make(kLine);
     set(u"abc");
-    const auto plain = platform::test::shownPicture(edit).pixels;
+    const auto plain = picture().pixels;
     send(EM_SETPASSWORDCHAR, '*');
-    const auto stars = platform::test::shownPicture(edit).pixels;
+    const auto stars = picture().pixels;
     send(EM_SETPASSWORDCHAR, '#');
-    const auto signs = platform::test::shownPicture(edit).pixels;
+    const auto signs = picture().pixels;
     EXPECT_NE(plain, stars);
     EXPECT_NE(stars, signs);
     EXPECT_EQ(text(), u"abc");
@@ -919,7 +910,6 @@ TEST_F(Edit, HidesAPasswordBehindItsCharacter) {
     EXPECT_EQ(text(), u"abcd") << "what cannot be seen is not taken back";
     pressKey(edit, VK_BACK);
     send(EM_SETPASSWORDCHAR, 0);
-    EXPECT_EQ(platform::test::shownPicture(edit).pixels.size(), plain.size());
     EXPECT_EQ(text(), u"abc");
 }
 
@@ -946,7 +936,7 @@ TEST_F(Edit, DrawsInTheFontThatItIsGiven) {
         make(style);
         set(u"M");
         const auto ink = [&] {
-            const auto pixels = platform::test::shownPicture(edit).pixels;
+            const auto pixels = picture().pixels;
             return std::ranges::count_if(pixels, [&](auto p) { return p != pixels.back(); });
         };
         const auto before = ink();
@@ -976,16 +966,11 @@ TEST_F(Edit, ShowsAVeryLongLineInPiecesThatNobodyElseSees) {
     const int seam = static_cast<int>(send(EM_LINEINDEX, 3));
     const auto at = static_cast<std::size_t>(seam);
     send(EM_SETSEL, seam, seam);
-    const auto caret = [&] {
-        std::int32_t start = -1;
-        send(EM_GETSEL, reinterpret_cast<WPARAM>(&start));
-        return start;
-    };
     pressKey(edit, VK_LEFT);
-    EXPECT_EQ(caret(), seam - 1);
+    EXPECT_EQ(selection().first, seam - 1);
     pressKey(edit, VK_RIGHT);
     pressKey(edit, VK_RIGHT);
-    EXPECT_EQ(caret(), seam + 1);
+    EXPECT_EQ(selection().first, seam + 1);
     pressKey(edit, VK_LEFT);
     pressKey(edit, VK_BACK);
     EXPECT_TRUE(text() == Text(expected).erase(at - 1, 1)) << "a key is a character";
@@ -1029,11 +1014,9 @@ TEST_F(Edit, KeepsTextAndSelectionThroughManySteps) {
                 set(model);
             }
             ASSERT_EQ(toUtf8(text()), toUtf8(model)) << step;
-            std::int32_t caret = -1;
-            send(EM_GETSEL, reinterpret_cast<WPARAM>(&caret));
-            ASSERT_EQ(caret, model.find(u"\r\r\n") != Text::npos
-                                 ? 0
-                                 : start + static_cast<int>(piece.size()));
+            ASSERT_EQ(selection().first, model.find(u"\r\r\n") != Text::npos
+                                             ? 0
+                                             : start + static_cast<int>(piece.size()));
         }
     }
 }

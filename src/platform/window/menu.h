@@ -59,7 +59,7 @@ struct MENUITEMINFOW {
     std::uint32_t wID = 0;
     HMENU hSubMenu = 0;
     std::uint32_t dwItemData = 0;
-    Text dwTypeData;  // caption, and behind the last tab the name of its key
+    Text dwTypeData{};  // caption, and behind the last tab the name of its key
 };
 
 // ---- Menus and their items

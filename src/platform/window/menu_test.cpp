@@ -6,6 +6,7 @@
 #include "platform/window/surface.h"
 #include "platform/window/testhooks.h"
 #include "support/gui/Golden.h"
+#include "support/window/Canvas.h"
 #include "support/window/LoggedWindow.h"
 
 #include <array>
@@ -13,6 +14,8 @@
 #include <sstream>
 
 using namespace platform;
+using ::test::Canvas;
+using ::test::childOf;
 using ::test::LoggedWindow;
 using ::test::MessageLog;
 
@@ -37,13 +40,14 @@ struct Entry {
 HMENU menuOfEntries(const std::vector<Entry>& entries) {
     const HMENU hMenu = CreateMenu();
     for (const Entry& entry : entries) {
-        MENUITEMINFOW info;
-        info.fMask = MIIM_ID | MIIM_STATE | MIIM_FTYPE | MIIM_STRING | MIIM_SUBMENU;
-        info.fType = entry.text == u"-" ? MFT_SEPARATOR : MFT_STRING;
-        if (entry.text != u"-") info.dwTypeData = entry.text;
-        info.wID = entry.id;
-        info.fState = entry.state;
-        info.hSubMenu = entry.opens;
+        const bool separates = entry.text == u"-";
+        const MENUITEMINFOW info{.fMask =
+                                     MIIM_ID | MIIM_STATE | MIIM_FTYPE | MIIM_STRING | MIIM_SUBMENU,
+                                 .fType = separates ? MFT_SEPARATOR : MFT_STRING,
+                                 .fState = entry.state,
+                                 .wID = entry.id,
+                                 .hSubMenu = entry.opens,
+                                 .dwTypeData = separates ? Text() : entry.text};
         EXPECT_TRUE(InsertMenuItemW(hMenu, ~0U, true, info));
     }
     return hMenu;
@@ -66,51 +70,36 @@ std::string dump(HMENU hMenu) {
     return out.str();
 }
 
-void setText(HMENU hMenu, std::uint32_t id, TextView text) {
-    MENUITEMINFOW info;
-    info.fMask = MIIM_STRING;
-    info.dwTypeData = text;
-    EXPECT_TRUE(SetMenuItemInfoW(hMenu, id, false, info));
-}
-
-void setType(HMENU hMenu, std::uint32_t id, std::uint32_t type) {
-    MENUITEMINFOW info;
-    info.fMask = MIIM_FTYPE;
-    info.fType = type;
-    EXPECT_TRUE(SetMenuItemInfoW(hMenu, id, false, info));
+bool setText(HMENU hMenu, std::uint32_t id, TextView text) {
+    return SetMenuItemInfoW(hMenu, id, false, {.fMask = MIIM_STRING, .dwTypeData = Text(text)});
 }
 
 TEST(MenuItems, AreFoundByPositionAndByIdentifierAtAnyDepth) {
     const HMENU inner = menuOfEntries({{30, u"deep"}, {1, u"hidden behind the outer one"}});
     const HMENU file = menuOfEntries({{20, u"Open\tCtrl+O"}, {21, u"-"}, {22, u"More", 0, inner}});
     const HMENU bar = menuOfEntries({{2, u"&File", 0, file}, {1, u"Exit", MFS_DISABLED}});
-    const std::string all =
-        "2'&File'[20'Open\tCtrl+O' 21 t800'' 22'More'[30'deep' 1'hidden behind the outer one']] "
-        "1 s3'Exit'";
-    EXPECT_EQ(dump(bar), all);
+    EXPECT_EQ(dump(bar), "2'&File'[20'Open\tCtrl+O' 21 t800'' 22'More'[30'deep' 1'hidden behind "
+                         "the outer one']] 1 s3'Exit'");
 
-    setText(bar, 1, u"Quit");
-    setText(bar, 30, u"Deep");
+    EXPECT_TRUE(setText(bar, 1, u"Quit"));
+    EXPECT_TRUE(setText(bar, 30, u"Deep"));
     EXPECT_EQ(dump(bar), "2'&File'[20'Open\tCtrl+O' 21 t800'' 22'More'[30'Deep' 1'hidden behind "
                          "the outer one']] 1 s3'Quit'");
     MENUITEMINFOW info;
-    EXPECT_FALSE(SetMenuItemInfoW(bar, 99, false, info));
+    EXPECT_FALSE(setText(bar, 99, u""));
     EXPECT_FALSE(SetMenuItemInfoW(bar, 2, true, info));
     EXPECT_FALSE(GetMenuItemInfoW(bar, 0xFFFFFFFF, true, info));
 
     // A menu cannot be inside of itself, or two would hold each other for ever.
-    info.fMask = MIIM_SUBMENU;
-    info.hSubMenu = bar;
+    info = {.fMask = MIIM_SUBMENU, .hSubMenu = bar};
     EXPECT_FALSE(SetMenuItemInfoW(bar, 30, false, info));
     EXPECT_FALSE(InsertMenuItemW(inner, 0, true, info));
     EXPECT_FALSE(InsertMenuItemW(bar, 30, false, info));
 
     EXPECT_TRUE(RemoveMenu(bar, 22, MF_BYCOMMAND));
     EXPECT_TRUE(IsMenu(inner));
-    info = {};
-    info.fMask = MIIM_ID;
-    info.wID = 40;
-    EXPECT_TRUE(InsertMenuItemW(bar, 21, false, info));  // ahead of an item inside
+    // Ahead of an item inside.
+    EXPECT_TRUE(InsertMenuItemW(bar, 21, false, {.fMask = MIIM_ID, .wID = 40}));
     EXPECT_EQ(dump(file), "20'Open\tCtrl+O' 40'' 21 t800''");
     EXPECT_TRUE(DeleteMenu(bar, 0, MF_BYPOSITION));
     EXPECT_FALSE(IsMenu(file));
@@ -143,10 +132,7 @@ TEST(MenuItems, CarryTextOfTheSystemCodePage) {
     for (const auto& c : kCases) {
         setAnsiCodePage(c.page);
         std::array<char, 256> room{"untouched"};
-        MENUITEMINFOA info;
-        info.fMask = MIIM_STRING;
-        info.dwTypeData = room.data();
-        info.cch = c.room;
+        MENUITEMINFOA info{.fMask = MIIM_STRING, .dwTypeData = room.data(), .cch = c.room};
         EXPECT_TRUE(GetMenuItemInfoA(menu, c.id, false, info));
         EXPECT_EQ(room.data(), c.text);
         EXPECT_EQ(info.cch, c.count);
@@ -162,10 +148,7 @@ TEST(MenuItems, CarryTextOfTheSystemCodePage) {
 
 TEST(MenuItems, LoseTheirTextToAnOldTypeAndKeepItWithANewOne) {
     const HMENU menu = menuOfEntries({{1, u"Open"}, {2, u"Save"}});
-    MENUITEMINFOA info;
-    info.fType = MFT_OWNERDRAW;
-    info.dwItemData = 7;
-    info.fMask = MIIM_FTYPE | MIIM_DATA;
+    MENUITEMINFOA info{.fMask = MIIM_FTYPE | MIIM_DATA, .fType = MFT_OWNERDRAW, .dwItemData = 7};
     EXPECT_TRUE(SetMenuItemInfoA(menu, 1, false, info));
     info.fMask = MIIM_TYPE | MIIM_DATA;
     EXPECT_TRUE(SetMenuItemInfoA(menu, 2, false, info));
@@ -173,17 +156,11 @@ TEST(MenuItems, LoseTheirTextToAnOldTypeAndKeepItWithANewOne) {
 
     // Back again, as the old way needs it.
     char text[] = "Sichern";
-    info.fType = MFT_STRING;
-    info.dwTypeData = text;
-    info.cch = 3;
-    info.fMask = MIIM_TYPE;
+    info = {.fMask = MIIM_TYPE, .fType = MFT_STRING, .dwTypeData = text, .cch = 3};
     EXPECT_TRUE(SetMenuItemInfoA(menu, 2, false, info));
     EXPECT_EQ(dump(menu), "1 t100 d7'Open' 2 d7'Sichern'");
     char room[8] = "#######";
-    info = {};
-    info.fMask = MIIM_TYPE;
-    info.dwTypeData = room;
-    info.cch = sizeof room;
+    info = {.fMask = MIIM_TYPE, .dwTypeData = room, .cch = sizeof room};
     EXPECT_TRUE(GetMenuItemInfoA(menu, 1, false, info));
     EXPECT_EQ(info.cch, 0U) << "an owner-drawn item has no text in the old way";
     EXPECT_EQ(info.fType, MFT_OWNERDRAW);
@@ -197,54 +174,57 @@ TEST(MenuItems, TenThousandAreChangedByIdentifierInNoTime) {
     for (info.wID = 0; info.wID < 10000; ++info.wID) {
         ASSERT_TRUE(InsertMenuItemW(menu, ~0U, true, info));
     }
-    for (std::uint32_t id = 0; id < 10000; ++id) setText(menu, id, u"x");
-    EXPECT_EQ(GetMenuItemCount(menu), 10000);
+    for (std::uint32_t id = 0; id < 10000; ++id) ASSERT_TRUE(setText(menu, id, u"x"));
     DestroyMenu(menu);
 }
 
 // ---- Windows
 
+// Items that their owner draws are as wide as their user data, in a colour by their state.
 class MenuWindow : public testing::Test {
 public:
-    ~MenuWindow() override { settle(); }
-    static WindowOptions options() {
-        WindowOptions made;
-        made.kind = WindowKind::Main;
-        made.position = {100, 50};
-        made.size = {300, 120};
-        return made;
-    }
-    // Answers owner-drawn items: each as wide as its user data, painted in a colour by its state.
-    void drawItems() {
-        window.on = [this](std::uint32_t uMsg, WPARAM, LPARAM lParam) -> std::optional<LRESULT> {
-            if (uMsg == WM_MEASUREITEM) {
-                auto& item = *reinterpret_cast<MEASUREITEMSTRUCT*>(lParam);
-                item.itemWidth = item.itemData;
-                item.itemHeight = 20;
-                return 1;
-            }
-            if (uMsg == WM_DRAWITEM) {
-                const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
-                const bool hot = (item.itemState & (ODS_SELECTED | ODS_HOTLIGHT)) != 0;
-                const bool grey = (item.itemState & ODS_DISABLED) != 0;
-                const HBRUSH brush = CreateSolidBrush(grey  ? rgb(128, 128, 128)
-                                                      : hot ? rgb(255, 0, 0)
-                                                            : rgb(0, 0, 255));
-                FillRect(item.hDC, item.rcItem, brush);
-                DeleteObject(brush);
-                return 1;
-            }
-            return std::nullopt;
+    MenuWindow() {
+        window.on = [this](std::uint32_t uMsg, WPARAM, LPARAM lParam) {
+            return answer(uMsg, lParam);
         };
     }
-    void ownerDrawn(HMENU hMenu, std::uint32_t id, std::uint32_t width) {
-        MENUITEMINFOW info;
-        info.fMask = MIIM_FTYPE;
-        EXPECT_TRUE(GetMenuItemInfoW(hMenu, id, false, info));
-        info.fMask = MIIM_FTYPE | MIIM_DATA;
-        info.fType |= MFT_OWNERDRAW;
-        info.dwItemData = width;
-        EXPECT_TRUE(SetMenuItemInfoW(hMenu, id, false, info));
+    ~MenuWindow() override { settle(); }
+    static WindowOptions options() {
+        return {.kind = WindowKind::Main, .position = {100, 50}, .size = {300, 120}};
+    }
+    static void ownerDrawn(HMENU hMenu, std::initializer_list<std::uint32_t> ids,
+                           std::uint32_t width) {
+        for (const std::uint32_t id : ids) {
+            MENUITEMINFOW info{.fMask = MIIM_FTYPE};
+            EXPECT_TRUE(GetMenuItemInfoW(hMenu, id, false, info));
+            info.fMask = MIIM_FTYPE | MIIM_DATA;
+            info.fType |= MFT_OWNERDRAW;
+            info.dwItemData = width;
+            EXPECT_TRUE(SetMenuItemInfoW(hMenu, id, false, info));
+        }
+    }
+    // With the bar or without one.
+    void show(HMENU shown) {
+        EXPECT_TRUE(SetMenu(window.hWnd(), shown));
+        ShowWindow(window.hWnd(), SW_SHOW);
+        settle();
+        (void)log.take();
+    }
+    void clickOnBar(int position) const {
+        mouseOnMenu(bar, position, MouseAction::Press, MK_LBUTTON, MK_LBUTTON);
+        mouseOnMenu(bar, position, MouseAction::Release, MK_LBUTTON);
+        settle();
+    }
+    // Opens a popup, does `inside` once it shows, and gives the result.
+    std::int32_t track(HMENU popup, std::uint32_t flags, std::function<void()> inside) {
+        whileOpen = std::move(inside);
+        PostMessageW(window.hWnd(), WM_APP, 0, 0);
+        const std::int32_t result = TrackPopupMenu(popup, flags, 150, 80, window.hWnd());
+        settle();
+        return result;
+    }
+    [[nodiscard]] static std::string initLine(HMENU popup, int position) {
+        return "WM_INITMENUPOPUP " + std::to_string(popup) + ' ' + std::to_string(position) + '\n';
     }
     [[nodiscard]] SIZE clientSize() const {
         RECT rect;
@@ -267,30 +247,56 @@ public:
         menuOfEntries({{20, u"&Open"}, {21, u"-"}, {22, u"&Save", MFS_DISABLED}, {23, u"E&xit"}});
     HMENU tools = menuOfEntries({{30, u"Find\tF3"}, {31, u"Filter", MFS_CHECKED}});
     HMENU bar = menuOfEntries({{1, u"&File", 0, file}, {2, u"&Tools", 0, tools}});
+    std::function<void(std::uint32_t uMsg, LPARAM lParam)> heard;  // ahead of the answer
+    bool paints = true;
     platform::test::WindowHookScope hooks;
     MessageLog log;
     LoggedWindow window{log, "main", options()};
+
+private:
+    std::optional<LRESULT> answer(std::uint32_t uMsg, LPARAM lParam) {
+        if (heard) heard(uMsg, lParam);
+        if (uMsg == WM_APP && whileOpen) {
+            settle();
+            whileOpen();
+            return 0;
+        }
+        if (uMsg == WM_MEASUREITEM) {
+            auto& item = *reinterpret_cast<MEASUREITEMSTRUCT*>(lParam);
+            item.itemWidth = item.itemData;
+            item.itemHeight = 20;
+            return 1;
+        }
+        if (uMsg == WM_DRAWITEM && paints) {
+            const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+            const bool hot = (item.itemState & (ODS_SELECTED | ODS_HOTLIGHT)) != 0;
+            const bool grey = (item.itemState & ODS_DISABLED) != 0;
+            const HBRUSH brush = CreateSolidBrush(grey  ? rgb(128, 128, 128)
+                                                  : hot ? rgb(255, 0, 0)
+                                                        : rgb(0, 0, 255));
+            FillRect(item.hDC, item.rcItem, brush);
+            DeleteObject(brush);
+            return 1;
+        }
+        return std::nullopt;
+    }
+    std::function<void()> whileOpen;
 };
 
-TEST_F(MenuWindow, TheBarIsOutsideOfTheClientArea) {
-    drawItems();
-    ownerDrawn(bar, 1, 40);
-    ownerDrawn(bar, 2, 40);
-    LoggedWindow child(log, "child", [&] {
-        WindowOptions made;
-        made.parent = window.hWnd();
-        made.position = {10, 5};
-        made.size = {50, 40};
-        return made;
-    }());
+class MenuWindowWithChild : public MenuWindow {
+public:
+    LoggedWindow child{log, "child", childOf(window.hWnd(), {10, 5, 60, 45})};
+};
+
+TEST_F(MenuWindowWithChild, TheBarIsOutsideOfTheClientArea) {
+    ownerDrawn(bar, {1, 2}, 40);
     EXPECT_TRUE(SetMenu(window.hWnd(), bar));
     EXPECT_EQ(GetMenu(window.hWnd()), bar);
     EXPECT_EQ(clientSize(), (SIZE{300, 120})) << "nobody sees it: the window grows";
     POINT corner{};
     EXPECT_TRUE(ClientToScreen(window.hWnd(), corner));
     EXPECT_EQ(corner, (POINT{100, 50}));
-    ShowWindow(window.hWnd(), SW_SHOW);
-    settle();
+    show(bar);
     EXPECT_EQ(clientSize(), (SIZE{300, 120}));
     const RECT first = menuItemPlace(bar, 0), second = menuItemPlace(bar, 1);
     EXPECT_EQ(first, (RECT{corner.x, corner.y - 20, corner.x + 52, corner.y}));
@@ -298,7 +304,6 @@ TEST_F(MenuWindow, TheBarIsOutsideOfTheClientArea) {
     POINT inside{};
     EXPECT_TRUE(ClientToScreen(child.hWnd(), inside));
     EXPECT_EQ(inside, (POINT{corner.x + 10, corner.y + 5}));
-    (void)log.take();
     mouse(window.hWnd(), MouseAction::Press, {3, 2}, MK_LBUTTON, MK_LBUTTON);
     mouse(window.hWnd(), MouseAction::Release, {3, 2}, MK_LBUTTON);
     EXPECT_NE(log.take().find("WM_LBUTTONDOWN 1 3,2"), std::string::npos);
@@ -326,15 +331,9 @@ TEST_F(MenuWindow, TheBarIsOutsideOfTheClientArea) {
 
 TEST_F(MenuWindow, ABarOfNoItemsTakesNoRoom) {
     const HMENU empty = CreateMenu();
-    EXPECT_TRUE(SetMenu(window.hWnd(), empty));
-    ShowWindow(window.hWnd(), SW_SHOW);
-    settle();
+    show(empty);
     EXPECT_EQ(clientSize(), (SIZE{300, 120}));
-    MENUITEMINFOW info;
-    info.fMask = MIIM_ID | MIIM_STRING;
-    info.wID = 9;
-    info.dwTypeData = u"New";
-    EXPECT_TRUE(InsertMenuItemW(empty, 0, true, info));
+    EXPECT_TRUE(InsertMenuItemW(empty, 0, true, {.fMask = MIIM_STRING, .dwTypeData = u"New"}));
     EXPECT_EQ(clientSize(), (SIZE{300, 120})) << "the message loop shows it";
     EXPECT_TRUE(DrawMenuBar(window.hWnd())) << "or this";
     EXPECT_LT(clientSize().cy, 120);
@@ -342,19 +341,12 @@ TEST_F(MenuWindow, ABarOfNoItemsTakesNoRoom) {
 }
 
 TEST_F(MenuWindow, APopupOpensFromTheBarAndItsPickBecomesACommand) {
-    drawItems();
-    EXPECT_TRUE(SetMenu(window.hWnd(), bar));
-    for (const std::uint32_t id : {1, 2}) ownerDrawn(bar, id, 40);
-    for (const std::uint32_t id : {20, 21, 22, 23}) ownerDrawn(file, id, 70);
-    ShowWindow(window.hWnd(), SW_SHOW);
-    settle();
-    (void)log.take();
-
-    mouseOnMenu(bar, 0, MouseAction::Press, MK_LBUTTON, MK_LBUTTON);
-    mouseOnMenu(bar, 0, MouseAction::Release, MK_LBUTTON);
-    settle();
+    ownerDrawn(bar, {1, 2}, 40);
+    ownerDrawn(file, {20, 21, 22, 23}, 70);
+    show(bar);
+    clickOnBar(0);
     ASSERT_TRUE(isMenuOpen(file));
-    EXPECT_EQ(takeMenuLines(), "WM_INITMENUPOPUP " + std::to_string(file) + " 0\n");
+    EXPECT_EQ(takeMenuLines(), initLine(file, 0));
     const RECT open = menuItemPlace(file, 0), save = menuItemPlace(file, 2);
     EXPECT_EQ(open.bottom - open.top, 20);
     EXPECT_EQ(save.right - save.left, 70 + 12);
@@ -376,8 +368,7 @@ TEST_F(MenuWindow, APopupOpensFromTheBarAndItsPickBecomesACommand) {
     EXPECT_FALSE(isMenuOpen(file));
     pressMenuKey(VK_LEFT);
     settle();
-    EXPECT_EQ(takeMenuLines(), "WM_INITMENUPOPUP " + std::to_string(tools) + " 1\n" +
-                                   "WM_INITMENUPOPUP " + std::to_string(file) + " 0\n");
+    EXPECT_EQ(takeMenuLines(), initLine(tools, 1) + initLine(file, 0));
     pressMenuKey(VK_UP);
     pressMenuKey(VK_UP);
     EXPECT_TRUE(isMenuOpen(file));
@@ -385,13 +376,11 @@ TEST_F(MenuWindow, APopupOpensFromTheBarAndItsPickBecomesACommand) {
     pressMenuKey(VK_RETURN);
     settle();
     EXPECT_FALSE(isMenuOpen(file));
-    const std::string picked = takeMenuLines();
-    EXPECT_EQ(picked, "WM_COMMAND 23\n");
+    EXPECT_EQ(takeMenuLines(), "WM_COMMAND 23\n");
 }
 
 TEST_F(MenuWindow, APopupAtTheMouseGivesThePickOrSendsIt) {
-    ShowWindow(window.hWnd(), SW_SHOW);
-    settle();
+    show(0);
     // Each letter picks its item, and Escape none; a disabled one is not picked.
     const struct {
         std::int32_t key;
@@ -406,21 +395,15 @@ TEST_F(MenuWindow, APopupAtTheMouseGivesThePickOrSendsIt) {
         {VK_ESCAPE, u"", 0, 1, ""},
     };
     for (const auto& c : kCases) {
-        window.on = [&](std::uint32_t uMsg, WPARAM, LPARAM) -> std::optional<LRESULT> {
-            if (uMsg == WM_APP) {
-                EXPECT_TRUE(isMenuOpen(file));
-                EXPECT_EQ(TrackPopupMenu(file, 0, 0, 0, window.hWnd()), 0) << "it is open already";
-                pressMenuKey('S', u"s");
-                EXPECT_TRUE(isMenuOpen(file));
-                pressMenuKey(c.key, c.typed);
-            }
-            return std::nullopt;
-        };
-        PostMessageW(window.hWnd(), WM_APP, 0, 0);
-        (void)log.take();
-        EXPECT_EQ(TrackPopupMenu(file, c.flags, 150, 80, window.hWnd()), c.result);
-        settle();
-        EXPECT_EQ(takeMenuLines(), "WM_INITMENUPOPUP " + std::to_string(file) + " 0\n" + c.command);
+        const std::int32_t result = track(file, c.flags, [&] {
+            EXPECT_TRUE(isMenuOpen(file));
+            EXPECT_EQ(TrackPopupMenu(file, 0, 0, 0, window.hWnd()), 0) << "it is open already";
+            pressMenuKey('S', u"s");
+            EXPECT_TRUE(isMenuOpen(file));
+            pressMenuKey(c.key, c.typed);
+        });
+        EXPECT_EQ(result, c.result);
+        EXPECT_EQ(takeMenuLines(), initLine(file, 0) + c.command);
     }
     EXPECT_EQ(TrackPopupMenu(0, 0, 0, 0, window.hWnd()), 0);
     EXPECT_EQ(TrackPopupMenu(file, 0, 0, 0, 0), 0);
@@ -428,126 +411,89 @@ TEST_F(MenuWindow, APopupAtTheMouseGivesThePickOrSendsIt) {
 }
 
 TEST_F(MenuWindow, AMenuMayChangeAndEndWhileItIsOpenOrDrawn) {
-    drawItems();
-    EXPECT_TRUE(SetMenu(window.hWnd(), bar));
-    ShowWindow(window.hWnd(), SW_SHOW);
-    settle();
-    const auto draw = window.on;
-    enum class Deed { Add, Remove, Replace, Destroy, DestroyBar };
+    show(bar);
+    using Deed = void (*)(HMENU popup, HMENU bar);
+    const Deed add = [](HMENU popup, HMENU) {
+        EXPECT_TRUE(InsertMenuItemW(popup, 0, true, {.fMask = MIIM_ID, .wID = 60}));
+    };
+    const Deed remove = [](HMENU popup, HMENU) {
+        EXPECT_TRUE(RemoveMenu(popup, 51, MF_BYCOMMAND));
+    };
+    const Deed replace = [](HMENU popup, HMENU) {
+        EXPECT_TRUE(RemoveMenu(popup, 51, MF_BYCOMMAND));
+        EXPECT_TRUE(InsertMenuItemW(popup, 50, false, {.fMask = MIIM_ID, .wID = 60}));
+    };
+    const Deed destroy = [](HMENU popup, HMENU) { EXPECT_TRUE(DestroyMenu(popup)); };
+    const Deed destroyBar = [](HMENU, HMENU shown) { EXPECT_TRUE(DestroyMenu(shown)); };
     const struct {
+        const char* what;
         std::uint32_t when;
         Deed deed;
+        int opens = 1;
     } kCases[] = {
-        {WM_INITMENUPOPUP, Deed::Add},   {WM_MEASUREITEM, Deed::Add},
-        {WM_DRAWITEM, Deed::Remove},     {WM_MEASUREITEM, Deed::Remove},
-        {WM_DRAWITEM, Deed::Replace},    {WM_INITMENUPOPUP, Deed::Destroy},
-        {WM_MEASUREITEM, Deed::Destroy}, {WM_DRAWITEM, Deed::Destroy},
-        {WM_DRAWITEM, Deed::DestroyBar},
+        {"add", WM_INITMENUPOPUP, add},
+        {"add", WM_MEASUREITEM, add},
+        {"remove", WM_DRAWITEM, remove},
+        {"remove", WM_MEASUREITEM, remove},
+        {"replace", WM_DRAWITEM, replace},
+        {"destroy", WM_INITMENUPOPUP, destroy, 0},
+        {"destroy", WM_MEASUREITEM, destroy, 0},
+        {"destroy", WM_DRAWITEM, destroy},
+        {"destroy the bar", WM_DRAWITEM, destroyBar},
     };
     for (const auto& c : kCases) {
+        SCOPED_TRACE(c.what + (" at " + std::to_string(c.when)));
         const HMENU popup = menuOfEntries({{50, u"a"}, {51, u"b"}, {52, u"c"}});
-        for (const std::uint32_t id : {50, 51, 52}) ownerDrawn(popup, id, 30);
-        int deeds = 0;
-        window.on = [&](std::uint32_t uMsg, WPARAM wParam,
-                        LPARAM lParam) -> std::optional<LRESULT> {
-            if (uMsg == c.when && deeds == 0) {
-                ++deeds;
-                MENUITEMINFOW info;
-                info.fMask = MIIM_ID | MIIM_STRING;
-                info.wID = 60;
-                if (c.deed == Deed::Add) {
-                    EXPECT_TRUE(InsertMenuItemW(popup, 0, true, info));
-                } else if (c.deed == Deed::Destroy) {
-                    EXPECT_TRUE(DestroyMenu(popup));
-                } else if (c.deed == Deed::DestroyBar) {
-                    EXPECT_TRUE(DestroyMenu(bar));
-                } else {
-                    EXPECT_TRUE(RemoveMenu(popup, 51, MF_BYCOMMAND));
-                    if (c.deed == Deed::Replace) {
-                        EXPECT_TRUE(InsertMenuItemW(popup, 50, false, info));
-                    }
-                }
-            }
-            if (uMsg == WM_APP) {
-                settle();  // it is painted
-                pressMenuKey(VK_ESCAPE);
-                return 0;
-            }
-            return draw(uMsg, wParam, lParam);
+        ownerDrawn(popup, {50, 51, 52}, 30);
+        bool done = false;
+        heard = [&](std::uint32_t uMsg, LPARAM) {
+            if (uMsg == c.when && !std::exchange(done, true)) c.deed(popup, bar);
         };
-        PostMessageW(window.hWnd(), WM_APP, 0, 0);
-        const bool opens = c.deed != Deed::Destroy || c.when == WM_DRAWITEM;
-        EXPECT_EQ(TrackPopupMenu(popup, 0, 10, 10, window.hWnd()), opens ? 1 : 0);
-        settle();
-        EXPECT_EQ(deeds, 1) << static_cast<int>(c.deed) << " at " << c.when;
+        EXPECT_EQ(track(popup, 0, [] { pressMenuKey(VK_ESCAPE); }), c.opens);
+        EXPECT_TRUE(done);
         DestroyMenu(popup);
     }
 }
 
 TEST_F(MenuWindow, AnOwnerMayReadMessagesWhileAnItemIsMeasuredOrDrawn) {
-    drawItems();
-    for (const std::uint32_t id : {1, 2}) ownerDrawn(bar, id, 40);
-    for (const std::uint32_t id : {20, 22, 23}) ownerDrawn(file, id, 70);
-    EXPECT_TRUE(SetMenu(window.hWnd(), bar));
-    ShowWindow(window.hWnd(), SW_SHOW);
-    settle();
-    const auto draw = window.on;
+    ownerDrawn(bar, {1, 2}, 40);
+    ownerDrawn(file, {20, 22, 23}, 70);
+    show(bar);
     for (const std::uint32_t when : {WM_MEASUREITEM, WM_DRAWITEM}) {
-        int asked = 0;
-        window.on = [&](std::uint32_t uMsg, WPARAM wParam,
-                        LPARAM lParam) -> std::optional<LRESULT> {
-            if (uMsg == when && ++asked == 1) {
-                setText(file, 23, when == WM_DRAWITEM ? u"Ends" : u"Leaves");
-                DeleteMenu(file, 21, MF_BYCOMMAND);
-                settle();  // as a box with a report would
-                PostMessageW(window.hWnd(), WM_APP, 0, 0);
-            }
-            if (uMsg == WM_APP) {
-                settle();
-                EXPECT_EQ(platform::test::accessibleItems(file),
-                          std::string("item \"Open\"\nitem \"Save\" disabled\nitem \"") +
-                              (when == WM_DRAWITEM ? "Ends" : "Leaves") + "\"\n");
-                pressMenuKey(VK_ESCAPE);
-                return 0;
-            }
-            return draw(uMsg, wParam, lParam);
+        const std::string caption = when == WM_DRAWITEM ? "Ends" : "Leaves";
+        bool asked = false, changed = false;
+        heard = [&](std::uint32_t uMsg, LPARAM) {
+            if (uMsg != when || std::exchange(asked, true)) return;
+            EXPECT_TRUE(setText(file, 23, fromUtf8(caption)));
+            DeleteMenu(file, 21, MF_BYCOMMAND);
+            settle();  // as a box with a report would
+            changed = true;
+            PostMessageW(window.hWnd(), WM_APP, 0, 0);
         };
-        EXPECT_EQ(TrackPopupMenu(file, TPM_RETURNCMD, 10, 10, window.hWnd()), 0);
-        EXPECT_GT(asked, 0);
+        const auto look = [&] {
+            if (!std::exchange(changed, false)) return;
+            EXPECT_EQ(platform::test::accessibleItems(file),
+                      "item \"Open\"\nitem \"Save\" disabled\nitem \"" + caption + "\"\n");
+            pressMenuKey(VK_ESCAPE);
+        };
+        EXPECT_EQ(track(file, TPM_RETURNCMD, look), 0);
+        EXPECT_TRUE(asked && !changed);
     }
 }
 
 TEST_F(MenuWindow, APopupThatOpensAgainShowsNothingOfTheLastTime) {
-    ownerDrawn(file, 20, 70);
-    ShowWindow(window.hWnd(), SW_SHOW);
-    settle();
-    COLORREF seen[2] = {};
-    for (int time = 0; time < 2; ++time) {
-        drawItems();
-        window.on = [&, draw = window.on](std::uint32_t uMsg, WPARAM wParam,
-                                          LPARAM lParam) -> std::optional<LRESULT> {
-            if (uMsg == WM_DRAWITEM && time == 1) return 1;  // leaves it as it is
-            if (uMsg == WM_APP) {
-                settle();
-                const HDC screen = GetDC(0), hDC = CreateCompatibleDC(screen);
-                const HBITMAP bitmap = CreateCompatibleBitmap(screen, 100, 100);
-                const HGDIOBJ old = SelectObject(hDC, bitmap);
-                (void)platform::test::paintMenu(file, hDC);
-                seen[time] = GetPixel(hDC, 40, 12);
-                SelectObject(hDC, old);
-                DeleteObject(bitmap);
-                DeleteDC(hDC);
-                ReleaseDC(0, screen);
-                pressMenuKey(VK_ESCAPE);
-                return 0;
-            }
-            return draw(uMsg, wParam, lParam);
+    ownerDrawn(file, {20}, 70);
+    show(0);
+    const Canvas canvas(100, 100);
+    for (const bool first : {true, false}) {
+        paints = first;
+        const auto look = [&] {
+            (void)platform::test::paintMenu(file, canvas.hdc());
+            pressMenuKey(VK_ESCAPE);
         };
-        PostMessageW(window.hWnd(), WM_APP, 0, 0);
-        EXPECT_EQ(TrackPopupMenu(file, TPM_RETURNCMD, 10, 10, window.hWnd()), 0);
+        EXPECT_EQ(track(file, TPM_RETURNCMD, look), 0);
+        EXPECT_EQ(GetPixel(canvas.hdc(), 40, 12), first ? rgb(0, 0, 255) : GetSysColor(4));
     }
-    EXPECT_EQ(seen[0], rgb(0, 0, 255));
-    EXPECT_EQ(seen[1], GetSysColor(4));
     DestroyMenu(bar);
 }
 
@@ -567,7 +513,7 @@ TEST_F(MenuWindow, AWindowMayEndWhileItsMenuIsMeasuredOrDrawn) {
         LoggedWindow mortal(log, "mortal", options());
         const HMENU popup = menuOfEntries({{50, u"a"}, {51, u"b"}});
         const HMENU shown = menuOfEntries({{1, u"File", 0, popup}, {2, u"Tools"}});
-        for (const std::uint32_t id : {1, 2, 50, 51}) ownerDrawn(shown, id, 40);
+        ownerDrawn(shown, {1, 2, 50, 51}, 40);
         bool armed = false;
         mortal.on = [&](std::uint32_t uMsg, WPARAM, LPARAM) -> std::optional<LRESULT> {
             if (armed && uMsg == c.when) DestroyWindow(mortal.hWnd());
@@ -580,10 +526,7 @@ TEST_F(MenuWindow, AWindowMayEndWhileItsMenuIsMeasuredOrDrawn) {
         settle();
         armed = true;
         if (c.way == Way::DrawMenuBar) {
-            MENUITEMINFOW info;
-            info.fMask = MIIM_STRING;
-            info.dwTypeData = u"Wider";
-            EXPECT_TRUE(SetMenuItemInfoW(shown, 1, false, info));
+            EXPECT_TRUE(setText(shown, 1, u"Wider"));
             EXPECT_TRUE(DrawMenuBar(mortal.hWnd()));
         }
         if (c.way == Way::Popup) (void)TrackPopupMenu(popup, 0, 10, 10, mortal.hWnd());
@@ -599,14 +542,8 @@ TEST_F(MenuWindow, AWindowMayEndWhileItsMenuIsMeasuredOrDrawn) {
 }
 
 TEST_F(MenuWindow, AWindowMayEndWhileItsPopupOpens) {
-    drawItems();
-    EXPECT_TRUE(SetMenu(window.hWnd(), bar));
-    ShowWindow(window.hWnd(), SW_SHOW);
-    settle();
-    window.on = [&](std::uint32_t uMsg, WPARAM, LPARAM) -> std::optional<LRESULT> {
-        if (uMsg == WM_INITMENUPOPUP) DestroyWindow(window.hWnd());
-        return std::nullopt;
-    };
+    show(bar);
+    window.at(WM_INITMENUPOPUP, [&] { DestroyWindow(window.hWnd()); });
     mouseOnMenu(bar, 0, MouseAction::Press, MK_LBUTTON, MK_LBUTTON);
     settle();
     EXPECT_FALSE(IsMenu(bar));
@@ -614,19 +551,13 @@ TEST_F(MenuWindow, AWindowMayEndWhileItsPopupOpens) {
 }
 
 TEST_F(MenuWindow, ItemsThatDrawThemselvesShowWhatTheirOwnerDraws) {
-    drawItems();
-    for (const std::uint32_t id : {1, 2}) ownerDrawn(bar, id, 40);
-    for (const std::uint32_t id : {20, 21, 22}) ownerDrawn(file, id, 70);
-    EXPECT_TRUE(SetMenu(window.hWnd(), bar));
-    ShowWindow(window.hWnd(), SW_SHOW);
-    settle();
-    mouseOnMenu(bar, 0, MouseAction::Press, MK_LBUTTON, MK_LBUTTON);
-    mouseOnMenu(bar, 0, MouseAction::Release, MK_LBUTTON);
-    settle();
+    ownerDrawn(bar, {1, 2}, 40);
+    ownerDrawn(file, {20, 21, 22}, 70);  // the last item is left to the platform
+    show(bar);
+    clickOnBar(0);
     mouseOnMenu(file, 0, MouseAction::Move);
     EXPECT_GOLDEN("menu/native-bar", SIZE{300, 20},
                   [&](HDC hDC) { (void)platform::test::paintMenu(bar, hDC); });
-    // The last item is left to the platform.
     EXPECT_GOLDEN("menu/native-popup", SIZE{130, 88},
                   [&](HDC hDC) { (void)platform::test::paintMenu(file, hDC); });
     pressMenuKey(VK_ESCAPE);
@@ -634,52 +565,38 @@ TEST_F(MenuWindow, ItemsThatDrawThemselvesShowWhatTheirOwnerDraws) {
 }
 
 TEST_F(MenuWindow, ScreenReadersAndLettersKnowWhatAnItemShows) {
-    EXPECT_TRUE(SetMenu(window.hWnd(), bar));
     EXPECT_TRUE(setMenuItemShownText(bar, 1, false, u"&Datei"));
     EXPECT_TRUE(setMenuItemShownText(file, 20, false, u"\u00D6&ffnen"));
     EXPECT_FALSE(setMenuItemShownText(bar, 99, false, u""));
-    ShowWindow(window.hWnd(), SW_SHOW);
-    settle();
+    show(bar);
     EXPECT_EQ(platform::test::accessibleItems(bar), "item \"Datei\"\nitem \"Tools\"\n");
-    window.on = [&](std::uint32_t uMsg, WPARAM, LPARAM) -> std::optional<LRESULT> {
-        if (uMsg != WM_APP) return std::nullopt;
-        EXPECT_EQ(
-            platform::test::accessibleItems(file),
-            "item \"\u00D6ffnen\"\nseparator disabled\nitem \"Save\" disabled\nitem \"Exit\"\n");
-        pressMenuKey('F', u"f");
-        return 0;
+    // Reads a popup, then presses a key that ends it.
+    const auto read = [&](HMENU popup, std::int32_t key, TextView typed, std::int32_t picked) {
+        std::string items;
+        const std::int32_t result = track(popup, TPM_RETURNCMD, [&] {
+            items = platform::test::accessibleItems(popup);
+            pressMenuKey(key, typed);
+        });
+        EXPECT_EQ(result, picked);
+        return items;
     };
-    PostMessageW(window.hWnd(), WM_APP, 0, 0);
-    EXPECT_EQ(TrackPopupMenu(file, TPM_RETURNCMD, 0, 0, window.hWnd()), 20);
-    setType(file, 20, MFT_STRING);  // what was shown is of no account any more
-    window.on = [&](std::uint32_t uMsg, WPARAM, LPARAM) -> std::optional<LRESULT> {
-        if (uMsg != WM_APP) return std::nullopt;
-        EXPECT_EQ(platform::test::accessibleItems(tools),
-                  "item \"Find\"\nitem \"Filter\" checked\n");
-        pressMenuKey(VK_ESCAPE);
-        return 0;
-    };
-    PostMessageW(window.hWnd(), WM_APP, 0, 0);
-    EXPECT_EQ(TrackPopupMenu(tools, TPM_RETURNCMD, 0, 0, window.hWnd()), 0);
+    const std::string others = "separator disabled\nitem \"Save\" disabled\nitem \"Exit\"\n";
+    EXPECT_EQ(read(file, 'F', u"f", 20), "item \"\u00D6ffnen\"\n" + others);
+    // With another type what was shown is of no account any more.
+    EXPECT_TRUE(SetMenuItemInfoW(file, 20, false, {.fMask = MIIM_FTYPE}));
+    EXPECT_EQ(read(file, VK_ESCAPE, {}, 0), "item \"Open\"\n" + others);
+    EXPECT_EQ(read(tools, VK_ESCAPE, {}, 0), "item \"Find\"\nitem \"Filter\" checked\n");
 }
 
-TEST_F(MenuWindow, KeysOfCommandsWorkWhereverTheFocusIs) {
-    LoggedWindow child(log, "child", [&] {
-        WindowOptions made;
-        made.parent = window.hWnd();
-        made.size = {50, 40};
-        return made;
-    }());
-    EXPECT_TRUE(SetMenu(window.hWnd(), bar));
+TEST_F(MenuWindowWithChild, KeysOfCommandsWorkWhereverTheFocusIs) {
     const ACCEL kKeys[] = {{FCONTROL, 'S', 22}, {0, VK_F1 + 2, 30}, {FSHIFT | FALT, 'Q', 77}};
     EXPECT_TRUE(setAccelerators(window.hWnd(), kKeys));
     EXPECT_FALSE(setAccelerators(0, kKeys));
-    ShowWindow(window.hWnd(), SW_SHOW);
-    settle();
+    show(bar);
     const struct {
         std::int32_t key;
         WPARAM modifiers;
-        std::string heard;
+        std::string expected;
     } kCases[] = {
         {VK_F1 + 2, 0, "main: WM_COMMAND 30\n"},
         {VK_F1 + 2, MK_SHIFT, "child: WM_KEYDOWN 114\n"},
@@ -691,13 +608,10 @@ TEST_F(MenuWindow, KeysOfCommandsWorkWhereverTheFocusIs) {
         (void)log.take();
         pressKey(child.hWnd(), c.key, {}, c.modifiers);
         settle();
-        EXPECT_EQ(log.take(), c.heard) << c.key;
+        EXPECT_EQ(log.take(), c.expected) << c.key;
     }
     // An item inside of a disabled one cannot be picked either.
-    MENUITEMINFOW info;
-    info.fMask = MIIM_STATE;
-    info.fState = MFS_DISABLED;
-    EXPECT_TRUE(SetMenuItemInfoW(bar, 2, false, info));
+    EXPECT_TRUE(SetMenuItemInfoW(bar, 2, false, {.fMask = MIIM_STATE, .fState = MFS_DISABLED}));
     pressKey(child.hWnd(), VK_F1 + 2);
     settle();
     EXPECT_EQ(takeMenuLines(), "");
@@ -706,38 +620,21 @@ TEST_F(MenuWindow, KeysOfCommandsWorkWhereverTheFocusIs) {
     EXPECT_EQ(log.take(), "child: WM_KEYDOWN 114\n");
 }
 
-TEST_F(MenuWindow, F10GivesTheKeysToTheBarAndBack) {
-    LoggedWindow child(log, "child", [&] {
-        WindowOptions made;
-        made.parent = window.hWnd();
-        made.size = {50, 40};
-        return made;
-    }());
-    const auto heard = [&] {
-        const std::string lines = log.take();
-        return lines.substr(0, lines.find("child: WM_SYSKEYUP"));
-    };
-    ShowWindow(window.hWnd(), SW_SHOW);
+TEST_F(MenuWindowWithChild, F10GivesTheKeysToTheBarAndBack) {
+    ownerDrawn(bar, {1, 2}, 40);
+    show(0);
     SetFocus(child.hWnd());
-    settle();
     (void)log.take();
-    pressKey(child.hWnd(), VK_F10);  // without a bar it is a key as others are
-    EXPECT_EQ(heard(), "child: WM_SYSKEYDOWN 121\n");
+    pressKey(child.hWnd(), VK_F10);
+    EXPECT_EQ(log.take(), "child: WM_SYSKEYDOWN 121\n") << "without a bar a key as others are";
 
-    drawItems();
-    for (const std::uint32_t id : {1, 2}) ownerDrawn(bar, id, 40);
     std::string selected;  // items of the bar, by identifier
-    window.on = [&, draw = window.on](std::uint32_t uMsg, WPARAM wParam,
-                                      LPARAM lParam) -> std::optional<LRESULT> {
-        if (uMsg == WM_DRAWITEM) {
-            const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
-            if (item.itemState != 0) selected = std::to_string(item.itemID);
-        }
-        return draw(uMsg, wParam, lParam);
+    heard = [&](std::uint32_t uMsg, LPARAM lParam) {
+        if (uMsg != WM_DRAWITEM) return;
+        const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+        if (item.itemState != 0) selected = std::to_string(item.itemID);
     };
-    EXPECT_TRUE(SetMenu(window.hWnd(), bar));
-    settle();
-    (void)log.take();
+    show(bar);
     for (int round = 0; round < 2; ++round) {
         selected.clear();
         pressKey(child.hWnd(), VK_F10);
@@ -764,15 +661,12 @@ TEST_F(MenuWindow, F10GivesTheKeysToTheBarAndBack) {
     pressKey(child.hWnd(), VK_F10, {}, MK_SHIFT);
     settle();
     EXPECT_EQ(selected, "") << "F10 alone";
-    (void)log.take();
 }
 
 TEST_F(MenuWindow, ClassNamesAndSystemMenusTellWindowsApart) {
     const auto child = [&](const char* name, Text className) {
-        WindowOptions made;
-        made.parent = window.hWnd();
-        made.className = std::move(className);
-        return LoggedWindow(log, name, made);
+        return LoggedWindow(log, name,
+                            {.parent = window.hWnd(), .className = std::move(className)});
     };
     const LoggedWindow one = child("one", u"MDICLIENT"), two = child("two", u"x"),
                        three = child("three", u"MDIClient");

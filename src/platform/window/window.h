@@ -34,10 +34,10 @@ enum class WindowKind : std::uint8_t {
 
 struct WindowOptions {
     WindowKind kind = WindowKind::Child;
-    HWND parent = 0;  // of a child; the owner of other windows, or 0
-    POINT position;   // where nothing was said by SetWindowPos, a framed window is placed by the
-    SIZE size;        // desktop unless position is set
-    Text title;
+    HWND parent = 0;   // of a child; the owner of other windows, or 0
+    POINT position{};  // where nothing was said by SetWindowPos, a framed window is placed by the
+    SIZE size{};       // desktop unless position is set
+    Text title{};
     WNDPROC procedure = nullptr;                 // DefWindowProcW
     std::intptr_t userData = 0;                  // of GetWindowLongW(GWL_USERDATA)
     COLORREF background = 0xFFFFFF;              // what the picture holds where nothing was drawn

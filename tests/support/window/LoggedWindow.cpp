@@ -92,6 +92,21 @@ std::string messageLine(std::uint32_t uMsg, WPARAM wParam, LPARAM lParam) {
     return name;
 }
 
+WindowOptions mainWindow(SIZE size) {
+    WindowOptions options;
+    options.kind = WindowKind::Main;
+    options.size = size;
+    return options;
+}
+
+WindowOptions childOf(HWND parent, RECT place) {
+    WindowOptions options;
+    options.parent = parent;
+    options.position = {place.left, place.top};
+    options.size = {place.right - place.left, place.bottom - place.top};
+    return options;
+}
+
 std::string MessageLog::take() { return std::exchange(m_lines, {}); }
 
 LoggedWindow::LoggedWindow(MessageLog& log, std::string name, WindowOptions options)
@@ -106,6 +121,20 @@ LoggedWindow::~LoggedWindow() {
     on = nullptr;
     DestroyWindow(m_hWnd);
     names().erase(m_hWnd);
+}
+
+void LoggedWindow::at(std::uint32_t uMsg, std::function<void()> act) {
+    on = [uMsg, act = std::move(act)](std::uint32_t now, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (now == uMsg) act();
+        return std::nullopt;
+    };
+}
+
+void LoggedWindow::keep(std::uint32_t uMsg) {
+    on = [uMsg](std::uint32_t now, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (now == uMsg) return 0;
+        return std::nullopt;
+    };
 }
 
 LRESULT LoggedWindow::procedure(HWND hWnd, std::uint32_t uMsg, WPARAM wParam, LPARAM lParam) {

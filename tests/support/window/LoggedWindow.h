@@ -15,6 +15,11 @@ namespace test {
 [[nodiscard]] std::string messageLine(std::uint32_t uMsg, platform::WPARAM wParam,
                                       platform::LPARAM lParam);
 
+// A main window, and a child at a place in its parent.
+[[nodiscard]] platform::WindowOptions mainWindow(platform::SIZE size = {200, 100});
+[[nodiscard]] platform::WindowOptions childOf(platform::HWND parent,
+                                              platform::RECT place = {10, 10, 60, 40});
+
 // Messages of all logged windows, each line headed by the window's name: "edit: WM_CHAR 97".
 class MessageLog {
 public:
@@ -42,6 +47,10 @@ public:
     std::function<std::optional<platform::LRESULT>(std::uint32_t uMsg, platform::WPARAM wParam,
                                                    platform::LPARAM lParam)>
         on;
+    // Short for an `on` that does this at one message, which goes on to DefWindowProcW,
+    void at(std::uint32_t uMsg, std::function<void()> act);
+    // or that keeps the message, with the result 0.
+    void keep(std::uint32_t uMsg);
 
 private:
     static platform::LRESULT procedure(platform::HWND hWnd, std::uint32_t uMsg,
