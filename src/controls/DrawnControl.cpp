@@ -47,9 +47,10 @@ void DrawnControl::maskWindow(bool bRound) {
 }
 
 void DrawnControl::readHost(const PropertyBag& oBag, bool bMouse) {
+    const Life life(*this);
     Enabled(oBag.ReadProperty(u"Enabled", true));
-    Font(oBag.ReadProperty(u"Font", StdFont()));
-    if (bMouse) readMouse(oBag);
+    if (life) Font(oBag.ReadProperty(u"Font", StdFont()));
+    if (life && bMouse) readMouse(oBag);
 }
 
 void DrawnControl::writeHost(PropertyBag& oBag, bool bMouse) const {

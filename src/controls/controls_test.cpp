@@ -353,6 +353,9 @@ TEST_F(Controls, ADisabledFrameDisablesWhatIsInIt) {
     click(button);
     EXPECT_EQ(taken(), "");
     EXPECT_EQ(describeAccessible(frame.hWnd()), "group \"A & B\" disabled");
+    frame.VistaStyle(false);
+    frame.Caption(u"A && &B");
+    EXPECT_EQ(describeAccessible(frame.hWnd()), "group \"A & B\" disabled");
     frame.Enabled(true);
     click(button);
     EXPECT_EQ(taken(), "Down1 Up1 Click ");
@@ -635,12 +638,32 @@ TEST_F(Controls, HandlersMayEndTheirControlMoveTheFocusAndRaise) {
     type(*button, u' ');
     EXPECT_EQ(button, nullptr);
 
-    ctlUniLabelNoFlick label;
-    put(label);
-    label.Resize = [&] { label.destroy(); };
-    label.Caption(u"longer");
-    label.AutoSize(true);
-    EXPECT_EQ(label.hWnd(), 0U) << "ended while it was painting";
+    PropertyBag automatic;
+    automatic.WriteProperty(u"AutoSize", true, false);
+    automatic.WriteTextBytes(u"Caption", u"stored", {});
+    const std::pair<const char*, std::function<void(ctlUniLabelNoFlick&)>> kResizes[] = {
+        {"Caption", [](auto& label) { label.Caption(u"longer"); }},
+        {"Font", [](auto& label) { label.Font({.Size = 20}); }},
+        {"properties", [&](auto& label) { label.ReadProperties(automatic); }},
+    };
+    for (const auto& [what, resize] : kResizes) {
+        for (const bool object : {false, true}) {
+            auto label = std::make_unique<ctlUniLabelNoFlick>();
+            label->AutoSize(true);
+            label->Caption(u"x");
+            put(*label);
+            label->Resize = [&] {
+                if (object) {
+                    label.reset();
+                } else {
+                    label->destroy();
+                }
+            };
+            resize(*label);
+            EXPECT_EQ(label == nullptr, object) << what;
+            EXPECT_TRUE(object || label->hWnd() == 0) << what;
+        }
+    }
 
     ctlUniButtonXP first, second;
     put(first);

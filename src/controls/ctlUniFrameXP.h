@@ -55,8 +55,10 @@ protected:
     void onResize() override { pvRefresh(); }
     void onEnabledChanged() override;
     void paintAtOnce() override { pvDraw(); }
-    // A frame's caption is shown as it is, "&" included.
-    [[nodiscard]] Text accessibleText() const override { return m_props.Caption; }
+    // The band shows a "&" as it is, the border underlines what stands behind it.
+    [[nodiscard]] Text accessibleText() const override {
+        return m_props.VistaStyle ? m_props.Caption : withoutAccessMarks(m_props.Caption);
+    }
     [[nodiscard]] const Text& tip() const override { return m_props.Tip; }
 
 private:

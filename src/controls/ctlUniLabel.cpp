@@ -94,10 +94,11 @@ const PropertyTable<LabelProps>& LabelControl::properties() {
 }
 
 void LabelControl::ReadProperties(const PropertyBag& oBag) {
+    const Life life(*this);
     properties().read(oBag, m_props, {});
     readHost(oBag, true);
-    pvUpdateShape();
-    tellAccessible(platform::AccessibleChange::Name);
+    if (life) pvUpdateShape();
+    if (life) tellAccessible(platform::AccessibleChange::Name);
 }
 
 void LabelControl::WriteProperties(PropertyBag& oBag) const {
@@ -106,13 +107,15 @@ void LabelControl::WriteProperties(PropertyBag& oBag) const {
 }
 
 void LabelControl::Caption(Text sCaption) {
+    const Life life(*this);
     reshape(&LabelProps::Caption, std::move(sCaption));
-    tellAccessible(platform::AccessibleChange::Name);
+    if (life) tellAccessible(platform::AccessibleChange::Name);
 }
 
-void LabelControl::onFontChanged() {
+void LabelControl::pvReshape() {
+    const Life life(*this);
     pvUpdateShape();
-    pvRefresh();
+    if (life) pvRefresh();
 }
 
 void LabelControl::onResize() {

@@ -81,23 +81,25 @@ protected:
     LabelControl() { CanGetFocus(false); }
 
     void pvDraw(HDC hDCTo);
+    // Brings size and mask up to date where they follow the text. Raises Resize on a new size,
+    // whose handler may end the control.
     virtual void pvUpdateShape() = 0;
     template <class T> void set(T LabelProps::*member, T value) {
         m_props.*member = value;
         pvRefresh();
     }
     template <class T> void reshape(T LabelProps::*member, T value) {
-        m_props.*member = value;
-        pvUpdateShape();
-        pvRefresh();
+        m_props.*member = std::move(value);
+        pvReshape();
     }
+    void pvReshape();
     [[nodiscard]] bool needsMask() const {
         return m_props.BackStyle == 0 || m_props.UseRoundRegions;
     }
 
     void onCreate() override { pvUpdateShape(); }
     void onResize() override;
-    void onFontChanged() override;
+    void onFontChanged() override { pvReshape(); }
     [[nodiscard]] Text accessibleText() const override {
         return withoutAccessMarks(m_props.Caption);
     }
