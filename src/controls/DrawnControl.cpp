@@ -20,8 +20,8 @@ void DrawnControl::paintAtOnce() {
 
 void DrawnControl::paintFailed() { ReportCaughtFailure(u"pvDraw"); }
 
-void DrawnControl::handTip(const Text& sTip) const {
-    if (UserMode()) ShowTip(sTip, kTipWidth);
+void DrawnControl::handTip() const {
+    if (UserMode()) ShowTip(tip(), kTipWidth);
 }
 
 void DrawnControl::roundWindow(bool bRound) {

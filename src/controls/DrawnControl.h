@@ -11,6 +11,10 @@ constexpr Color kDisabledText = sysColor(17);
 constexpr int kWindowCorner = 2;  // pixels, the radius of a rounded window
 
 class DrawnControl : public HostWindow {
+public:
+    // The tip: what the control shows to the mouse, it tells helpers, too.
+    [[nodiscard]] Text accessibleDescription() const override { return tip(); }
+
 protected:
     // The repaint request: at once in a designer and for a picture that stays, else by onPaint.
     void pvRefresh();
@@ -30,8 +34,9 @@ protected:
     }
     [[nodiscard]] bool isDrawing() const { return m_bDrawing; }
 
-    // In a running program; what the mouse rests on shows its tip.
-    void handTip(const Text& sTip) const;
+    [[nodiscard]] virtual const Text& tip() const = 0;
+    // In a running program: gives the tip to the service that shows it when the mouse rests.
+    void handTip() const;
     // Cuts the window to a rounded rectangle of its size, or back to a whole one.
     void roundWindow(bool bRound);
     // The same by a mask, on a transparent window.
@@ -60,12 +65,6 @@ public:
     Event<> Click, DblClick;
     Event<std::int16_t&, std::int16_t&, float&, float&> MouseDown, MouseMove, MouseUp;
 
-    // The tip, unless the owner has said more.
-    [[nodiscard]] Text accessibleDescription() const override {
-        Text said = HostWindow::accessibleDescription();
-        return said.empty() ? tip() : said;
-    }
-
 protected:
     void onClick() override { Click(); }
     void onDblClick() override { DblClick(); }
@@ -74,13 +73,12 @@ protected:
     }
     void onMouseMove(std::int16_t Button, std::int16_t Shift, float X, float Y) override {
         const Life life(*this);
-        handTip(tip());
+        handTip();
         if (life) MouseMove(Button, Shift, X, Y);
     }
     void onMouseUp(std::int16_t Button, std::int16_t Shift, float X, float Y) override {
         MouseUp(Button, Shift, X, Y);
     }
-    [[nodiscard]] virtual const Text& tip() const = 0;
 };
 
 // The six events of a drag, passed on from the window to the owner of any control.

@@ -69,19 +69,16 @@ public:
     [[nodiscard]] platform::AccessibleRole accessibleRole() const override {
         return platform::AccessibleRole::ProgressBar;
     }
-    [[nodiscard]] Text accessibleDescription() const override {
-        Text said = HostWindow::accessibleDescription();
-        return said.empty() ? m_props.Tip : said;
-    }
     [[nodiscard]] Text accessibleValue() const override;
     [[nodiscard]] platform::AccessibleRange accessibleRange() const override;
 
 protected:
     void onPaint() override { pvDraw(); }
     void onResize() override { pvResize(); }
-    void onMouseMove(std::int16_t, std::int16_t, float, float) override { handTip(m_props.Tip); }
+    void onMouseMove(std::int16_t, std::int16_t, float, float) override { handTip(); }
     void onAmbientChanged() override { pvResize(); }
     void paintAtOnce() override { HostWindow::Refresh(); }
+    [[nodiscard]] const Text& tip() const override { return m_props.Tip; }
 
 private:
     template <class T> void rebuild(T ProgressProps::*member, T value) {

@@ -14,11 +14,15 @@ constexpr int kTextAt = 3;           // pixels from the left side of the band
 constexpr int kCaptionAt = 5;        // pixels from the left side of the border
 constexpr std::int32_t kDark = 171;  // luminance below which a text has a light shadow
 
+Color shadowColor(Color iText) {
+    return ColorLuminance(iText) < kDark ? ColorToLuminance(iText, 255) : ColorBrighten(iText, -85);
+}
+
 void drawCaption(HDC hDC, TextView padded, RECT area, const FrameProps& props, Color text,
                  std::uint32_t flags) {
     if (props.UseShadow) {
         TextDrawColor(hDC, padded, {area.left + 1, area.top + 1, area.right + 1, area.bottom + 1},
-                      frameShadowColor(text), flags);
+                      shadowColor(text), flags);
     }
     TextDrawColor(hDC, padded, area, text, flags);
 }
@@ -59,10 +63,6 @@ void paintClassic(HDC hDC, SIZE inner, const FrameProps& props, const Text& padd
 }
 
 }  // namespace
-
-Color frameShadowColor(Color iText) {
-    return ColorLuminance(iText) < kDark ? ColorToLuminance(iText, 255) : ColorBrighten(iText, -85);
-}
 
 void paintFrame(HDC hDC, SIZE inner, const FrameProps& props) {
     const Color text = props.Enabled ? props.ForeColor : kDisabledText;
@@ -134,11 +134,11 @@ void ctlUniFrameXP::onEnabledChanged() {
 
 // ---- Painting
 
-void ctlUniFrameXP::pvDraw(HDC hDCTo) {
+void ctlUniFrameXP::pvDraw() {
     guardedPaint([&] {
         if (UserMode()) HostWindow::Enabled(m_props.Enabled);
         HostWindow::ForeColor(m_props.Enabled ? m_props.ForeColor : kDisabledText);
-        paintFrame(hDCTo != 0 ? hDCTo : hDC(), {ScaleWidth(), ScaleHeight()}, m_props);
+        paintFrame(hDC(), {ScaleWidth(), ScaleHeight()}, m_props);
     });
     if (AutoRedraw()) HostWindow::Refresh();
 }

@@ -14,7 +14,6 @@ struct FrameProps {  // stored under these names
 };
 // Paints the whole control from (0, 0).
 void paintFrame(HDC hDC, SIZE inner, const FrameProps& props);
-[[nodiscard]] Color frameShadowColor(Color iText);
 
 class ctlUniFrameXP : public OleControl<MouseControl> {
 public:
@@ -66,7 +65,7 @@ private:
         m_props.*member = value;
         pvRefresh();
     }
-    void pvDraw(HDC hDCTo = 0);
+    void pvDraw();
 
     FrameProps m_props;
 };

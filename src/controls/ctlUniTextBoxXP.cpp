@@ -10,6 +10,8 @@
 #include "platform/window/edit.h"
 #include "platform/window/textout.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <utility>
 
 using namespace platform;

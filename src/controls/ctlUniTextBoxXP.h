@@ -150,6 +150,7 @@ protected:
     void onResize() override { pvResize(); }
     void onFontChanged() override;
     void onEnabledChanged() override;
+    [[nodiscard]] const ::Text& tip() const override { return m_props.Tip; }
 
 private:
     class Sink;

@@ -13,16 +13,6 @@ namespace {
 
 constexpr std::int16_t kLeft = 1, kRight = 2, kMiddle = 4;
 
-std::int16_t shiftState() { return static_cast<std::int16_t>(GetShiftState()); }
-
-std::int16_t buttonsIn(WPARAM flags) {
-    std::int16_t buttons = 0;
-    if ((flags & MK_LBUTTON) != 0) buttons |= kLeft;
-    if ((flags & MK_RBUTTON) != 0) buttons |= kRight;
-    if ((flags & MK_MBUTTON) != 0) buttons |= kMiddle;
-    return buttons;
-}
-
 bool movesCaret(std::int32_t code) { return code >= VK_PRIOR && code <= VK_DOWN; }
 
 }  // namespace
@@ -238,7 +228,7 @@ void ctlUniTextBoxXP::pvMouse(Message& message) {
         break;
     case WM_MOUSEMOVE: {
         const Life life(*this);
-        handTip(m_props.Tip);
+        handTip();
         if (life) MouseMove(buttonsIn(message.wParam), shiftState(), x, y);
         break;
     }

@@ -37,7 +37,6 @@ bool Form::Load(HWND owner) {
 }
 
 void Form::Show(bool bModal, HWND owner) {
-    const Life life(*this);
     if (!Load(owner)) return;
     if (bModal) {
         platform::runModal(hWnd());
@@ -116,31 +115,19 @@ bool Form::Minimised() const { return platform::IsIconic(hWnd()); }
 
 namespace {
 
-constexpr double kTwipsPerInch = 1440.0;
-
-double dotsPerInch(int index) {
+int pixels(double twips, int resolutionIndex) {
+    constexpr double kTwipsPerInch = 1440.0;
     const HDC screen = platform::GetDC(0);
-    const int dots = platform::GetDeviceCaps(screen, index);
+    const int dots = platform::GetDeviceCaps(screen, resolutionIndex);
     platform::ReleaseDC(0, screen);
-    return dots > 0 ? dots : 96;
+    const int dotsPerInch = dots > 0 ? dots : 96;  // with no context to ask
+    return gfx::roundHalfEven(std::clamp(twips * dotsPerInch / kTwipsPerInch, -1e9, 1e9));
 }
-
-int scaled(double value) { return gfx::roundHalfEven(std::clamp(value, -1e9, 1e9)); }
 
 }  // namespace
 
-int Form::TwipsX(double pixels) {
-    return scaled(pixels * kTwipsPerInch / dotsPerInch(platform::LOGPIXELSX));
-}
-int Form::TwipsY(double pixels) {
-    return scaled(pixels * kTwipsPerInch / dotsPerInch(platform::LOGPIXELSY));
-}
-int Form::PixelsX(double twips) {
-    return scaled(twips * dotsPerInch(platform::LOGPIXELSX) / kTwipsPerInch);
-}
-int Form::PixelsY(double twips) {
-    return scaled(twips * dotsPerInch(platform::LOGPIXELSY) / kTwipsPerInch);
-}
+int Form::PixelsX(double twips) { return pixels(twips, platform::LOGPIXELSX); }
+int Form::PixelsY(double twips) { return pixels(twips, platform::LOGPIXELSY); }
 
 RECT Form::PlaceOfTwips(int left, int top, int width, int height) {
     const int x = PixelsX(left), y = PixelsY(top);

@@ -10,8 +10,6 @@
 
 #include <vector>
 
-constexpr int kTwips = 1, kPixels = 3;  // codes of ScaleMode
-
 // Why a form is asked to go.
 enum UnloadReason : std::int16_t { kClosedByUser = 0, kClosedByProgram = 1 };
 
@@ -41,16 +39,11 @@ public:
     void CenterOnScreen();                   // on the work area of the screen it is on
     [[nodiscard]] bool Minimised() const;
 
-    // Twips from pixels and back by the resolution of the screen, halves to even.
-    [[nodiscard]] static int TwipsX(double pixels);
-    [[nodiscard]] static int TwipsY(double pixels);
+    // Pixels from twips by the resolution of the screen, halves to even.
     [[nodiscard]] static int PixelsX(double twips);
     [[nodiscard]] static int PixelsY(double twips);
     // A place given in twips by left, top, width and height, in pixels.
     [[nodiscard]] static RECT PlaceOfTwips(int left, int top, int width, int height);
-    // The unit in which the form's own members are given to those who ask.
-    [[nodiscard]] int ScaleMode() const { return m_scaleMode; }
-    void ScaleMode(int iMode) { m_scaleMode = iMode; }
 
     // All hosts inside that have a window, at any depth, in the order of Tab.
     [[nodiscard]] std::vector<HostWindow*> Controls() const;
@@ -86,5 +79,4 @@ private:
     platform::WindowKind m_kind;
     Text m_caption;
     Picture m_icon;
-    int m_scaleMode = kTwips;
 };

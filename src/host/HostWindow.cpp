@@ -41,16 +41,6 @@ std::int16_t buttonOf(std::uint32_t uMsg) {
     }
 }
 
-std::int16_t buttonsIn(WPARAM flags) {
-    std::int16_t buttons = 0;
-    if ((flags & platform::MK_LBUTTON) != 0) buttons |= kLeft;
-    if ((flags & platform::MK_RBUTTON) != 0) buttons |= kRight;
-    if ((flags & platform::MK_MBUTTON) != 0) buttons |= kMiddle;
-    return buttons;
-}
-
-std::int16_t shiftState() { return static_cast<std::int16_t>(GetShiftState()); }
-
 }  // namespace
 
 // ---- Life
@@ -197,9 +187,6 @@ bool HostWindow::dispatch(std::uint32_t uMsg, WPARAM wParam, LPARAM lParam) {
                     static_cast<float>(at.y));
         return false;
     }
-    case WM_MOUSELEAVE:
-        onMouseLeave();
-        return false;
     case WM_LBUTTONDOWN:
     case WM_RBUTTONDOWN:
     case WM_MBUTTONDOWN:
@@ -215,13 +202,6 @@ bool HostWindow::dispatch(std::uint32_t uMsg, WPARAM wParam, LPARAM lParam) {
     case WM_MBUTTONUP:
         mouseReleased(buttonOf(uMsg), pointOf(lParam));
         return false;
-    case WM_MOUSEWHEEL: {
-        POINT at = pointOf(lParam);
-        ScreenToClient(m_hWnd, at);
-        const bool down = static_cast<std::int16_t>(hiWord(wParam)) < 0;
-        return onMouseWheel(buttonsIn(loWord(wParam)), shiftState(), static_cast<float>(at.x),
-                            static_cast<float>(at.y), down);
-    }
     case WM_KEYDOWN:
     case WM_SYSKEYDOWN:
     case WM_KEYUP:
@@ -248,6 +228,16 @@ bool HostWindow::dispatch(std::uint32_t uMsg, WPARAM wParam, LPARAM lParam) {
     default:
         return false;
     }
+}
+
+std::int16_t HostWindow::shiftState() { return static_cast<std::int16_t>(GetShiftState()); }
+
+std::int16_t HostWindow::buttonsIn(WPARAM flags) {
+    std::int16_t buttons = 0;
+    if ((flags & platform::MK_LBUTTON) != 0) buttons |= kLeft;
+    if ((flags & platform::MK_RBUTTON) != 0) buttons |= kRight;
+    if ((flags & platform::MK_MBUTTON) != 0) buttons |= kMiddle;
+    return buttons;
 }
 
 void HostWindow::mousePressed(std::int16_t button, POINT at, bool second) {
@@ -424,11 +414,11 @@ void HostWindow::setSoleFlag(bool HostWindow::*flag, bool value) {
         if (const Form* around = form()) others = around->Controls();
     }
     const Life life(*this);
-    for (HostWindow* other : others) {
-        if (other == this || find(other->m_hWnd) != other || !(other->*flag)) continue;
-        other->*flag = false;
-        other->onAmbientChanged();
-        break;
+    const auto former = std::ranges::find_if(
+        others, [&](const HostWindow* other) { return other != this && other->*flag; });
+    if (former != others.end()) {
+        (*former)->*flag = false;
+        (*former)->onAmbientChanged();
     }
     if (life) onAmbientChanged();
 }

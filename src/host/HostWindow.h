@@ -148,9 +148,6 @@ public:
 
     // For helpers of the desktop, in place of the name that the control would give.
     void AccessibleName(Text sName);
-    void AccessibleDescription(Text sDescription) {
-        m_accessibleDescription = std::move(sDescription);
-    }
 
     // Loading and saving of stored properties; the values of properties without a stored one are
     // the documented defaults.
@@ -163,14 +160,14 @@ public:
         return platform::AccessibleRole::Client;
     }
     [[nodiscard]] Text accessibleName() const override;
-    [[nodiscard]] Text accessibleDescription() const override { return m_accessibleDescription; }
     [[nodiscard]] Text accessibleAccelerator() const override;
     [[nodiscard]] platform::AccessibleState accessibleState() const override;
 
 protected:
-    // ---- Notifications. Button 1 left, 2 right, 4 middle, for a move the sum of what is down;
-    // Shift the sum of 1 Shift, 2 Ctrl, 4 Alt. A press and a release inside give onMouseDown,
-    // onMouseUp, onClick; a second press soon after gives onDblClick, then onMouseUp.
+    // ---- Notifications. Button 1 left, 2 right, 4 middle, for a move the sum of what is down (see
+    // buttonsIn); Shift the sum of 1 Shift, 2 Ctrl, 4 Alt (shiftState). A press and a release
+    // inside give onMouseDown, onMouseUp, onClick; a second press soon after gives onDblClick, then
+    // onMouseUp.
     virtual void onCreate() {}   // the window is there, with hDC
     virtual void onDestroy() {}  // the window is about to go; not from the destructor
     virtual void onPaint() {}
@@ -180,11 +177,8 @@ protected:
     virtual void onMouseDown(std::int16_t, std::int16_t, float, float) {}
     virtual void onMouseMove(std::int16_t, std::int16_t, float, float) {}
     virtual void onMouseUp(std::int16_t, std::int16_t, float, float) {}
-    virtual void onMouseLeave() {}
     virtual void onClick() {}
     virtual void onDblClick() {}
-    // bDown: the wheel was turned towards the user. False lets the window around have it.
-    virtual bool onMouseWheel(std::int16_t, std::int16_t, float, float, bool) { return false; }
     virtual void onKeyDown(std::int16_t& /*KeyCode*/, std::int16_t& /*Shift*/) {}
     virtual void onKeyPress(std::int16_t& /*KeyAscii, one unit*/) {}
     virtual void onKeyUp(std::int16_t& /*KeyCode*/, std::int16_t& /*Shift*/) {}
@@ -211,12 +205,13 @@ protected:
     // The text that names the control to helpers: its caption without the marks of access keys.
     [[nodiscard]] virtual Text accessibleText() const { return {}; }
     void tellAccessible(platform::AccessibleChange change) const;
+    [[nodiscard]] static std::int16_t shiftState();                       // the keys at this moment
+    [[nodiscard]] static std::int16_t buttonsIn(platform::WPARAM flags);  // of MK_... flags
     // What MousePointer and MouseIcon ask for; 0 is the arrow.
     [[nodiscard]] HICON pointerCursor() const;
 
     // For windows of another kind (host/Form.h).
     bool createOfKind(const platform::WindowOptions& options);
-    void clientMoved(const RECT& place) { m_place = place; }
 
 private:
     friend class Form;
@@ -248,7 +243,7 @@ private:
     Color m_foreColor = sysColor(18), m_backColor = sysColor(15), m_maskColor = sysColor(15);
     StdFont m_font;
     Picture m_mouseIcon, m_maskPicture;
-    Text m_name, m_accessKeys, m_accessibleName, m_accessibleDescription;
+    Text m_name, m_accessKeys, m_accessibleName;
     std::int16_t m_mousePointer = 0, m_oleDropMode = 0;
     bool m_userMode = true, m_enabled = true, m_visible = true, m_autoRedraw = false;
     bool m_canGetFocus = true, m_tabStop = true, m_default = false, m_cancel = false;

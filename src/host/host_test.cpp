@@ -380,11 +380,9 @@ TEST_F(HostTest, AFormAsksBeforeItGoes) {
 TEST(FormUnits, TwipsFollowTheScreen) {
     const platform::test::WindowHookScope hooks;
     EXPECT_EQ(Form::PlaceOfTwips(30, 2040, 9015, 225), (RECT{2, 136, 603, 151}));
-    EXPECT_EQ(Form::TwipsX(601), 9015);
     platform::test::setScreens(
         {{.bounds = {0, 0, 800, 600}, .work = {0, 0, 800, 560}, .dpi = 144}});
     EXPECT_EQ(Form::PixelsY(15), 2) << "1.5, to even";
-    EXPECT_EQ(Form::TwipsY(3), 30);
 }
 
 TEST(PropertyBag, StoresOnlyWhatDiffersFromItsDefault) {
