@@ -122,4 +122,5 @@ private:
     Text m_sFileIn, m_sFileOut;  // paths in the inside form; the boxes show the system's spelling
     bool m_bRunning = false;     // a command runs
     bool m_bCloseLater = false;  // the window was asked to close meanwhile
+    bool m_bWordsArmed = false;  // a coming click on the words beside the check box may toggle it
 };

@@ -180,7 +180,15 @@ void frmMain::placeControls() {
 void frmMain::connectEvents() {
     btnFileIn.Click = [this] { pick(mnuOpenMainFile); };
     btnFileOut.Click = [this] { pick(mnuOpenTranslatedFile); };
-    ctlUniLabel1.Click = [this] { chkSaveEmptyVal.Pressed(!chkSaveEmptyVal.Pressed()); };
+    // The words act as the box beside them: by the left button, and by a double click once more.
+    ctlUniLabel1.MouseDown = [this](std::int16_t& Button, std::int16_t&, float&, float&) {
+        m_bWordsArmed = (Button & 1) != 0;
+    };
+    const auto toggle = [this] {
+        if (m_bWordsArmed) chkSaveEmptyVal.Pressed(!chkSaveEmptyVal.Pressed());
+    };
+    ctlUniLabel1.Click = toggle;
+    ctlUniLabel1.DblClick = toggle;
     fxGrid.DblClick = [this] { runCommand([this] { editCurrentRow(); }); };
     fxGrid.KeyPress = [this](std::int16_t& KeyAscii) {
         if (KeyAscii == platform::VK_RETURN) runCommand([this] { editCurrentRow(); });

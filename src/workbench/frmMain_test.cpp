@@ -303,6 +303,29 @@ TEST_F(FrmMain, SettingsComeBackAtTheNextStart) {
     EXPECT_TRUE(window.saveEmptyBox().Pressed());
 }
 
+TEST_F(FrmMain, TheWordsBesideTheCheckBoxAreClickedAsTheBoxIs) {
+    using platform::test::MouseAction;
+    start();
+    HWND words = 0;
+    HostWindow::forEachHost([&](const HostWindow& host) {
+        if (host.Name() == u"ctlUniLabel1" && host.form() == &window) words = host.hWnd();
+    });
+    const struct {
+        platform::WPARAM button;
+        MouseAction press;
+        bool ticked;
+    } kClicks[] = {{platform::MK_LBUTTON, MouseAction::Press, true},
+                   {platform::MK_LBUTTON, MouseAction::DoubleClick, false},
+                   {platform::MK_RBUTTON, MouseAction::Press, false},
+                   {platform::MK_LBUTTON, MouseAction::Press, true},
+                   {platform::MK_RBUTTON, MouseAction::Press, true}};
+    for (const auto& click : kClicks) {
+        platform::test::mouse(words, click.press, {5, 5}, click.button, click.button);
+        platform::test::mouse(words, MouseAction::Release, {5, 5}, click.button);
+        EXPECT_EQ(window.saveEmptyBox().Pressed(), click.ticked);
+    }
+}
+
 TEST_F(FrmMain, KeepsWhatCannotBeSavedAsEdits) {
     startWithPair();
     edit(2, u"Openen");
