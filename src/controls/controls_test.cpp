@@ -5,6 +5,7 @@
 #include "controls/ctlUniCheckXP.h"
 #include "controls/ctlUniFrameXP.h"
 #include "controls/ctlUniLabel.h"
+#include "controls/ctlUniTextBoxXP.h"
 #include "platform/window/textout.h"
 
 #include <memory>
@@ -686,26 +687,94 @@ TEST_F(Controls, HandlersMayEndTheirControlMoveTheFocusAndRaise) {
     EXPECT_EQ(paintsOf(raising, [&] { raising.Caption(u"x"); }), 1) << "and it still paints";
 }
 
-TEST_F(Controls, DragsReachTheOwner) {
+// ---- Drags
+
+using platform::DROPEFFECT_COPY;
+using platform::DROPEFFECT_MOVE;
+
+class Drags : public Controls {
+protected:
+    template <class Control> void listenToDrags(Control& control) {
+        control.OLEStartDrag = [this](DataObject& data, std::int32_t& effects) {
+            note("start");
+            data.SetText(u"text");
+            data.SetFiles({u"\\a.lng"});
+            data.SetData(kFormatRichText);
+            effects = allowed;
+        };
+        control.OLESetData = [this](DataObject& data, std::int16_t& format) {
+            note("wanted" + std::to_string(format));
+            data.SetData(format, Bytes{'r', 't', 'f'});
+        };
+        control.OLEGiveFeedback = [this](std::int32_t& effect, bool& usual) {
+            note("feedback" + std::to_string(effect));
+            usual = false;
+        };
+        control.OLECompleteDrag = [this](std::int32_t& effect) {
+            note("done" + std::to_string(effect));
+        };
+        control.OLEDropMode(1);
+        control.OLEDragOver = [this](DataObject&, std::int32_t&, auto&, auto&, float& x, auto&,
+                                     std::int16_t& state) {
+            note("over" + std::to_string(state) + '@' + std::to_string(static_cast<int>(x)));
+        };
+        control.OLEDragDrop = [this](DataObject& data, std::int32_t& effect, auto&, auto&, auto&,
+                                     auto&) {
+            const Bytes rich = data.GetData(kFormatRichText);
+            note("drop " + toUtf8(data.GetText()) + ' ' + toUtf8(data.Files().at(0)) + ' ' +
+                 std::string(rich.begin(), rich.end()));
+            effect = DROPEFFECT_MOVE;
+        };
+    }
+    std::int32_t allowed = DROPEFFECT_COPY | DROPEFFECT_MOVE;
+};
+
+TEST_F(Drags, GoFromOneControlToAnother) {
     ctlUniCheckXP check;
+    ctlUniTextBoxXP box;
     put(check);
-    check.OLEDropMode(1);
-    check.OLEDragOver = [&](DataObject&, std::int32_t& effect, auto&, auto&, float& x, auto&,
-                            std::int16_t& state) {
-        effect = platform::DROPEFFECT_COPY;
-        note("over" + std::to_string(state) + '@' + std::to_string(static_cast<int>(x)));
-    };
-    check.OLEDragDrop = [&](DataObject& data, std::int32_t&, auto&, auto&, auto&, auto&) {
-        note("drop " + toUtf8(data.GetText()));
-    };
-    platform::DragContent content;
-    content.text = u"text";
-    (void)platform::test::dragInto(check.hWnd(), {7, 8}, content, platform::DROPEFFECT_COPY, true);
-    EXPECT_EQ(taken(), "over0@7 over2@7 drop text ");
-    check.OLEStartDrag = [&](DataObject&, std::int32_t&) { note("start"); };
-    check.OLECompleteDrag = [&](std::int32_t& effect) { note("done" + std::to_string(effect)); };
+    put(box, {10, 50, 110, 74});
+    listenToDrags(check);
+    listenToDrags(box);
+    const std::pair<HostWindow*, HostWindow*> kWays[] = {{&check, &box}, {&box, &check}};
+    for (const auto& [from, to] : kWays) {
+        platform::test::setDragHook([to = to](const platform::DragContent& content,
+                                              std::int32_t effects,
+                                              const platform::DragFeedback& feedback) {
+            EXPECT_FALSE(feedback(DROPEFFECT_COPY)) << "the owner wants the window's own cursor";
+            return platform::test::dragInto(to->hWnd(), {7, 8}, content, effects, true);
+        });
+        from->OLEDrag();
+        EXPECT_EQ(taken(),
+                  "start feedback1 over0@7 over2@7 wanted-16639 drop text \\a.lng rtf done2 ");
+    }
+    allowed = platform::DROPEFFECT_NONE;
     check.OLEDrag();
     EXPECT_EQ(taken(), "start done0 ") << "nothing is allowed: no drag";
+}
+
+TEST_F(Drags, MayEndTheirControl) {
+    auto box = std::make_unique<ctlUniTextBoxXP>();
+    platform::test::setDragHook([&](const platform::DragContent& content, std::int32_t effects,
+                                    const platform::DragFeedback& feedback) {
+        EXPECT_TRUE(feedback(DROPEFFECT_COPY));
+        EXPECT_TRUE(feedback(DROPEFFECT_COPY)) << "nobody is there to be asked";
+        EXPECT_TRUE(content.provide("text/rtf").empty());
+        return effects;
+    });
+    for (const bool atTheStart : {false, true}) {
+        box = std::make_unique<ctlUniTextBoxXP>();
+        put(*box);
+        listenToDrags(*box);
+        if (atTheStart) {
+            box->OLEStartDrag = [&](auto&, auto&) { box.reset(); };
+        } else {
+            box->OLEGiveFeedback = [&](auto&, auto&) { box.reset(); };
+        }
+        box->OLEDrag();
+        EXPECT_EQ(taken(), atTheStart ? "" : "start ");
+        EXPECT_EQ(box, nullptr);
+    }
 }
 
 }  // namespace

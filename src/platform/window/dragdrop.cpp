@@ -2,7 +2,7 @@
 
 #include "platform/base/paths.h"
 #include "platform/window/drops_internal.h"
-#include "platform/window/testhooks.h"
+#include "platform/window/testhooks_internal.h"
 #include "platform/window/toolkit_internal.h"
 #include "platform/window/window_internal.h"
 
@@ -13,6 +13,7 @@
 #include <QMimeData>
 #include <QPixmap>
 #include <QPointer>
+#include <QStringList>
 #include <QUrl>
 #include <QWidget>
 
@@ -138,13 +139,13 @@ public:
             setData(QString::fromStdString(name),
                     QByteArray(reinterpret_cast<const char*>(bytes.data()),
                                static_cast<qsizetype>(bytes.size())));
+            if (bytes.empty()) m_promised << QString::fromStdString(name);
         }
     }
 
 protected:
     QVariant retrieveData(const QString& name, QMetaType type) const override {
-        const QVariant stored = QMimeData::retrieveData(name, type);
-        if (!stored.toByteArray().isEmpty() || !m_provide || !hasFormat(name)) return stored;
+        if (!m_provide || !m_promised.contains(name)) return QMimeData::retrieveData(name, type);
         QByteArray made;
         guarded([&] {
             const Bytes bytes = m_provide(name.toStdString());
@@ -156,6 +157,7 @@ protected:
 
 private:
     std::function<Bytes(const std::string&)> m_provide;
+    QStringList m_promised;
 };
 
 }  // namespace
@@ -177,6 +179,7 @@ std::int32_t doDragDrop(HWND hWnd, const DragContent& content, std::int32_t allo
                         const DragFeedback& feedback) {
     QWidget* const widget = widgetOf(hWnd);
     if (widget == nullptr) return DROPEFFECT_NONE;
+    if (hooks().drag) return hooks().drag(content, allowed, feedback);
     const QPointer<QDrag> drag = new QDrag(widget);  // goes by itself when it is over
     drag->setMimeData(new SentData(content));
     QObject::connect(drag, &QDrag::actionChanged, drag, [&](Qt::DropAction action) {
@@ -191,6 +194,8 @@ std::int32_t doDragDrop(HWND hWnd, const DragContent& content, std::int32_t allo
     const Qt::DropAction done = drag->exec(actionsOf(allowed));
     return effectsOf(done);
 }
+
+void test::setDragHook(DragHook hook) { hooks().drag = std::move(hook); }
 
 std::int32_t test::dragInto(HWND hWnd, POINT at, const DragContent& content, std::int32_t allowed,
                             bool drop) {

@@ -86,6 +86,11 @@ struct ShownPicture {
 std::int32_t dragInto(HWND hWnd, POINT at, const DragContent& content, std::int32_t allowed,
                       bool drop);
 
+// A drag out of a window goes to this in place of the desktop; it gives what was done.
+using DragHook = std::function<std::int32_t(const DragContent& content, std::int32_t allowed,
+                                            const DragFeedback& feedback)>;
+void setDragHook(DragHook hook);
+
 // ---- Menus
 
 // Where an item of a bar or of an open popup shows, in screen pixels; empty when it does not.

@@ -13,6 +13,7 @@ struct TestHooks {
     std::vector<test::Screen> screens;
     std::map<int, int> metrics;
     bool manualTimers = false, failTimers = false, failEdits = false;
+    test::DragHook drag;
     test::ShellHook shell;
     std::function<bool(const std::string& address)> addressOpener;
     std::optional<std::string> settingsFolder;
