@@ -20,8 +20,8 @@ public:
     explicit DataObject(const platform::DragData& source) : m_source(&source) {}
 
     [[nodiscard]] bool GetFormat(std::int16_t iFormat) const;
-    // Empty for a format that isn't there, and for one that is no text.
-    [[nodiscard]] Text GetText() const;
+    [[nodiscard]] Text GetText() const;  // empty without one
+    // Empty for a format that isn't there. Text comes as UTF-8; for files there is Files.
     [[nodiscard]] Bytes GetData(std::int16_t iFormat) const;
     [[nodiscard]] std::vector<Text> Files() const;  // paths in the inside form
 

@@ -115,10 +115,7 @@ void ctlUTF8Menu::Attach(HWND lhWnd) {
     m_hWndMdiFrame = 0;
     pvLoadMenuFont();
     pvTakeMenu(GetMenu(lhWnd));
-    if (!pvIsMdiContainer()) return;
-    if (const HWND hWndChild = pvActiveMdiChild(); IsWindow(hWndChild)) {
-        SendMessageW(hWndChild, WM_APP_MDIFRAME, static_cast<WPARAM>(m_hWnd), 0);
-    }
+    pvTellActiveChild();
 }
 
 void ctlUTF8Menu::pvTakeMenu(HMENU hMenu) {
@@ -269,6 +266,13 @@ bool ctlUTF8Menu::pvIsMdiChild() const { return IsWindow(m_hWndMdiFrame); }
 HWND ctlUTF8Menu::pvActiveMdiChild() const {
     if (m_hWndMdiClient == 0) return 0;
     return static_cast<HWND>(SendMessageW(m_hWndMdiClient, WM_MDIGETACTIVE, 0, 0));
+}
+
+void ctlUTF8Menu::pvTellActiveChild() const {
+    if (!pvIsMdiContainer()) return;
+    if (const HWND hWndChild = pvActiveMdiChild(); IsWindow(hWndChild)) {
+        SendMessageW(hWndChild, WM_APP_MDIFRAME, static_cast<WPARAM>(m_hWnd), 0);
+    }
 }
 
 // ---- Properties

@@ -18,11 +18,10 @@
 
 // How an item that shows text is to look; what OnOwnerDraw may change.
 struct MenuItemLook {
-    Text sCaption;  // without its key, not yet decoded
-    Picture oPic;   // none, or that of the image number
-    std::int16_t iconW = 0,
-                 iconH = 0;    // pixels of the icon's cell; less than IconDim counts as that
-    bool bTransparent = true;  // of the picture, the colour of its top left pixel
+    Text sCaption;                      // without its key, not yet decoded
+    Picture oPic;                       // none, or that of the image number
+    std::int16_t iconW = 0, iconH = 0;  // pixels of the icon's cell; less than IconDim is IconDim
+    bool bTransparent = true;           // the picture lacks the colour of its top left pixel
 };
 
 class ctlUTF8Menu final : public ISubclass {
@@ -127,6 +126,7 @@ private:
     [[nodiscard]] bool pvIsMdiContainer() const;
     [[nodiscard]] bool pvIsMdiChild() const;
     [[nodiscard]] HWND pvActiveMdiChild() const;
+    void pvTellActiveChild() const;  // that this control's window is its frame
 
     // Measuring and drawing.
     struct ItemTexts;

@@ -77,9 +77,7 @@ void ctlUTF8Menu::handle(bool& bStopMsg, LRESULT& lReturn, HWND hWnd, std::uint3
         const auto hMenu = static_cast<HMENU>(wParam);
         if (hMenu == 0 || hMenu == m_hMenu) return;
         pvTakeMenu(hMenu);
-        if (const HWND hWndChild = pvActiveMdiChild(); IsWindow(hWndChild)) {
-            SendMessageW(hWndChild, WM_APP_MDIFRAME, static_cast<WPARAM>(m_hWnd), 0);
-        }
+        pvTellActiveChild();
         return;
     }
     case WM_APP_MDIFRAME:
@@ -120,11 +118,10 @@ bool ctlUTF8Menu::pvManagedPopup(WPARAM wParam, LPARAM lParam) {
     if (pvIsMdiContainer()) {
         const HWND hWndChild = pvActiveMdiChild();
         if (IsWindow(hWndChild) && hMenu == GetSystemMenu(hWndChild, false)) return false;
-        pvPreparePopup(hMenu);
     } else if (pvIsMdiChild()) {
         SendMessageW(m_hWndMdiFrame, WM_APP_MDISAVEPOPUP, wParam, lParam);
-    } else {
-        pvPreparePopup(hMenu);
+        return true;
     }
+    pvPreparePopup(hMenu);
     return true;
 }
