@@ -33,11 +33,12 @@ public:
     platform::test::WindowHookScope hooks;
 };
 
-Text zeros(int count) {
+Text repeated(TextView piece, int count) {
     Text s;
-    for (int i = 0; i < count; ++i) s += u"0*";
+    for (int i = 0; i < count; ++i) s += piece;
     return s;
 }
+Text zeros(int count) { return repeated(u"0*", count); }
 
 }  // namespace
 
@@ -57,15 +58,13 @@ TEST_F(CommDialogs, GiveTheChosenPathAndTheFlagsOfTheDialog) {
               "dir=\"\\home\" name=\"x.lng\" ext=\"lng\"\n"
               "open title=\"Open File\" filter=Language Files (*.lng *.ini) index=0 flags=0x81800 "
               "dir=\"\" name=\"\" ext=\"\"\n");
-}
 
-TEST_F(CommDialogs, GiveBackTheFilterThatWasUsedForSaving) {
-    DialogScript script;
     script.answerFile(u"\\a.lng", 2);
-    std::int32_t flags = 0, index = 1;
+    std::int32_t index = 1;
     const clsCommDialogs dialogs;
+    flags = 0;
     EXPECT_EQ(dialogs.ShowSave(0, kFilter, u"Save", flags, u"", u"", index), u"\\a.lng");
-    EXPECT_EQ(index, 2);
+    EXPECT_EQ(index, 2) << "the filter that was used";
     flags = 0;
     EXPECT_EQ(dialogs.ShowSave(0, kFilter, u"Save", flags, u"", u"", index), u"") << "cancelled";
     EXPECT_EQ(index, 2);
@@ -87,33 +86,24 @@ TEST_F(CommDialogs, RefuseFlagsThatOnlyComeBack) {
 }
 
 TEST_F(CommDialogs, HoldAsLongANameAsThePlatformTakes) {
-    const struct {
-        bool old;
-        std::size_t shown, fits;  // of a default name, of a path
-    } kPlatforms[] = {{false, 2047, 2047}, {true, 259, 259}};
-    for (const auto& p : kPlatforms) {
-        if (p.old) setOldPlatform();
+    for (const auto& [old, room] : {std::pair(false, 2047U), std::pair(true, 259U)}) {
+        if (old) setOldPlatform();
         DialogScript script;
-        const Text longest = u'\\' + Text(p.fits - 1, u'x');
+        const Text longest = u'\\' + Text(room - 1, u'x');
         script.answerFile(longest);
         script.answerFile(longest + u'y');
+        script.answerFile(u"\\s");
         std::int32_t flags = 0;
         EXPECT_EQ(ShowOpen(0, {}, {}, flags, {}, {}, Text(3000, u'd')), longest);
         flags = 0;
         EXPECT_EQ(ShowOpen(0, {}, {}, flags, {}), u"") << "longer than the dialog may give";
-        const std::string log = script.log();
-        EXPECT_NE(log.find("name=\"" + std::string(p.shown, 'd') + "\""), std::string::npos)
+        EXPECT_EQ(ShowOpen(0, {}, {}, flags, {}, {}, u"longer than the path"), u"\\s");
+        EXPECT_NE(script.log().find("name=\"" + std::string(room, 'd') + "\""), std::string::npos)
             << "cut to the buffer";
     }
-    DialogScript script;
-    script.answerFile(u"\\s");
-    std::int32_t flags = 0;
-    EXPECT_EQ(ShowOpen(0, {}, {}, flags, {}, {}, u"a default name longer than the path"), u"\\s");
 }
 
 TEST_F(CommDialogs, KeepTheCustomColours) {
-    InitDialogs();
-    EXPECT_EQ(GetCustomColorsString(), zeros(64));
     DialogScript script;
     script.answerColor(rgb(1, 2, 3));
     script.answerColor(rgb(4, 5, 6));
@@ -132,23 +122,12 @@ TEST_F(CommDialogs, KeepTheCustomColours) {
         {u"*x*0A*-1*07*end", u"A*B*A*0*7*" + zeros(59)},
         {u"1*2*3", u"1*2*A*0*7*" + zeros(59)},
         {zeros(64) + u"FF*FF*", zeros(64)},
-        {[] {
-             Text s;
-             for (int i = 0; i < 70; ++i) s += u"10*";
-             return s;
-         }(),
-         [] {
-             Text s;
-             for (int i = 0; i < 64; ++i) s += u"10*";
-             return s;
-         }()},
+        {repeated(u"10*", 70), repeated(u"10*", 64)},
     };
     for (const auto& t : kTexts) {
         SetCustomColorsString(t.set);
         EXPECT_EQ(GetCustomColorsString(), t.expected) << toUtf8(t.set);
     }
-    SetCustomColorsString(GetCustomColorsString());
-    EXPECT_EQ(GetCustomColorsString(), kTexts[6].expected);
     script.answerColor(0);
     (void)ShowColor(0);
     EXPECT_EQ(GetCustomColorsString(), kTexts[6].expected) << "through the dialog and back";
