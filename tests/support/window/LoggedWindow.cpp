@@ -107,6 +107,21 @@ WindowOptions childOf(HWND parent, RECT place) {
     return options;
 }
 
+WindowOptions mainWindow(SIZE size) {
+    WindowOptions options;
+    options.kind = WindowKind::Main;
+    options.size = size;
+    return options;
+}
+
+WindowOptions childOf(HWND parent, RECT place) {
+    WindowOptions options;
+    options.parent = parent;
+    options.position = {place.left, place.top};
+    options.size = {place.right - place.left, place.bottom - place.top};
+    return options;
+}
+
 std::string MessageLog::take() { return std::exchange(m_lines, {}); }
 
 LoggedWindow::LoggedWindow(MessageLog& log, std::string name, WindowOptions options)
