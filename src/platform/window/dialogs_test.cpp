@@ -74,34 +74,52 @@ private:
     bool m_busy = false;
 };
 
-class Dialogs : public testing::Test {
-public:
-    platform::test::HookScope baseHooks;
-    platform::test::WindowHookScope hooks;
-    Person person;
-};
-
 // A text with its NULs.
 template <std::size_t Size> Text whole(const char16_t (&literal)[Size]) {
     return Text(literal, Size - 1);
 }
 
-const Text kFilter = whole(u"Language Files\0*.lng; *.ini\0All Files (*.*)\0*.*\0");
+Text upToNul(const Text& buffer) { return buffer.substr(0, buffer.find(u'\0')); }
 
-OPENFILENAMEW record(const ::test::TempDir& dir, std::uint32_t flags) {
-    OPENFILENAMEW r;
-    r.lpstrFilter = kFilter;
-    r.lpstrFile = Text(200, u' ');
-    r.nMaxFile = 201;
-    r.lpstrInitialDir = dir.inside("");
-    r.lpstrTitle = u"Open File";
-    r.Flags = flags;
-    return r;
-}
+class Dialogs : public testing::Test {
+public:
+    // A record that starts in `dir`.
+    [[nodiscard]] OPENFILENAMEW record(std::uint32_t flags) const {
+        return {.lpstrFilter = whole(u"Language Files\0*.lng; *.ini\0All Files (*.*)\0*.*\0"),
+                .lpstrFile = Text(200, u' '),
+                .nMaxFile = 201,
+                .lpstrInitialDir = dir.inside(""),
+                .lpstrTitle = u"Open File",
+                .Flags = flags};
+    }
+    // The name in `dir` of what was chosen; empty when the dialog gave nothing.
+    std::string open(OPENFILENAMEW& r) const {
+        return GetOpenFileNameW(r) ? inDir(r.lpstrFile) : std::string();
+    }
+    std::string save(OPENFILENAMEW& r) const {
+        return GetSaveFileNameW(r) ? inDir(r.lpstrFile) : std::string();
+    }
+    // The same of a folder, which is given back.
+    std::string take(ITEMIDLIST item) const {
+        Text path(2048, u'\0');
+        const bool found = SHGetPathFromIDListW(item, path);
+        CoTaskMemFree(item);
+        return found ? inDir(path) : std::string();
+    }
+    void makeFolder(const char* name) const {
+        ASSERT_EQ(::mkdir((dir.path() / name).c_str(), 0700), 0);
+    }
+    platform::test::HookScope baseHooks;
+    platform::test::WindowHookScope hooks;
+    Person person;
+    ::test::TempDir dir;
 
-std::string chosen(const OPENFILENAMEW& r) {
-    return pathToSystem(r.lpstrFile.substr(0, r.lpstrFile.find(u'\0')));
-}
+private:
+    [[nodiscard]] std::string inDir(const Text& buffer) const {
+        const std::string path = pathToSystem(upToNul(buffer)), around = dir.path().string() + '/';
+        return path.starts_with(around) ? path.substr(around.size()) : path;
+    }
+};
 
 // A folder dialog that starts in the folder, which must outlive it.
 BROWSEINFOW startingIn(const Text& folder) {
@@ -115,19 +133,47 @@ BROWSEINFOW startingIn(const Text& folder) {
     return info;
 }
 
-// What a person does with the file dialog: types a name, presses Enter.
+// ---- What a person does
+
+void cancel(QDialog& dialog) { dialog.close(); }
+
+void click(QDialog& dialog, QDialogButtonBox::StandardButton button) {
+    dialog.findChild<QDialogButtonBox*>()->button(button)->click();
+}
+
+void pressEnter(QFileDialog& dialog) { QMetaObject::invokeMethod(&dialog, "accept"); }
+
 std::function<void(QFileDialog&)> type(const char* name) {
     return [name](QFileDialog& dialog) {
         dialog.findChild<QLineEdit*>()->setText(QString::fromUtf8(name));
-        QMetaObject::invokeMethod(&dialog, "accept");  // Enter
+        pressEnter(dialog);
     };
 }
 
-std::function<void(QMessageBox&)> dismiss(const char* part) {
-    return [part](QMessageBox& box) {
+// The list of names that are no text.
+QListWidget& oddNames(QFileDialog& dialog) { return *dialog.findChild<QListWidget*>(); }
+
+void takeFirstOddName(QFileDialog& dialog) {
+    oddNames(dialog).setCurrentRow(0);
+    pressEnter(dialog);
+}
+
+// A box whose text has that part in it.
+std::function<void(QMessageBox&)> answer(const char* part, QMessageBox::StandardButton button) {
+    return [part, button](QMessageBox& box) {
         EXPECT_TRUE(box.text().contains(QString::fromUtf8(part))) << box.text().toStdString();
-        box.buttons().front()->click();
+        box.button(button)->click();
     };
+}
+std::function<void(QMessageBox&)> dismiss(const char* part) {
+    return answer(part, QMessageBox::Ok);
+}
+
+void changeFont(QFontDialog& dialog, const std::function<void(QFont&)>& change) {
+    QFont font = dialog.currentFont();
+    change(font);
+    dialog.setCurrentFont(font);
+    click(dialog, QDialogButtonBox::Ok);
 }
 
 }  // namespace
@@ -141,12 +187,11 @@ TEST_F(Dialogs, FollowAScriptThatNotesWhatWasAsked) {
     script.answerFolder(u"\\home\\me");
     script.answerColor(rgb(1, 2, 3));
     EXPECT_EQ(MessageBoxW(0, u"Save?\r\nNow", u"Attention", 35), IDYES);
-    const ::test::TempDir dir;
-    OPENFILENAMEW open = record(dir, 0x81800);
-    open.lpstrInitialDir.clear();
-    EXPECT_TRUE(GetOpenFileNameW(open));
-    EXPECT_EQ(open.lpstrFile.substr(0, 16), whole(u"\\home\\me\\a.lng\0 ")) << "the rest stays";
-    EXPECT_EQ(open.nFilterIndex, 2U);
+    OPENFILENAMEW r = record(0x81800);
+    r.lpstrInitialDir.clear();
+    EXPECT_TRUE(GetOpenFileNameW(r));
+    EXPECT_EQ(r.lpstrFile.substr(0, 16), whole(u"\\home\\me\\a.lng\0 ")) << "the rest stays";
+    EXPECT_EQ(r.nFilterIndex, 2U);
     const ITEMIDLIST item = SHBrowseForFolderW({0, u"Pick", 0x51, nullptr, 0});
     Text buffer(20, u'.');
     EXPECT_TRUE(SHGetPathFromIDListW(item, buffer));
@@ -161,7 +206,7 @@ TEST_F(Dialogs, FollowAScriptThatNotesWhatWasAsked) {
     EXPECT_TRUE(ChooseColorA(color));
     EXPECT_EQ(color.rgbResult, rgb(1, 2, 3));
     EXPECT_FALSE(ChooseColorA(color)) << "no answer is left";
-    EXPECT_EQ(MessageBoxW(0, u"?", u"", MB_YESNO), IDNO);
+    EXPECT_EQ(MessageBoxW(0, u"\xD83D\xDE00\u0416?", u"", MB_YESNO), IDNO);
     EXPECT_EQ(script.log(),
               "messagebox style=0x23 title=\"Attention\" text=\"Save?\\000D\\000ANow\"\n"
               "open title=\"Open File\" filter=Language Files (*.lng *.ini)|All Files (*) index=0 "
@@ -169,7 +214,7 @@ TEST_F(Dialogs, FollowAScriptThatNotesWhatWasAsked) {
               "folder title=\"Pick\" start=\"\"\n"
               "color flags=0x0\n"
               "UNANSWERED color flags=0x0\n"
-              "UNANSWERED messagebox style=0x4 title=\"\" text=\"?\"\n");
+              "UNANSWERED messagebox style=0x4 title=\"\" text=\"\xF0\x9F\x98\x80\xD0\x96?\"\n");
 }
 
 TEST_F(Dialogs, UnderstandFiltersOfAnyShape) {
@@ -198,13 +243,6 @@ TEST_F(Dialogs, UnderstandFiltersOfAnyShape) {
         const std::size_t at = log.find("filter=") + 7;
         EXPECT_EQ(log.substr(at, log.find(" index=") - at), f.shown) << toUtf8(f.filter);
     }
-}
-
-TEST_F(Dialogs, NoteATextOfAnyCharacters) {
-    DialogScript script;
-    (void)MessageBoxW(0, u"\xD83D\xDE00\t\u0416", u"", MB_OK);
-    EXPECT_EQ(script.log(), "UNANSWERED messagebox style=0x0 title=\"\" text="
-                            "\"\xF0\x9F\x98\x80\\0009\xD0\x96\"\n");
 }
 
 // ---- Message box
@@ -247,40 +285,30 @@ TEST_F(Dialogs, AMessageBoxHasTheButtonsOfItsStyle) {
 }
 
 TEST_F(Dialogs, EndWhenTheirOwnerIsDestroyed) {
-    const ::test::TempDir dir;
-    const std::pair<const char*, std::function<bool(HWND)>> kDialogs[] = {
+    using Ask = std::function<bool(HWND)>;
+    const auto file = [&](HWND h) {
+        OPENFILENAMEW r = record(0);
+        r.hwndOwner = h;
+        return GetOpenFileNameW(r);
+    };
+    const auto color = [](HWND h) {
+        CHOOSECOLORA r{.hwndOwner = h};
+        return ChooseColorA(r);
+    };
+    const auto font = [](HWND h) {
+        CHOOSEFONTA r{.hwndOwner = h};
+        return ChooseFontA(r);
+    };
+    const std::pair<const char*, Ask> kDialogs[] = {
         {"message", [](HWND h) { return MessageBoxW(h, u"?", u"", MB_YESNOCANCEL) != IDCANCEL; }},
-        {"file",
-         [&](HWND h) {
-             OPENFILENAMEW r = record(dir, 0);
-             r.hwndOwner = h;
-             return GetOpenFileNameW(r);
-         }},
-        {"folder",
-         [](HWND h) {
-             BROWSEINFOW info;
-             info.hwndOwner = h;
-             return SHBrowseForFolderW(info) != 0;
-         }},
-        {"colour",
-         [](HWND h) {
-             CHOOSECOLORA r;
-             r.hwndOwner = h;
-             return ChooseColorA(r);
-         }},
-        {"font",
-         [](HWND h) {
-             CHOOSEFONTA r;
-             r.hwndOwner = h;
-             return ChooseFontA(r);
-         }},
+        {"file", file},
+        {"folder", [](HWND h) { return SHBrowseForFolderW({.hwndOwner = h}) != 0; }},
+        {"colour", color},
+        {"font", font},
     };
     for (const auto& [what, ask] : kDialogs) {
         ::test::MessageLog log;
-        WindowOptions options;
-        options.kind = WindowKind::Main;
-        options.size = {50, 50};
-        ::test::LoggedWindow owner(log, "owner", options);
+        ::test::LoggedWindow owner(log, "owner", ::test::mainWindow());
         ShowWindow(owner.hWnd(), SW_SHOW);
         const HWND hWnd = owner.hWnd();
         person.then<QDialog>([hWnd](QDialog&) { DestroyWindow(hWnd); });
@@ -292,10 +320,9 @@ TEST_F(Dialogs, EndWhenTheirOwnerIsDestroyed) {
 // ---- Files
 
 TEST_F(Dialogs, AFileDialogGivesAFileThatIsThere) {
-    const ::test::TempDir dir;
     dir.write("a.lng", "");
     dir.write("b.txt", "");
-    OPENFILENAMEW r = record(dir, OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST);
+    OPENFILENAMEW r = record(OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST);
     person.then<QFileDialog>([&](QFileDialog& dialog) {
         EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Open File"));
         EXPECT_EQ(dialog.nameFilters(), (QStringList{QStringLiteral("Language Files (*.lng *.ini)"),
@@ -305,40 +332,35 @@ TEST_F(Dialogs, AFileDialogGivesAFileThatIsThere) {
     });
     person.then<QMessageBox>(dismiss("missing.lng"));
     person.then<QFileDialog>(type("a.lng"));
-    EXPECT_TRUE(GetOpenFileNameW(r));
-    EXPECT_EQ(chosen(r), dir.path().string() + "/a.lng");
+    EXPECT_EQ(open(r), "a.lng");
     EXPECT_EQ(r.nFilterIndex, 2U);
     EXPECT_EQ(r.Flags & OFN_NOREADONLYRETURN, OFN_NOREADONLYRETURN);
 
-    OPENFILENAMEW again = record(dir, r.Flags);
-    const OPENFILENAMEW before = again;
-    person.then<QFileDialog>([](QFileDialog& dialog) { dialog.close(); });
-    EXPECT_FALSE(GetOpenFileNameW(again)) << "cancelled";
-    EXPECT_EQ(again.lpstrFile, before.lpstrFile);
-    EXPECT_EQ(again.Flags, before.Flags);
+    OPENFILENAMEW again = record(r.Flags);
+    person.then<QFileDialog>(cancel);
+    EXPECT_EQ(open(again), "");
+    EXPECT_EQ(again.lpstrFile, record(0).lpstrFile);
+    EXPECT_EQ(again.Flags, r.Flags);
 }
 
 TEST_F(Dialogs, AnOpenDialogAddsTheExtensionWhereThereIsNoSuchFile) {
-    const ::test::TempDir dir;
     for (const char* name : {"plain", "plain.lng", "dutch.lng", "x.ini"}) dir.write(name, "");
-    for (const auto& [typed, expected] : {std::pair{"plain", "/plain"},
-                                          {"dutch", "/dutch.lng"},
-                                          {"plain.lng", "/plain.lng"},
-                                          {"x.ini", "/x.ini"}}) {
-        OPENFILENAMEW r = record(dir, OFN_FILEMUSTEXIST);
+    for (const auto& [typed, expected] : {std::pair{"plain", "plain"},
+                                          {"dutch", "dutch.lng"},
+                                          {"plain.lng", "plain.lng"},
+                                          {"x.ini", "x.ini"}}) {
+        OPENFILENAMEW r = record(OFN_FILEMUSTEXIST);
         r.lpstrDefExt = u"lng";
         person.then<QFileDialog>(type(typed));
-        EXPECT_TRUE(GetOpenFileNameW(r));
-        EXPECT_EQ(chosen(r), dir.path().string() + expected);
+        EXPECT_EQ(open(r), expected);
         const bool differs = std::string_view(expected).find(".lng") == std::string_view::npos;
         EXPECT_EQ((r.Flags & OFN_EXTENSIONDIFFERENT) != 0, differs) << typed;
     }
 }
 
 TEST_F(Dialogs, ASaveDialogTakesANewNameInADirectoryThatIsThere) {
-    const ::test::TempDir dir;
     dir.write("old.lng", "");
-    OPENFILENAMEW r = record(dir, OFN_EXPLORER | OFN_PATHMUSTEXIST);
+    OPENFILENAMEW r = record(OFN_EXPLORER | OFN_PATHMUSTEXIST);
     r.lpstrFile.replace(0, 9, u"  new.lng");
     r.nFilterIndex = 2;
     r.lpstrDefExt = u"lng";
@@ -349,134 +371,106 @@ TEST_F(Dialogs, ASaveDialogTakesANewNameInADirectoryThatIsThere) {
     });
     person.then<QMessageBox>(dismiss("Folder not found"));
     person.then<QFileDialog>(type("dutch"));
-    EXPECT_TRUE(GetSaveFileNameW(r));
-    EXPECT_EQ(chosen(r), dir.path().string() + "/dutch.lng") << "with the default extension";
+    EXPECT_EQ(save(r), "dutch.lng") << "with the default extension";
     EXPECT_EQ(r.Flags & OFN_EXTENSIONDIFFERENT, 0U);
 
-    r = record(dir, OFN_OVERWRITEPROMPT);
+    r = record(OFN_OVERWRITEPROMPT);
     r.lpstrDefExt = u"ini";
     person.then<QFileDialog>(type("old.lng"));
-    person.then<QMessageBox>([](QMessageBox& box) { box.button(QMessageBox::Yes)->click(); });
-    EXPECT_TRUE(GetSaveFileNameW(r));
+    person.then<QMessageBox>(answer("", QMessageBox::Yes));
+    EXPECT_EQ(save(r), "old.lng");
     EXPECT_EQ(r.Flags & OFN_EXTENSIONDIFFERENT, OFN_EXTENSIONDIFFERENT);
 
-    r = record(dir, 0);
+    r = record(0);
     r.nMaxFile = 10;
     person.then<QFileDialog>(type("x.lng"));
     person.then<QMessageBox>(dismiss("too long"));
-    person.then<QFileDialog>([](QFileDialog& dialog) { dialog.close(); });
-    EXPECT_FALSE(GetSaveFileNameW(r));
+    person.then<QFileDialog>(cancel);
+    EXPECT_EQ(save(r), "");
 }
 
 TEST_F(Dialogs, ANameThatIsNoTextComesBackIntact) {
-    const ::test::TempDir dir;
-    dir.write("caf\xE9.lng", "");
-    dir.write("caf\xC3\xA9.lng", "");
-    dir.write("other\xE9.txt", "");
-    ASSERT_EQ(::mkdir((dir.path() / "d\xFF").c_str(), 0700), 0);
-    dir.write("d\xFF/in.lng", "");
-    const auto odd = [](QFileDialog& dialog) { return dialog.findChild<QListWidget*>(); };
-    const auto open = [](QFileDialog& dialog) {
-        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->click();
-    };
-
-    OPENFILENAMEW r = record(dir, OFN_FILEMUSTEXIST);
+    makeFolder("d\xFF");
+    for (const char* name : {"caf\xE9.lng", "caf\xC3\xA9.lng", "other\xE9.txt", "d\xFF/in.lng"}) {
+        dir.write(name, "");
+    }
+    OPENFILENAMEW r = record(OFN_FILEMUSTEXIST);
     person.then<QFileDialog>([&](QFileDialog& dialog) {
-        ASSERT_EQ(odd(dialog)->count(), 2) << "the filter counts here as well";
-        EXPECT_TRUE(odd(dialog)->isVisible());
-        odd(dialog)->setCurrentRow(0);
-        open(dialog);
+        ASSERT_EQ(oddNames(dialog).count(), 2) << "the filter counts here as well";
+        EXPECT_TRUE(oddNames(dialog).isVisible());
+        oddNames(dialog).setCurrentRow(0);
+        click(dialog, QDialogButtonBox::Open);
     });
-    EXPECT_TRUE(GetOpenFileNameW(r));
-    EXPECT_EQ(chosen(r), dir.path().string() + "/caf\xE9.lng");
+    EXPECT_EQ(open(r), "caf\xE9.lng");
 
     person.then<QFileDialog>([&](QFileDialog& dialog) {
-        emit odd(dialog)->itemActivated(odd(dialog)->item(1));  // into the directory
-        ASSERT_EQ(odd(dialog)->count(), 2) << "the way up, and what is inside";
-        emit odd(dialog)->itemActivated(odd(dialog)->item(1));
+        QListWidget& odd = oddNames(dialog);
+        emit odd.itemActivated(odd.item(1));  // into the directory
+        ASSERT_EQ(odd.count(), 2) << "the way up, and what is inside";
+        emit odd.itemActivated(odd.item(1));
     });
-    EXPECT_TRUE(GetOpenFileNameW(r));
-    EXPECT_EQ(chosen(r), dir.path().string() + "/d\xFF/in.lng");
+    EXPECT_EQ(open(r), "d\xFF/in.lng");
 
     // As a dialog of the desktop gives it back: with a stand-in for the byte.
-    r = record(dir, OFN_EXPLORER);
+    r = record(OFN_EXPLORER);
     person.then<QFileDialog>(type("caf\xEF\xBF\xBD.lng"));
-    EXPECT_TRUE(GetOpenFileNameW(r));
-    EXPECT_EQ(chosen(r), dir.path().string() + "/caf\xE9.lng");
+    EXPECT_EQ(open(r), "caf\xE9.lng");
     dir.write("caf\xE8.lng", "");
     person.then<QFileDialog>(type("caf\xEF\xBF\xBD.lng"));
     person.then<QMessageBox>(dismiss("Several names look like this one"));
     person.then<QFileDialog>(type("caf\xC3\xA9.lng"));
-    EXPECT_TRUE(GetOpenFileNameW(r));
-    EXPECT_EQ(chosen(r), dir.path().string() + "/caf\xC3\xA9.lng");
+    EXPECT_EQ(open(r), "caf\xC3\xA9.lng");
 }
 
 TEST_F(Dialogs, AsksBeforeItReplacesAFileWhoseNameIsNoText) {
-    const ::test::TempDir dir;
     dir.write("caf\xE9.lng", "");
-    const auto save = [](QFileDialog& dialog) {
-        dialog.findChild<QListWidget*>()->setCurrentRow(0);
-        QMetaObject::invokeMethod(&dialog, "accept");
-    };
-    const auto answer = [](QMessageBox::StandardButton button) {
-        return [button](QMessageBox& box) {
-            EXPECT_TRUE(box.text().contains(QStringLiteral("already exists")));
-            box.button(button)->click();
-        };
-    };
-    OPENFILENAMEW r = record(dir, OFN_OVERWRITEPROMPT);
-    person.then<QFileDialog>(save);
-    person.then<QMessageBox>(answer(QMessageBox::No));
-    person.then<QFileDialog>(save);
-    person.then<QMessageBox>(answer(QMessageBox::Yes));
-    EXPECT_TRUE(GetSaveFileNameW(r));
-    EXPECT_EQ(chosen(r), dir.path().string() + "/caf\xE9.lng");
+    OPENFILENAMEW r = record(OFN_OVERWRITEPROMPT);
+    for (const auto button : {QMessageBox::No, QMessageBox::Yes}) {
+        person.then<QFileDialog>(takeFirstOddName);
+        person.then<QMessageBox>(answer("already exists", button));
+    }
+    EXPECT_EQ(save(r), "caf\xE9.lng");
 
-    r = record(dir, 0);
-    person.then<QFileDialog>(save);
-    EXPECT_TRUE(GetSaveFileNameW(r)) << "not asked for";
+    r = record(0);
+    person.then<QFileDialog>(takeFirstOddName);
+    EXPECT_EQ(save(r), "caf\xE9.lng") << "not asked for";
 
     // A wish to start with it.
-    r = record(dir, 0);
+    r = record(0);
     const Text wished = dir.inside("caf\xE9.lng");
     r.lpstrFile.replace(0, wished.size(), wished);
-    person.then<QFileDialog>(
-        [](QFileDialog& dialog) { QMetaObject::invokeMethod(&dialog, "accept"); });
-    EXPECT_TRUE(GetSaveFileNameW(r));
-    EXPECT_EQ(chosen(r), dir.path().string() + "/caf\xE9.lng");
+    person.then<QFileDialog>(pressEnter);
+    EXPECT_EQ(save(r), "caf\xE9.lng");
 
     // What is typed after the choice counts.
-    r = record(dir, OFN_OVERWRITEPROMPT);
+    r = record(OFN_OVERWRITEPROMPT);
     person.then<QFileDialog>([](QFileDialog& dialog) {
-        dialog.findChild<QListWidget*>()->setCurrentRow(0);
+        oddNames(dialog).setCurrentRow(0);
         type("other.lng")(dialog);
     });
-    EXPECT_TRUE(GetSaveFileNameW(r));
-    EXPECT_EQ(chosen(r), dir.path().string() + "/other.lng");
+    EXPECT_EQ(save(r), "other.lng");
 }
 
 TEST_F(Dialogs, StartsInADirectoryWhoseNameIsNoText) {
-    const ::test::TempDir dir;
-    ASSERT_EQ(::mkdir((dir.path() / "d\xFF").c_str(), 0700), 0);
+    makeFolder("d\xFF");
     dir.write("d\xFF/in.lng", "");
-    OPENFILENAMEW r = record(dir, OFN_FILEMUSTEXIST);
+    OPENFILENAMEW r = record(OFN_FILEMUSTEXIST);
     r.lpstrInitialDir = dir.inside("d\xFF");
     r.nFilterIndex = 99;
     person.then<QFileDialog>([&](QFileDialog& dialog) {
         EXPECT_EQ(dialog.directory().absolutePath().toStdString(), dir.path().string());
         EXPECT_EQ(dialog.selectedNameFilter(), dialog.nameFilters().back()) << "there is no 99th";
-        auto* odd = dialog.findChild<QListWidget*>();
-        ASSERT_EQ(odd->count(), 2);
-        emit odd->itemActivated(odd->item(1));
+        QListWidget& odd = oddNames(dialog);
+        ASSERT_EQ(odd.count(), 2);
+        emit odd.itemActivated(odd.item(1));
     });
-    EXPECT_TRUE(GetOpenFileNameW(r));
-    EXPECT_EQ(chosen(r), dir.path().string() + "/d\xFF/in.lng");
+    EXPECT_EQ(open(r), "d\xFF/in.lng");
 }
 
+// ---- Folders
+
 TEST_F(Dialogs, AFolderDialogIsLargeEnoughAndTakesOnlyFolders) {
-    const ::test::TempDir dir;
     const Text start = dir.inside("");
-    const BROWSEINFOW info = startingIn(start);
     person.then<QFileDialog>([](QFileDialog& dialog) {
         EXPECT_GE(dialog.width(), 640);
         EXPECT_GE(dialog.height(), 420);
@@ -484,33 +478,25 @@ TEST_F(Dialogs, AFolderDialogIsLargeEnoughAndTakesOnlyFolders) {
     });
     person.then<QMessageBox>(dismiss("not found"));
     // Gone while it stands in the list.
-    ASSERT_EQ(::mkdir((dir.path() / "d\xFF").c_str(), 0700), 0);
+    makeFolder("d\xFF");
     person.then<QFileDialog>([&](QFileDialog& dialog) {
-        auto* odd = dialog.findChild<QListWidget*>();
-        odd->setCurrentRow(0);
         QObject::connect(&dialog, &QDialog::accepted,
                          [&] { ::rmdir((dir.path() / "d\xFF").c_str()); });
-        QMetaObject::invokeMethod(&dialog, "accept");
+        takeFirstOddName(dialog);
     });
     person.then<QMessageBox>(dismiss("Folder not found"));
-    person.then<QFileDialog>([](QFileDialog& dialog) { dialog.close(); });
-    EXPECT_EQ(SHBrowseForFolderW(info), 0U);
+    person.then<QFileDialog>(cancel);
+    EXPECT_EQ(SHBrowseForFolderW(startingIn(start)), 0U);
 }
 
 TEST_F(Dialogs, AFolderWhoseNameIsNoTextComesBackIntact) {
-    const ::test::TempDir dir;
-    ASSERT_EQ(::mkdir((dir.path() / "d\xFF").c_str(), 0700), 0);
-    ASSERT_EQ(::mkdir((dir.path() / "d\xFF" / "in").c_str(), 0700), 0);
+    makeFolder("d\xFF");
+    makeFolder("d\xFF/in");
     // Where the dialog starts, and what is chosen there without more.
     for (const char* start : {"d\xFF", "d\xFF/in"}) {
         const Text folder = dir.inside(start) + u'\\';
-        person.then<QFileDialog>(
-            [](QFileDialog& dialog) { QMetaObject::invokeMethod(&dialog, "accept"); });
-        const ITEMIDLIST item = SHBrowseForFolderW(startingIn(folder));
-        Text path(2048, u'\0');
-        EXPECT_TRUE(SHGetPathFromIDListW(item, path)) << start;
-        EXPECT_EQ(path.substr(0, path.find(u'\0')), dir.inside(start));
-        CoTaskMemFree(item);
+        person.then<QFileDialog>(pressEnter);
+        EXPECT_EQ(take(SHBrowseForFolderW(startingIn(folder))), start);
     }
 }
 
@@ -523,19 +509,14 @@ TEST_F(Dialogs, NothingIsLeftWhenTheCallbackOfAFolderDialogFails) {
 }
 
 TEST_F(Dialogs, AFolderDialogStartsWhereTheCallbackSays) {
-    const ::test::TempDir dir;
-    ASSERT_EQ(::mkdir((dir.path() / "inner").c_str(), 0700), 0);
+    makeFolder("inner");
     const Text start = dir.inside("inner");
     const auto accept = [&](QFileDialog& dialog) {
         EXPECT_EQ(dialog.directory().absolutePath().toStdString(), dir.path().string() + "/inner");
-        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->click();
+        click(dialog, QDialogButtonBox::Open);
     };
     person.then<QFileDialog>(accept);
-    ITEMIDLIST item = SHBrowseForFolderW(startingIn(start));
-    Text path(2048, u'\0');
-    EXPECT_TRUE(SHGetPathFromIDListW(item, path));
-    EXPECT_EQ(path.substr(0, path.find(u'\0')), start);
-    CoTaskMemFree(item);
+    EXPECT_EQ(take(SHBrowseForFolderW(startingIn(start))), "inner");
 
     const Bytes startBytes(start.begin(), start.end());
     BROWSEINFOA narrow;
@@ -545,13 +526,12 @@ TEST_F(Dialogs, AFolderDialogStartsWhereTheCallbackSays) {
         return 0;
     };
     person.then<QFileDialog>(accept);
-    item = SHBrowseForFolderA(narrow);
+    const ITEMIDLIST item = SHBrowseForFolderA(narrow);
     Bytes bytes(260, 1);
     EXPECT_TRUE(SHGetPathFromIDListA(item, bytes));
-    EXPECT_EQ(std::string(bytes.begin(), std::find(bytes.begin(), bytes.end(), 0)),
-              std::string(startBytes.begin(), startBytes.end()));
+    EXPECT_EQ(Bytes(bytes.begin(), std::find(bytes.begin(), bytes.end(), 0)), startBytes);
     CoTaskMemFree(item);
-    person.then<QFileDialog>([](QFileDialog& dialog) { dialog.close(); });
+    person.then<QFileDialog>(cancel);
     EXPECT_EQ(SHBrowseForFolderW({}), 0U);
     EXPECT_EQ(platform::test::openFolderItems(), 0);
 }
@@ -570,32 +550,29 @@ TEST_F(Dialogs, AFolderThatTheCodePageCannotNameIsNone) {
 // ---- Colour and font
 
 TEST_F(Dialogs, AColourDialogKeepsTheCustomColours) {
-    CHOOSECOLORA r;
-    r.rgbResult = rgb(192, 227, 255);
-    r.Flags = CC_RGBINIT | CC_FULLOPEN;
+    CHOOSECOLORA r{.rgbResult = rgb(192, 227, 255), .Flags = CC_RGBINIT | CC_FULLOPEN};
     r.lpCustColors[3] = rgb(9, 8, 7) | 0x11000000;
     person.then<QColorDialog>([](QColorDialog& dialog) {
         EXPECT_EQ(dialog.currentColor(), QColor(192, 227, 255));
         EXPECT_EQ(QColorDialog::customColor(3), QColor(9, 8, 7));
         QColorDialog::setCustomColor(15, QColor(1, 1, 1));
         dialog.setCurrentColor(QColor(5, 6, 7));
-        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+        click(dialog, QDialogButtonBox::Ok);
     });
     EXPECT_TRUE(ChooseColorA(r));
     EXPECT_EQ(r.rgbResult, rgb(5, 6, 7));
     EXPECT_EQ(r.lpCustColors[15], rgb(1, 1, 1));
     EXPECT_EQ(r.lpCustColors[3], rgb(9, 8, 7) | 0x11000000) << "also what is no part of the colour";
-    person.then<QColorDialog>([](QColorDialog& dialog) { dialog.close(); });
+    person.then<QColorDialog>(cancel);
     EXPECT_FALSE(ChooseColorA(r));
     EXPECT_EQ(r.rgbResult, rgb(5, 6, 7));
 }
 
 TEST_F(Dialogs, AFontDialogKeepsToItsLimits) {
-    CHOOSEFONTA r;
-    r.Flags = CF_SCREENFONTS | CF_EFFECTS | CF_INITTOLOGFONTSTRUCT | CF_LIMITSIZE;
-    r.nSizeMin = 8;
-    r.nSizeMax = 20;
-    r.rgbColors = rgb(1, 2, 3);
+    CHOOSEFONTA r{.Flags = CF_SCREENFONTS | CF_EFFECTS | CF_INITTOLOGFONTSTRUCT | CF_LIMITSIZE,
+                  .rgbColors = rgb(1, 2, 3),
+                  .nSizeMin = 8,
+                  .nSizeMax = 20};
     r.lpLogFont.lfHeight = -16;
     r.lpLogFont.lfWeight = 700;
     r.lpLogFont.lfItalic = r.lpLogFont.lfStrikeOut = 1;
@@ -603,26 +580,21 @@ TEST_F(Dialogs, AFontDialogKeepsToItsLimits) {
         const QFont start = dialog.currentFont();
         EXPECT_EQ(start.pointSizeF(), 12);
         EXPECT_TRUE(start.bold() && start.italic() && start.strikeOut() && !start.underline());
-        QFont font = start;
-        font.setPointSize(40);
-        font.setUnderline(true);
-        dialog.setCurrentFont(font);
-        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+        changeFont(dialog, [](QFont& font) {
+            font.setPointSize(40);
+            font.setUnderline(true);
+        });
     });
     person.then<QMessageBox>(dismiss("between 8 and 20"));
-    person.then<QFontDialog>([](QFontDialog& dialog) {
-        QFont font = dialog.currentFont();
-        font.setPointSize(9);
-        dialog.setCurrentFont(font);
-        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
-    });
+    person.then<QFontDialog>(
+        [](QFontDialog& dialog) { changeFont(dialog, [](QFont& font) { font.setPointSize(9); }); });
     EXPECT_TRUE(ChooseFontA(r));
     EXPECT_EQ(r.iPointSize, 90);
     EXPECT_EQ(r.lpLogFont.lfHeight, -12);
     EXPECT_EQ(r.lpLogFont.lfWeight, 700);
     EXPECT_TRUE(r.lpLogFont.lfUnderline != 0 && r.lpLogFont.lfStrikeOut != 0);
     EXPECT_EQ(r.rgbColors, rgb(1, 2, 3));
-    person.then<QFontDialog>([](QFontDialog& dialog) { dialog.close(); });
+    person.then<QFontDialog>(cancel);
     EXPECT_FALSE(ChooseFontA(r));
     r.nSizeMin = 21;
     EXPECT_FALSE(ChooseFontA(r)) << "no size keeps to that";
@@ -630,22 +602,19 @@ TEST_F(Dialogs, AFontDialogKeepsToItsLimits) {
 
 TEST_F(Dialogs, AFontRecordHoldsANameOf31BytesOfTheCodePage) {
     platform::test::setLocale("C");
-    LOGFONTA record;
+    LOGFONTA font;
     for (const Text& name : {Text(31, u'y'), Text(u"Ch\u00E2teau"), Text()}) {
-        EXPECT_TRUE(setFaceName(record, name));
-        EXPECT_EQ(faceNameOf(record), name);
+        EXPECT_TRUE(setFaceName(font, name));
+        EXPECT_EQ(faceNameOf(font), name);
     }
-    EXPECT_TRUE(setFaceName(record, u"Tahoma"));
+    EXPECT_TRUE(setFaceName(font, u"Tahoma"));
     for (const Text& name : {Text(32, u'y'), Text(u"\u0416"), Text(u"a\0b", 3)}) {
-        EXPECT_FALSE(setFaceName(record, name));
-        EXPECT_EQ(faceNameOf(record), u"Tahoma");
+        EXPECT_FALSE(setFaceName(font, name));
+        EXPECT_EQ(faceNameOf(font), u"Tahoma");
     }
 }
 
 TEST_F(Dialogs, AFontDialogShowsTheFaceThatIsDrawnAndGivesBackTheNameThatWasGiven) {
-    const auto ok = [](QFontDialog& dialog) {
-        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
-    };
     const struct {
         TextView name;
         const char *shown, *other;
@@ -657,8 +626,7 @@ TEST_F(Dialogs, AFontDialogShowsTheFaceThatIsDrawnAndGivesBackTheNameThatWasGive
         {u"NOTO Sans Thai", "Noto Sans Thai", "Quillmere Sans"},
     };
     for (const auto& k : kFaces) {
-        CHOOSEFONTA r;
-        r.Flags = CF_SCREENFONTS | CF_INITTOLOGFONTSTRUCT;
+        CHOOSEFONTA r{.Flags = CF_SCREENFONTS | CF_INITTOLOGFONTSTRUCT};
         r.lpLogFont.lfHeight = -11;
         r.lpLogFont.lfWeight = 600;
         r.lpLogFont.lfUnderline = 1;
@@ -669,7 +637,7 @@ TEST_F(Dialogs, AFontDialogShowsTheFaceThatIsDrawnAndGivesBackTheNameThatWasGive
             for (const auto* effect : dialog.findChildren<QCheckBox*>()) {
                 EXPECT_FALSE(effect->isVisible()) << "without effects";
             }
-            ok(dialog);
+            click(dialog, QDialogButtonBox::Ok);
         });
         EXPECT_TRUE(ChooseFontA(r));
         EXPECT_EQ(faceNameOf(r.lpLogFont), k.name);
@@ -679,10 +647,7 @@ TEST_F(Dialogs, AFontDialogShowsTheFaceThatIsDrawnAndGivesBackTheNameThatWasGive
         EXPECT_EQ(r.iPointSize, 83);
 
         person.then<QFontDialog>([&](QFontDialog& dialog) {
-            QFont font = dialog.currentFont();
-            font.setFamily(QString::fromUtf8(k.other));
-            dialog.setCurrentFont(font);
-            ok(dialog);
+            changeFont(dialog, [&](QFont& font) { font.setFamily(QString::fromUtf8(k.other)); });
         });
         EXPECT_TRUE(ChooseFontA(r));
         EXPECT_EQ(toUtf8(faceNameOf(r.lpLogFont)), k.other);

@@ -18,36 +18,17 @@ using platform::test::MouseAction;
 
 namespace {
 
-WindowOptions someWindow() {
-    WindowOptions options;
-    options.kind = WindowKind::Main;
-    options.size = {50, 50};
-    return options;
-}
-
 // A picture cursor of 16 x 16: red, see-through but for the pixel (3, 4).
 HICON pictureCursor() {
-    ICONINFO info;
-    info.fIcon = false;
-    info.xHotspot = 3;
-    info.yHotspot = 4;
-    const HDC hDC = CreateCompatibleDC(0);
-    const HDC screen = GetDC(0);
-    info.hbmMask = CreateCompatibleBitmap(hDC, 16, 16);
-    info.hbmColor = CreateCompatibleBitmap(screen, 16, 16);
-    HGDIOBJ before = SelectObject(hDC, info.hbmMask);
-    BitBlt(hDC, 0, 0, 16, 16, 0, 0, 0, WHITENESS);
-    SetPixel(hDC, 3, 4, 0);
-    SelectObject(hDC, info.hbmColor);
-    const HBRUSH red = CreateSolidBrush(rgb(255, 0, 0));
-    FillRect(hDC, {0, 0, 16, 16}, red);
-    DeleteObject(red);
-    SelectObject(hDC, before);
-    const HICON icon = CreateIconIndirect(info);
-    ReleaseDC(0, screen);
-    DeleteDC(hDC);
-    DeleteObject(info.hbmMask);
-    DeleteObject(info.hbmColor);
+    const Canvas mask(16, 16, Canvas::kMonochrome), color(16, 16);
+    SetPixel(mask.hdc(), 3, 4, 0);
+    const Selected red(color.hdc(), CreateSolidBrush(rgb(255, 0, 0)));
+    FillRect(color.hdc(), {0, 0, 16, 16}, red);
+    const HICON icon = CreateIconIndirect({.fIcon = false,
+                                           .xHotspot = 3,
+                                           .yHotspot = 4,
+                                           .hbmMask = mask.bitmap(),
+                                           .hbmColor = color.bitmap()});
     return icon;
 }
 
@@ -69,7 +50,7 @@ TEST(Input, KnowsTheKeysThatAreDown) {
 TEST(Input, TakesTheModifiersOfAnEventForThoseOfTheMoment) {
     const platform::test::WindowHookScope hooks;
     ::test::MessageLog log;
-    ::test::LoggedWindow window(log, "main", someWindow());
+    ::test::LoggedWindow window(log, "main", ::test::mainWindow());
     std::string down;
     window.on = [&](std::uint32_t uMsg, WPARAM, LPARAM) -> std::optional<LRESULT> {
         if (uMsg == WM_LBUTTONDOWN || uMsg == WM_KEYDOWN || uMsg == WM_SYSKEYDOWN) {
@@ -128,7 +109,7 @@ TEST(Input, LoadsTheCursorsOfTheDesktop) {
 TEST(Input, ShowsTheCursorOfTheWindowUnlessAnAnswerToWmSetcursorDiffers) {
     const platform::test::WindowHookScope hooks;
     ::test::MessageLog log;
-    ::test::LoggedWindow window(log, "main", someWindow());
+    ::test::LoggedWindow window(log, "main", ::test::mainWindow());
     const HWND hWnd = window.hWnd();
     const auto shown = [&] { return widgetOf(hWnd)->cursor().shape(); };
     const auto move = [&] { mouse(hWnd, MouseAction::Move, {1, 1}, 0); };

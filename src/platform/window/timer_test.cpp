@@ -7,6 +7,7 @@
 #include "platform/window/timer_internal.h"
 #include "platform/window/wait.h"
 #include "platform/window/window.h"
+#include "support/window/Failures.h"
 #include "support/window/LoggedWindow.h"
 
 #include <gtest/gtest.h>
@@ -32,17 +33,18 @@ public:
         platform::test::setManualTimers(true);
     }
     ~Timers() override { EXPECT_EQ(runningTimers(), 0); }
+    static void useRealClock() {
+        platform::test::setManualTimers(false);
+        platform::test::setTickCount(std::nullopt);
+    }
+    static void readFor(std::uint32_t milliseconds) {
+        const std::uint32_t start = GetTickCount();
+        while (GetTickCount() - start < milliseconds) pumpMessages();
+    }
     platform::test::HookScope baseHooks;
     platform::test::WindowHookScope hooks;
     ::test::MessageLog log;
 };
-
-WindowOptions someWindow() {
-    WindowOptions options;
-    options.kind = WindowKind::Main;
-    options.size = {20, 10};
-    return options;
-}
 
 }  // namespace
 
@@ -70,7 +72,7 @@ TEST_F(Timers, FireInTheOrderOfTimeAtTheirOwnTick) {
 }
 
 TEST_F(Timers, BelongToAWindowAndGoWithIt) {
-    ::test::LoggedWindow window(log, "main", someWindow());
+    ::test::LoggedWindow window(log, "main", ::test::mainWindow());
     const HWND hWnd = window.hWnd();
     EXPECT_EQ(SetTimer(hWnd, 7, 50, nullptr), 7U);
     EXPECT_EQ(SetTimer(hWnd, 8, 70, noting), 8U);
@@ -86,11 +88,10 @@ TEST_F(Timers, BelongToAWindowAndGoWithIt) {
     DestroyWindow(hWnd);
     EXPECT_EQ(runningTimers(), 0);
     EXPECT_EQ(SetTimer(hWnd, 7, 50, nullptr), 0U) << "no window";
-    ::test::LoggedWindow other(log, "other", someWindow());
+    ::test::LoggedWindow other(log, "other", ::test::mainWindow());
     EXPECT_EQ(SetTimer(other.hWnd(), 0, 50, nullptr), 0U) << "0 is no timer";
     EXPECT_EQ(runningTimers(), 0);
     EXPECT_EQ(SetTimer(0, 7, 50, nullptr), 0U) << "nobody to call";
-    (void)log.take();
 }
 
 TEST_F(Timers, CallBackWithoutAWindow) {
@@ -121,20 +122,12 @@ TEST_F(Timers, MayEndAndStartTimersWhileTheyFire) {
 }
 
 TEST_F(Timers, KeepTheirFailuresFromTheLoop) {
-    std::string failure;
-    setFailureHandler([&](const std::exception_ptr& raised) {
-        try {
-            std::rethrow_exception(raised);
-        } catch (const std::exception& known) {
-            failure += known.what();
-        }
-    });
+    ::test::Failures failures;
     const std::uint32_t id =
-        setTimer(10, [](std::uint32_t, std::uint32_t) { throw std::runtime_error("late "); });
+        setTimer(10, [](std::uint32_t, std::uint32_t) { throw std::runtime_error("late"); });
     advanceTimers(20);
-    EXPECT_EQ(failure, "late late ");
+    EXPECT_EQ(failures.take(), "late\nlate\n");
     KillTimer(0, id);
-    setFailureHandler(nullptr);
 }
 
 TEST_F(Timers, CountShortIntervalsAsTen) {
@@ -146,35 +139,27 @@ TEST_F(Timers, CountShortIntervalsAsTen) {
 }
 
 TEST_F(Timers, RunOnTheRealClockUntilKilledAndWaitWhileHeldBack) {
-    platform::test::setManualTimers(false);
-    platform::test::setTickCount(std::nullopt);
+    useRealClock();
     int calls = 0;
     const std::uint32_t id = setTimer(10, [&](std::uint32_t, std::uint32_t) { ++calls; });
-    const auto waitUntil = [](const auto& done) {
-        const std::uint32_t start = GetTickCount();
-        while (!done() && GetTickCount() - start < 5000) pumpMessages();
-        return done();
+    const auto firesAgain = [&] {
+        const int before = calls;
+        for (int i = 0; i < 500 && calls == before; ++i) readFor(10);
+        return calls > before;
     };
-    EXPECT_TRUE(waitUntil([&] { return calls >= 2; }));
+    EXPECT_TRUE(firesAgain() && firesAgain());
     {
         const TimerHold hold;
         const int before = calls;
-        const std::uint32_t start = GetTickCount();
-        (void)waitUntil([&] { return GetTickCount() - start > 40; });
+        readFor(40);
         EXPECT_EQ(calls, before);
     }
-    const int before = calls;
-    EXPECT_TRUE(waitUntil([&] { return calls > before; }));
+    EXPECT_TRUE(firesAgain());
     EXPECT_TRUE(KillTimer(0, id));
 }
 
 TEST_F(Timers, DoNotFireInsideTheirOwnFiringAlsoALateOne) {
-    platform::test::setManualTimers(false);
-    platform::test::setTickCount(std::nullopt);
-    const auto readFor = [](std::uint32_t milliseconds) {
-        const std::uint32_t start = GetTickCount();
-        while (GetTickCount() - start < milliseconds) pumpMessages();
-    };
+    useRealClock();
     int calls = 0, depth = 0, deepest = 0;
     const std::uint32_t id = setTimer(10, [&](std::uint32_t, std::uint32_t) {
         ++calls;
@@ -193,21 +178,18 @@ TEST_F(Timers, DoNotFireInsideTheirOwnFiringAlsoALateOne) {
     EXPECT_TRUE(KillTimer(0, id));
 }
 
-TEST_F(Timers, AWaitingWindowIsPaintedBeforeTheJobAndTimersAreNotHeardMeanwhile) {
-    platform::test::setManualTimers(false);
-    platform::test::setTickCount(std::nullopt);
-    WindowOptions options = someWindow();
-    options.kind = WindowKind::Bare;
-    ::test::LoggedWindow wait(log, "wait", options);
-    WindowOptions inner;
-    inner.parent = wait.hWnd();
-    inner.size = {10, 5};
-    ::test::LoggedWindow label(log, "label", inner);
+TEST_F(Timers, AWaitingWindowIsPaintedBeforeTheJob) {
+    useRealClock();
+    ::test::LoggedWindow wait(log, "wait", {.kind = WindowKind::Bare, .size = {20, 10}});
+    ::test::LoggedWindow label(log, "label", ::test::childOf(wait.hWnd(), {0, 0, 10, 5}));
+    int calls = 0;
+    const std::uint32_t id = setTimer(10, [&](std::uint32_t, std::uint32_t) { ++calls; });
+    readFor(5);
     EXPECT_TRUE(showPainted(wait.hWnd()));
+    EXPECT_EQ(calls, 0) << "timers are not heard meanwhile";
     const std::string painted = log.take();
     EXPECT_NE(painted.find("wait: WM_PAINT\n"), std::string::npos);
     EXPECT_NE(painted.find("label: WM_PAINT\n"), std::string::npos);
     EXPECT_FALSE(showPainted(0));
-    DestroyWindow(wait.hWnd());
-    (void)log.take();
+    EXPECT_TRUE(KillTimer(0, id));
 }
