@@ -47,17 +47,13 @@ public:
 class AccessibleWindow : public testing::Test {
 protected:
     void SetUp() override {
-        m_hWnd = createWindow({.kind = WindowKind::Main,
-                               .parent = 0,
-                               .position = {},
-                               .size = {100, 80},
-                               .title = u"Title"});
         ShowWindow(m_hWnd, SW_SHOW);
         test::settle();
     }
     void TearDown() override { DestroyWindow(m_hWnd); }
     test::WindowHookScope m_hooks;
-    HWND m_hWnd = 0;
+    const HWND m_hWnd =
+        createWindow({.kind = WindowKind::Main, .size = {100, 80}, .title = u"Title"});
     Sheet m_sheet;
 };
 

@@ -1,13 +1,11 @@
 #include "platform/window/edit.h"
 
-#include "platform/base/failure.h"
 #include "platform/window/fonts.h"
 #include "platform/window/input.h"
 #include "platform/window/screen.h"
 #include "platform/window/surface_internal.h"
 #include "platform/window/testhooks.h"
 #include "platform/window/window_internal.h"
-#include "support/window/Failures.h"
 #include "support/window/LoggedWindow.h"
 
 #include <QAccessible>
@@ -19,21 +17,11 @@
 #include <random>
 
 using namespace platform;
+using namespace platform::test;
 using ::test::LoggedWindow;
 using ::test::MessageLog;
 
 namespace {
-
-using platform::test::chooseFromMenu;
-using platform::test::clipboardText;
-using platform::test::compose;
-using platform::test::mouse;
-using platform::test::MouseAction;
-using platform::test::pressKey;
-using platform::test::releaseKey;
-using platform::test::setClipboardText;
-using platform::test::settle;
-using platform::test::typeText;
 
 constexpr std::uint32_t kLine = ES_AUTOHSCROLL;
 constexpr std::uint32_t kPage = ES_MULTILINE | ES_AUTOVSCROLL | ES_WANTRETURN;
@@ -48,11 +36,7 @@ public:
         ShowWindow(main.hWnd(), SW_SHOW);
         settle();
     }
-    ~Edit() override {
-        main.on = nullptr;
-        DestroyWindow(main.hWnd());
-        settle();
-    }
+    ~Edit() override { settle(); }
 
     // In place of the one before. With the focus.
     HWND make(std::uint32_t style, std::uint32_t extendedStyle = 0, SIZE size = {120, 60}) {
@@ -77,9 +61,7 @@ public:
                      reinterpret_cast<LPARAM>(&end));
         return {start, end};
     }
-    [[nodiscard]] platform::test::ShownPicture picture() const {
-        return platform::test::shownPicture(edit);
-    }
+    [[nodiscard]] ShownPicture picture() const { return shownPicture(edit); }
     // The text with the ends of the selection as [ and ], or the caret as |; CR and LF as < and >.
     std::string state() const {
         const auto [start, end] = selection();
@@ -119,7 +101,7 @@ public:
         send(EM_REPLACESEL, 1, reinterpret_cast<LPARAM>(&with));
     }
 
-    platform::test::WindowHookScope hooks;
+    WindowHookScope hooks;
     MessageLog log;
     LoggedWindow main{log, "main", ::test::mainWindow()};
     HWND edit = 0;
@@ -145,6 +127,15 @@ private:
         return std::nullopt;
     }
 };
+
+// A field of one line, and one of several.
+class EditOfEachKind : public Edit, public testing::WithParamInterface<std::uint32_t> {
+public:
+    EditOfEachKind() { make(style); }
+    const std::uint32_t style = GetParam();
+};
+INSTANTIATE_TEST_SUITE_P(Edit, EditOfEachKind, testing::Values(kLine, kPage),
+                         [](const auto& kind) { return kind.param == kLine ? "Line" : "Page"; });
 
 // A procedure in front of an edit window: writes down what comes and may keep it.
 class Sink {
@@ -246,7 +237,7 @@ TEST_F(Edit, ItsScrollBarsAreOutsideOfItsClientArea) {
     EXPECT_EQ(client(), (SIZE{0, 0}));
 }
 
-TEST_F(Edit, TakesWhatIsTypedInAnyScriptAsOneChangePerCharacter) {
+TEST_P(EditOfEachKind, TakesWhatIsTypedInAnyScriptAsOneChangePerCharacter) {
     const struct {
         Text typed;
         int changes;
@@ -255,20 +246,18 @@ TEST_F(Edit, TakesWhatIsTypedInAnyScriptAsOneChangePerCharacter) {
         {u"\U0001F600x", 2},  // a pair of units comes as two messages
         {u"a\u00A0b", 3},
     };
-    for (const std::uint32_t style : {kLine, kPage}) {
-        for (const auto& c : kCases) {
-            make(style);
-            typeText(edit, c.typed);
-            EXPECT_EQ(text(), c.typed);
-            EXPECT_EQ(changes, c.changes) << toUtf8(c.typed);
-            EXPECT_EQ(GetWindowTextLengthW(edit), static_cast<int>(c.typed.size()));
-        }
+    for (const auto& c : kCases) {
         make(style);
-        EXPECT_EQ(send(WM_UNICHAR, UNICODE_NOCHAR), 1);
-        send(WM_UNICHAR, 0x1F600);
-        send(WM_UNICHAR, 0xD800);
-        EXPECT_EQ(text(), u"\U0001F600");
+        typeText(edit, c.typed);
+        EXPECT_EQ(text(), c.typed);
+        EXPECT_EQ(changes, c.changes) << toUtf8(c.typed);
+        EXPECT_EQ(GetWindowTextLengthW(edit), static_cast<int>(c.typed.size()));
     }
+    make(style);
+    EXPECT_EQ(send(WM_UNICHAR, UNICODE_NOCHAR), 1);
+    send(WM_UNICHAR, 0x1F600);
+    send(WM_UNICHAR, 0xD800);
+    EXPECT_EQ(text(), u"\U0001F600");
 }
 
 TEST_F(Edit, MovesAndDeletesByKeys) {
@@ -407,7 +396,7 @@ TEST_F(Edit, CountsLinesAsTheyAreShownWhenTheyAreBroken) {
     EXPECT_EQ(send(EM_LINEINDEX, last), GetWindowTextLengthW(edit) - 3);
 }
 
-TEST_F(Edit, SelectsInsideTheTextOnly) {
+TEST_P(EditOfEachKind, SelectsInsideTheTextOnly) {
     const struct {
         int anchor, caret;
         const char *line, *page;
@@ -421,20 +410,17 @@ TEST_F(Edit, SelectsInsideTheTextOnly) {
         {5, INT32_MAX, "abcde[f]", "ab<>c[d]"},
         {1, 3, "a[bc]def", "a[b]<>cd"},  // nothing ends between CR and LF
     };
-    for (const std::uint32_t style : {kLine, kPage}) {
-        make(style);
-        for (const auto& c : kCases) {
-            set(style == kLine ? u"abcdef" : u"ab\r\ncd", c.anchor, c.caret);
-            EXPECT_EQ(state(), style == kLine ? c.line : c.page) << c.anchor;
-        }
-        send(EM_SETSEL, 2, 1);
-        send(EM_SETSEL, -1, 0);
-        EXPECT_EQ(state(), style == kLine ? "a|bcdef" : "a|b<>cd") << "the caret stays";
-        EXPECT_EQ(changes, 0);
+    for (const auto& c : kCases) {
+        set(style == kLine ? u"abcdef" : u"ab\r\ncd", c.anchor, c.caret);
+        EXPECT_EQ(state(), style == kLine ? c.line : c.page) << c.anchor;
     }
+    send(EM_SETSEL, 2, 1);
+    send(EM_SETSEL, -1, 0);
+    EXPECT_EQ(state(), style == kLine ? "a|bcdef" : "a|b<>cd") << "the caret stays";
+    EXPECT_EQ(changes, 0);
 }
 
-TEST_F(Edit, HoldsToTheLimitOnEveryWayIn) {
+TEST_P(EditOfEachKind, HoldsToTheLimitOnEveryWayIn) {
     using Way = std::function<void()>;
     const auto type = [&](TextView typed) { return Way([=, this] { typeText(edit, typed); }); };
     const Way paste = [&] { send(WM_PASTE); };
@@ -459,18 +445,16 @@ TEST_F(Edit, HoldsToTheLimitOnEveryWayIn) {
         {"abc|", -1, type(u"x"), "abcx|", "abcx|"},
     };
     setClipboardText(u"12\n3");
-    for (const std::uint32_t style : {kLine, kPage}) {
-        for (const auto& c : kCases) {
-            make(style);
-            show(c.before);
-            send(EM_LIMITTEXT, c.limit);
-            EXPECT_EQ(send(EM_GETLIMITTEXT), c.limit > 0 ? c.limit : kNoTextLimit);
-            c.enter();
-            EXPECT_EQ(state(), style == kLine ? c.line : c.page) << c.before;
-        }
-        SetWindowTextW(edit, u"longer than the limit");
-        EXPECT_EQ(text(), u"longer than the limit") << "what is set stays";
+    for (const auto& c : kCases) {
+        make(style);
+        show(c.before);
+        send(EM_LIMITTEXT, c.limit);
+        EXPECT_EQ(send(EM_GETLIMITTEXT), c.limit > 0 ? c.limit : kNoTextLimit);
+        c.enter();
+        EXPECT_EQ(state(), style == kLine ? c.line : c.page) << c.before;
     }
+    SetWindowTextW(edit, u"longer than the limit");
+    EXPECT_EQ(text(), u"longer than the limit") << "what is set stays";
 }
 
 TEST_F(Edit, MovesTextThroughTheClipboardUnchanged) {
@@ -523,69 +507,61 @@ TEST_F(Edit, SendsTheKeysOfTheClipboardAsMessages) {
     EXPECT_EQ(send(EM_GETSEL), makeLParam(0, GetWindowTextLengthW(edit)));
 }
 
-TEST_F(Edit, UndoesAndRedoesWhatThePersonDid) {
-    for (const std::uint32_t style : {kLine, kPage}) {
-        make(style);
-        set(u"set ", 4, 4);
-        EXPECT_EQ(send(EM_CANUNDO), 0) << "a text that is set is a fresh start";
-        typeText(edit, u"typed");
-        EXPECT_EQ(send(EM_CANUNDO), 1);
-        pressKey(edit, 'Z', {}, MK_CONTROL);
-        EXPECT_EQ(text(), u"set ");
-        pressKey(edit, 'Y', {}, MK_CONTROL);
-        EXPECT_EQ(text(), u"set typed");
-        send(WM_UNDO);
-        pressKey(edit, 'Z', {}, MK_CONTROL | MK_SHIFT);
-        EXPECT_EQ(text(), u"set typed");
-        send(EM_SETSEL, 0, 3);
-        replaceSelection(u"put");
-        EXPECT_EQ(text(), u"put typed");
-        send(EM_UNDO);
-        EXPECT_EQ(text(), u"set typed") << "one step";
-        const Text last = u"!";
-        send(EM_REPLACESEL, 0, reinterpret_cast<LPARAM>(&last));
-        EXPECT_EQ(send(EM_CANUNDO), 0);
-    }
+TEST_P(EditOfEachKind, UndoesAndRedoesWhatThePersonDid) {
+    set(u"set ", 4, 4);
+    EXPECT_EQ(send(EM_CANUNDO), 0) << "a text that is set is a fresh start";
+    typeText(edit, u"typed");
+    EXPECT_EQ(send(EM_CANUNDO), 1);
+    pressKey(edit, 'Z', {}, MK_CONTROL);
+    EXPECT_EQ(text(), u"set ");
+    pressKey(edit, 'Y', {}, MK_CONTROL);
+    EXPECT_EQ(text(), u"set typed");
+    send(WM_UNDO);
+    pressKey(edit, 'Z', {}, MK_CONTROL | MK_SHIFT);
+    EXPECT_EQ(text(), u"set typed");
+    send(EM_SETSEL, 0, 3);
+    replaceSelection(u"put");
+    EXPECT_EQ(text(), u"put typed");
+    send(EM_UNDO);
+    EXPECT_EQ(text(), u"set typed") << "one step";
+    const Text last = u"!";
+    send(EM_REPLACESEL, 0, reinterpret_cast<LPARAM>(&last));
+    EXPECT_EQ(send(EM_CANUNDO), 0);
 }
 
-TEST_F(Edit, ReadOnlyItTakesTheProgramsTextAndMovesTheCaret) {
-    for (const std::uint32_t style : {kLine, kPage}) {
-        make(style | ES_READONLY);
-        show("a[b]c");
-        setClipboardText(u"clip");
-        typeText(edit, u"x");
-        for (const std::uint32_t uMsg : {WM_CUT, WM_PASTE, WM_CLEAR, WM_UNDO}) send(uMsg);
-        for (const std::int32_t key : {VK_DELETE, VK_BACK}) pressKey(edit, key);
-        compose(edit, u"x", u"y");
-        EXPECT_EQ(state(), "a[b]c");
-        pressKey(edit, VK_RIGHT);
-        EXPECT_EQ(state(), "ab|c");
-        replaceSelection(u"put");
-        EXPECT_EQ(state(), "abput|c");
-        EXPECT_NE(GetWindowLongW(edit, GWL_STYLE) & ES_READONLY, 0);
-        send(EM_SETREADONLY, 0);
-        EXPECT_EQ(GetWindowLongW(edit, GWL_STYLE) & ES_READONLY, 0);
-        typeText(edit, u"x");
-        EXPECT_EQ(state(), "abputx|c");
-    }
+TEST_P(EditOfEachKind, ReadOnlyItTakesTheProgramsTextAndMovesTheCaret) {
+    make(style | ES_READONLY);
+    show("a[b]c");
+    setClipboardText(u"clip");
+    typeText(edit, u"x");
+    for (const std::uint32_t uMsg : {WM_CUT, WM_PASTE, WM_CLEAR, WM_UNDO}) send(uMsg);
+    for (const std::int32_t key : {VK_DELETE, VK_BACK}) pressKey(edit, key);
+    compose(edit, u"x", u"y");
+    EXPECT_EQ(state(), "a[b]c");
+    pressKey(edit, VK_RIGHT);
+    EXPECT_EQ(state(), "ab|c");
+    replaceSelection(u"put");
+    EXPECT_EQ(state(), "abput|c");
+    EXPECT_NE(GetWindowLongW(edit, GWL_STYLE) & ES_READONLY, 0);
+    send(EM_SETREADONLY, 0);
+    EXPECT_EQ(GetWindowLongW(edit, GWL_STYLE) & ES_READONLY, 0);
+    typeText(edit, u"x");
+    EXPECT_EQ(state(), "abputx|c");
 }
 
-TEST_F(Edit, ProceduresInFrontChangeAndKeepKeys) {
-    for (const std::uint32_t style : {kLine, kPage}) {
-        make(style);
-        Sink sink(edit);
-        sink.on = [](std::uint32_t uMsg, WPARAM& wParam, LPARAM) {
-            if (uMsg == WM_CHAR && wParam == 'a') wParam = u'\u0436';
-            if (uMsg == WM_KEYDOWN && wParam == VK_RIGHT) wParam = VK_LEFT;
-            return (uMsg == WM_CHAR && wParam == 'x') || (uMsg == WM_KEYDOWN && wParam == VK_HOME);
-        };
-        typeText(edit, u"abxc");
-        EXPECT_EQ(state(), "\u0436bc|");
-        pressKey(edit, VK_RIGHT, {}, MK_SHIFT);
-        EXPECT_EQ(state(), "\u0436b[c]") << "another key with the same modifiers";
-        pressKey(edit, VK_HOME);
-        EXPECT_EQ(state(), "\u0436b[c]");
-    }
+TEST_P(EditOfEachKind, ProceduresInFrontChangeAndKeepKeys) {
+    Sink sink(edit);
+    sink.on = [](std::uint32_t uMsg, WPARAM& wParam, LPARAM) {
+        if (uMsg == WM_CHAR && wParam == 'a') wParam = u'\u0436';
+        if (uMsg == WM_KEYDOWN && wParam == VK_RIGHT) wParam = VK_LEFT;
+        return (uMsg == WM_CHAR && wParam == 'x') || (uMsg == WM_KEYDOWN && wParam == VK_HOME);
+    };
+    typeText(edit, u"abxc");
+    EXPECT_EQ(state(), "\u0436bc|");
+    pressKey(edit, VK_RIGHT, {}, MK_SHIFT);
+    EXPECT_EQ(state(), "\u0436b[c]") << "another key with the same modifiers";
+    pressKey(edit, VK_HOME);
+    EXPECT_EQ(state(), "\u0436b[c]");
 }
 
 TEST_F(Edit, KeysThatAFilterSendsOnKeepTheirModifiers) {
@@ -600,7 +576,7 @@ TEST_F(Edit, KeysThatAFilterSendsOnKeepTheirModifiers) {
     EXPECT_EQ(state(), "[ab]c");
 }
 
-TEST_F(Edit, ComposesThroughMessages) {
+TEST_P(EditOfEachKind, ComposesThroughMessages) {
     const struct {
         const char* before;
         std::vector<std::pair<Text, Text>> events;  // being composed, result
@@ -622,48 +598,43 @@ TEST_F(Edit, ComposesThroughMessages) {
          2},
         {"a|", {{u"", u""}}, "", "a|", 0},
     };
-    for (const std::uint32_t style : {kLine, kPage}) {
-        for (const auto& c : kCases) {
-            make(style);
-            show(c.before);
-            Sink sink(edit);
-            for (const auto& [composed, result] : c.events) compose(edit, composed, result);
-            EXPECT_EQ(sink.take(), c.messages);
-            EXPECT_EQ(state(), c.after);
-            EXPECT_EQ(changes, c.changes) << c.messages;
-        }
+    for (const auto& c : kCases) {
+        make(style);
+        show(c.before);
+        Sink sink(edit);
+        for (const auto& [composed, result] : c.events) compose(edit, composed, result);
+        EXPECT_EQ(sink.take(), c.messages);
+        EXPECT_EQ(state(), c.after);
+        EXPECT_EQ(changes, c.changes) << c.messages;
     }
 }
 
-TEST_F(Edit, LeavesTheResultOfAnInputMethodToAProcedureInFront) {
-    for (const std::uint32_t style : {kLine, kPage}) {
-        make(style);
-        show("a[b]c");
-        Sink sink(edit);
-        sink.on = [&](std::uint32_t uMsg, WPARAM&, LPARAM lParam) {
-            if (uMsg != WM_IME_COMPOSITION || (lParam & GCS_RESULTSTR) == 0) return false;
-            EXPECT_EQ(state(), "a|c") << "what was being composed is gone";
-            replaceSelection(u"OK");
-            return true;
-        };
-        compose(edit, u"k");
-        compose(edit, {}, u"\u304B");
-        EXPECT_EQ(state(), "aOK|c");
-        compose(edit, u"k");
-        compose(edit, {});
-        EXPECT_EQ(state(), "aOK|c") << "nothing stays behind";
-        sink.on = nullptr;
-        compose(edit, {}, u"xy", -2, 2);
-        EXPECT_EQ(state(), "axy|c") << "a result in place of what stands before the caret";
-        if (style == kPage) {
-            const auto* page = dynamic_cast<QPlainTextEdit*>(widgetOf(edit));
-            EXPECT_EQ(page->textCursor().block().layout()->preeditAreaText(), QString());
-        }
+TEST_P(EditOfEachKind, LeavesTheResultOfAnInputMethodToAProcedureInFront) {
+    show("a[b]c");
+    Sink sink(edit);
+    sink.on = [&](std::uint32_t uMsg, WPARAM&, LPARAM lParam) {
+        if (uMsg != WM_IME_COMPOSITION || (lParam & GCS_RESULTSTR) == 0) return false;
+        EXPECT_EQ(state(), "a|c") << "what was being composed is gone";
+        replaceSelection(u"OK");
+        return true;
+    };
+    compose(edit, u"k");
+    compose(edit, {}, u"\u304B");
+    EXPECT_EQ(state(), "aOK|c");
+    compose(edit, u"k");
+    compose(edit, {});
+    EXPECT_EQ(state(), "aOK|c") << "nothing stays behind";
+    sink.on = nullptr;
+    compose(edit, {}, u"xy", -2, 2);
+    EXPECT_EQ(state(), "axy|c") << "a result in place of what stands before the caret";
+    if (style == kPage) {
+        const auto* page = dynamic_cast<QPlainTextEdit*>(widgetOf(edit));
+        EXPECT_EQ(page->textCursor().block().layout()->preeditAreaText(), QString());
     }
     EXPECT_EQ(ImmGetContext(main.hWnd()), 0U);
 }
 
-TEST_F(Edit, SurvivesAParentThatEndsItAtAChange) {
+TEST_P(EditOfEachKind, SurvivesAParentThatEndsItAtAChange) {
     const std::pair<const char*, std::function<void()>> kWays[] = {
         {"typing", [&] { pressKey(edit, 'A', u"ab"); }},
         {"a key", [&] { pressKey(edit, VK_BACK); }},
@@ -676,18 +647,16 @@ TEST_F(Edit, SurvivesAParentThatEndsItAtAChange) {
         {"the menu", [&] { send(WM_CONTEXTMENU, 0, -1), chooseFromMenu("Delete"); }},
     };
     setClipboardText(u"clip");
-    for (const std::uint32_t style : {kLine, kPage}) {
-        for (const auto& [name, way] : kWays) {
-            make(style);
-            set(u"ab");
-            typeText(edit, u"c");
-            send(EM_SETSEL, 0, 2);
-            onChange = [this] { DestroyWindow(edit); };
-            way();
-            EXPECT_FALSE(IsWindow(edit)) << name;
-            onChange = nullptr;
-            settle();
-        }
+    for (const auto& [name, way] : kWays) {
+        make(style);
+        set(u"ab");
+        typeText(edit, u"c");
+        send(EM_SETSEL, 0, 2);
+        onChange = [this] { DestroyWindow(edit); };
+        way();
+        EXPECT_FALSE(IsWindow(edit)) << name;
+        onChange = nullptr;
+        settle();
     }
     make(kLine);
     onChange = [this] { DestroyWindow(edit); };
@@ -695,95 +664,81 @@ TEST_F(Edit, SurvivesAParentThatEndsItAtAChange) {
     EXPECT_FALSE(IsWindow(edit));
 }
 
-TEST_F(Edit, AParentsFailureReachesWhoeverChangedTheText) {
-    ::test::Failures failures;
-    make(kLine);
-    onChange = [] { throw Failure(kOwnError, u"parent", u"no"); };
-    EXPECT_THROW(SetWindowTextW(edit, u"x"), Failure);
-    EXPECT_EQ(text(), u"x");
-    typeText(edit, u"y");
-    EXPECT_EQ(failures.take(), "no\n");
-    onChange = nullptr;
-    EXPECT_EQ(text(), u"yx");
-    changes = 0;
-    typeText(edit, u"z");
-    EXPECT_EQ(changes, 1) << "later changes are told as ever";
+TEST_P(EditOfEachKind, TellsOfATextThatIsSetOnlyFromALine) {
+    SetWindowTextW(edit, u"x");
+    settle();
+    EXPECT_EQ(changes, style == kLine ? 1 : 0);
 }
 
-TEST_F(Edit, TellsOfATextThatIsSetOnlyFromALine) {
-    for (const std::uint32_t style : {kLine, kPage}) {
-        make(style);
-        SetWindowTextW(edit, u"x");
-        settle();
-        EXPECT_EQ(changes, style == kLine ? 1 : 0);
-    }
+TEST_P(EditOfEachKind, AsksItsParentForColoursAtEachPaint) {
+    brush = CreateSolidBrush(rgb(0, 128, 255));
+    textColor = rgb(255, 0, 0);
+    const auto pixel = [&](int x, int y) {
+        const auto shown = picture();
+        return shown.pixels[static_cast<std::size_t>(y * shown.width + x)];
+    };
+    InvalidateRect(edit);
+    settle();
+    EXPECT_EQ(asked, "edit");
+    EXPECT_EQ(pixel(100, 50), 0x0080FFU);
+    EXPECT_EQ(pixel(0, 0), 0x0080FFU);
+    DeleteObject(std::exchange(brush, CreateSolidBrush(rgb(1, 2, 3))));
+    EXPECT_EQ(pixel(100, 50), 0x010203U) << "in the first paint already";
+    DeleteObject(std::exchange(brush, 0));
+    send(EM_SETREADONLY, 1);
+    settle();
+    EXPECT_EQ(asked, "static");
+    send(EM_SETREADONLY, 0);
+    EnableWindow(main.hWnd(), false);
+    asked.clear();
+    InvalidateRect(edit);
+    settle();
+    EXPECT_EQ(asked, "static") << "disabled";
+    EnableWindow(main.hWnd(), true);
+    SetFocus(edit);
 }
 
-TEST_F(Edit, AsksItsParentForColoursAtEachPaint) {
-    for (const std::uint32_t style : {kLine, kPage}) {
-        make(style);
-        brush = CreateSolidBrush(rgb(0, 128, 255));
-        textColor = rgb(255, 0, 0);
-        const auto pixel = [&](int x, int y) {
-            const auto shown = picture();
-            return shown.pixels[static_cast<std::size_t>(y * shown.width + x)];
-        };
-        InvalidateRect(edit);
-        settle();
-        EXPECT_EQ(asked, "edit");
-        EXPECT_EQ(pixel(100, 50), 0x0080FFU);
-        EXPECT_EQ(pixel(0, 0), 0x0080FFU);
-        DeleteObject(std::exchange(brush, CreateSolidBrush(rgb(1, 2, 3))));
-        EXPECT_EQ(pixel(100, 50), 0x010203U) << "in the first paint already";
-        DeleteObject(std::exchange(brush, 0));
-        send(EM_SETREADONLY, 1);
-        settle();
-        EXPECT_EQ(asked, "static");
-        send(EM_SETREADONLY, 0);
-        EnableWindow(main.hWnd(), false);
-        asked.clear();
-        InvalidateRect(edit);
-        settle();
-        EXPECT_EQ(asked, "static") << "disabled";
-        EnableWindow(main.hWnd(), true);
-        SetFocus(edit);
-    }
-}
-
-TEST_F(Edit, ShowsTheSelectionWithTheFocusOrWhenItShallNotHide) {
+TEST_P(EditOfEachKind, ShowsTheSelectionWithTheFocusOrWhenItShallNotHide) {
     const auto selected = [&] {
         settle();
         return std::ranges::count(picture().pixels, pixelOf(GetSysColor(13)) & 0xFFFFFF) > 20;
     };
-    for (const std::uint32_t style : {kLine, kPage}) {
-        for (const bool stays : {false, true}) {
-            make(style | (stays ? ES_NOHIDESEL : 0));
-            show("a[bcdef]g");
-            EXPECT_TRUE(selected());
-            SetFocus(main.hWnd());
-            EXPECT_EQ(selected(), stays);
-            EXPECT_EQ(state(), "a[bcdef]g") << "it is only hidden";
-            SetFocus(edit);
-            EXPECT_TRUE(selected());
-            EXPECT_EQ(state(), "a[bcdef]g");
-        }
+    for (const bool stays : {false, true}) {
+        make(style | (stays ? ES_NOHIDESEL : 0));
+        show("a[bcdef]g");
+        EXPECT_TRUE(selected());
+        SetFocus(main.hWnd());
+        EXPECT_EQ(selected(), stays);
+        EXPECT_EQ(state(), "a[bcdef]g") << "it is only hidden";
+        SetFocus(edit);
+        EXPECT_TRUE(selected());
+        EXPECT_EQ(state(), "a[bcdef]g");
     }
 }
 
-TEST_F(Edit, TakesTheFocusByAPressThatNobodyKeeps) {
-    for (const std::uint32_t style : {kLine, kPage}) {
-        make(style);
-        set(u"a b");
-        SetFocus(main.hWnd());
-        Sink sink(edit);
-        sink.on = [](std::uint32_t uMsg, WPARAM&, LPARAM) { return uMsg == WM_LBUTTONDOWN; };
-        mouse(edit, MouseAction::Press, {60, 10}, MK_LBUTTON, MK_LBUTTON);
-        EXPECT_EQ(GetFocus(), main.hWnd());
-        sink.on = nullptr;
-        mouse(edit, MouseAction::Press, {60, 10}, MK_LBUTTON, MK_LBUTTON);
-        mouse(edit, MouseAction::Release, {60, 10}, MK_LBUTTON);
-        EXPECT_EQ(GetFocus(), edit);
-        EXPECT_EQ(state(), "a b|");
+TEST_P(EditOfEachKind, TakesTheFocusByAPressThatNobodyKeeps) {
+    set(u"a b");
+    SetFocus(main.hWnd());
+    Sink sink(edit);
+    sink.on = [](std::uint32_t uMsg, WPARAM&, LPARAM) { return uMsg == WM_LBUTTONDOWN; };
+    mouse(edit, MouseAction::Press, {60, 10}, MK_LBUTTON, MK_LBUTTON);
+    EXPECT_EQ(GetFocus(), main.hWnd());
+    sink.on = nullptr;
+    mouse(edit, MouseAction::Press, {60, 10}, MK_LBUTTON, MK_LBUTTON);
+    mouse(edit, MouseAction::Release, {60, 10}, MK_LBUTTON);
+    EXPECT_EQ(GetFocus(), edit);
+    EXPECT_EQ(state(), "a b|");
+}
+
+TEST_P(EditOfEachKind, ADoubleClickSelectsAWordUnlessItIsKept) {
+    set(u"word");
+    Sink sink(edit);
+    for (const bool kept : {true, false}) {
+        sink.on = [kept](std::uint32_t uMsg, WPARAM&, LPARAM) {
+            return kept && uMsg == WM_LBUTTONDBLCLK;
+        };
+        mouse(edit, MouseAction::DoubleClick, {3, 10}, MK_LBUTTON, MK_LBUTTON);
+        EXPECT_EQ(state(), kept ? "|word" : "[word]");
     }
 }
 
@@ -805,43 +760,40 @@ TEST_F(Edit, APressInsideOfTheSelectionBeginsAnotherOne) {
     }
 }
 
-TEST_F(Edit, OffersItsMenuAtTheReleaseOfTheRightButton) {
-    for (const std::uint32_t style : {kLine, kPage}) {
-        make(style);
-        setClipboardText(u"");
-        show("a[b]c");
-        const auto click = [&] {
-            mouse(edit, MouseAction::Press, {60, 10}, MK_RBUTTON, MK_RBUTTON);
-            EXPECT_EQ(chooseFromMenu(), "") << "not at the press";
-            mouse(edit, MouseAction::Release, {60, 10}, MK_RBUTTON);
-        };
-        Sink sink(edit);
-        click();
-        EXPECT_EQ(chooseFromMenu("Cut"), "Cut Copy Delete Select All ");
-        EXPECT_EQ(sink.take(), "menu cut ");
-        EXPECT_EQ(state(), "a|c");
-        click();
-        EXPECT_EQ(chooseFromMenu("Undo"), "Undo Paste Select All ");
-        EXPECT_EQ(text(), u"abc");
-        pressKey(edit, VK_END);
-        click();
-        EXPECT_EQ(chooseFromMenu("Redo"), "Redo Paste Select All ");
-        EXPECT_EQ(text(), u"ac");
-        send(EM_SETREADONLY, 1);
-        click();
-        EXPECT_EQ(chooseFromMenu("Select All"), "Select All ");
-        EXPECT_EQ(state(), "[ac]");
-        sink.on = [](std::uint32_t uMsg, WPARAM&, LPARAM) { return uMsg == WM_RBUTTONUP; };
-        click();
-        EXPECT_EQ(chooseFromMenu(), "") << "kept";
-        SetFocus(edit);
-        settle();
-    }
+TEST_P(EditOfEachKind, OffersItsMenuAtTheReleaseOfTheRightButton) {
+    setClipboardText(u"");
+    show("a[b]c");
+    const auto click = [&] {
+        mouse(edit, MouseAction::Press, {60, 10}, MK_RBUTTON, MK_RBUTTON);
+        EXPECT_EQ(chooseFromMenu(), "") << "not at the press";
+        mouse(edit, MouseAction::Release, {60, 10}, MK_RBUTTON);
+    };
+    Sink sink(edit);
+    click();
+    EXPECT_EQ(chooseFromMenu("Cut"), "Cut Copy Delete Select All ");
+    EXPECT_EQ(sink.take(), "menu cut ");
+    EXPECT_EQ(state(), "a|c");
+    click();
+    EXPECT_EQ(chooseFromMenu("Undo"), "Undo Paste Select All ");
+    EXPECT_EQ(text(), u"abc");
+    pressKey(edit, VK_END);
+    click();
+    EXPECT_EQ(chooseFromMenu("Redo"), "Redo Paste Select All ");
+    EXPECT_EQ(text(), u"ac");
+    send(EM_SETREADONLY, 1);
+    click();
+    EXPECT_EQ(chooseFromMenu("Select All"), "Select All ");
+    EXPECT_EQ(state(), "[ac]");
+    sink.on = [](std::uint32_t uMsg, WPARAM&, LPARAM) { return uMsg == WM_RBUTTONUP; };
+    click();
+    EXPECT_EQ(chooseFromMenu(), "") << "kept";
+    SetFocus(edit);
+    settle();
 }
 
 TEST_F(Edit, TurnsTheWheelItselfWhenItHasLinesToShow) {
     make(kLine);
-    platform::test::wheel(edit, {5, 5}, -120);
+    wheel(edit, {5, 5}, -120);
     EXPECT_NE(log.take().find("main: WM_MOUSEWHEEL -120"), std::string::npos);
     make(kPage | WS_VSCROLL);
     Text lines;
@@ -851,7 +803,7 @@ TEST_F(Edit, TurnsTheWheelItselfWhenItHasLinesToShow) {
     const auto top = [&] {
         return dynamic_cast<QPlainTextEdit*>(widgetOf(edit))->verticalScrollBar()->value();
     };
-    platform::test::wheel(edit, {5, 5}, -120);
+    wheel(edit, {5, 5}, -120);
     const int scrolled = top();
     EXPECT_GT(scrolled, 0);
     send(WM_MOUSEWHEEL, makeLParam(0, -120));
@@ -860,7 +812,7 @@ TEST_F(Edit, TurnsTheWheelItselfWhenItHasLinesToShow) {
     send(EM_SETREADONLY, 1);
     const QFont font = widgetOf(edit)->font();
     const int before = top();
-    platform::test::wheel(edit, {5, 5}, -120, MK_CONTROL);
+    wheel(edit, {5, 5}, -120, MK_CONTROL);
     EXPECT_GT(top(), before);
     EXPECT_EQ(widgetOf(edit)->font(), font) << "it scrolls, and keeps its font";
     send(EM_SETSEL, -1 + GetWindowTextLengthW(edit), -1);
@@ -868,22 +820,20 @@ TEST_F(Edit, TurnsTheWheelItselfWhenItHasLinesToShow) {
     EXPECT_GT(top(), 40);
 }
 
-TEST_F(Edit, AFieldFromRightToLeftBeginsAtTheRightWhateverItHolds) {
-    for (const std::uint32_t style : {kLine, kPage}) {
-        make(style, WS_EX_LAYOUTRTL | WS_EX_RTLREADING, {200, 24});
-        SetFocus(main.hWnd());  // no caret
-        set(u"abc \u05D0");
-        settle();
-        const auto shown = picture();
-        const auto ground = shown.pixels[static_cast<std::size_t>(12 * shown.width + 100)];
-        int left = 0, right = 0;
-        for (std::size_t i = 0; i < shown.pixels.size(); ++i) {
-            if (shown.pixels[i] == ground) continue;
-            ++(static_cast<int>(i) % shown.width < 100 ? left : right);
-        }
-        EXPECT_EQ(left, 0) << (style == kPage ? "several lines" : "one line");
-        EXPECT_GT(right, 20);
+TEST_P(EditOfEachKind, AFieldFromRightToLeftBeginsAtTheRightWhateverItHolds) {
+    make(style, WS_EX_LAYOUTRTL | WS_EX_RTLREADING, {200, 24});
+    SetFocus(main.hWnd());  // no caret
+    set(u"abc \u05D0");
+    settle();
+    const auto shown = picture();
+    const auto ground = shown.pixels[static_cast<std::size_t>(12 * shown.width + 100)];
+    int left = 0, right = 0;
+    for (std::size_t i = 0; i < shown.pixels.size(); ++i) {
+        if (shown.pixels[i] == ground) continue;
+        ++(static_cast<int>(i) % shown.width < 100 ? left : right);
     }
+    EXPECT_EQ(left, 0) << (style == kPage ? "several lines" : "one line");
+    EXPECT_GT(right, 20);
 }
 
 TEST_F(Edit, HidesAPasswordBehindItsCharacter) {
@@ -913,36 +863,30 @@ TEST_F(Edit, HidesAPasswordBehindItsCharacter) {
     EXPECT_EQ(text(), u"abc");
 }
 
-TEST_F(Edit, IsKnownToAssistiveToolsAsAFieldWithItsText) {
-    for (const std::uint32_t style : {kLine, kPage}) {
-        make(style);
-        set(u"value");
-        QAccessibleInterface* tool = QAccessible::queryAccessibleInterface(widgetOf(edit));
-        EXPECT_EQ(tool->role(), QAccessible::EditableText);
-        EXPECT_EQ(tool->text(QAccessible::Value), QStringLiteral("value"));
-        EXPECT_TRUE(tool->state().focusable);
-        EXPECT_TRUE(tool->state().focused);
-        EXPECT_EQ(tool->state().multiLine, style == kPage);
-        tool->editableTextInterface()->replaceText(0, 5, QStringLiteral("spoken"));
-        EXPECT_EQ(text(), u"spoken");
-        settle();
-        EXPECT_GT(changes, 0) << "a change from outside of all messages is told as well";
-    }
+TEST_P(EditOfEachKind, IsKnownToAssistiveToolsAsAFieldWithItsText) {
+    set(u"value");
+    QAccessibleInterface* tool = QAccessible::queryAccessibleInterface(widgetOf(edit));
+    EXPECT_EQ(tool->role(), QAccessible::EditableText);
+    EXPECT_EQ(tool->text(QAccessible::Value), QStringLiteral("value"));
+    EXPECT_TRUE(tool->state().focusable);
+    EXPECT_TRUE(tool->state().focused);
+    EXPECT_EQ(tool->state().multiLine, style == kPage);
+    tool->editableTextInterface()->replaceText(0, 5, QStringLiteral("spoken"));
+    EXPECT_EQ(text(), u"spoken");
+    settle();
+    EXPECT_GT(changes, 0) << "a change from outside of all messages is told as well";
 }
 
-TEST_F(Edit, DrawsInTheFontThatItIsGiven) {
+TEST_P(EditOfEachKind, DrawsInTheFontThatItIsGiven) {
     const HFONT large = CreateFontW(-40, 0, 0, 0, 700, 0, 0, 0, 0, 0, 0, 0, 0, u"Tahoma");
-    for (const std::uint32_t style : {kLine, kPage}) {
-        make(style);
-        set(u"M");
-        const auto ink = [&] {
-            const auto pixels = picture().pixels;
-            return std::ranges::count_if(pixels, [&](auto p) { return p != pixels.back(); });
-        };
-        const auto before = ink();
-        send(WM_SETFONT, static_cast<WPARAM>(large), 1);
-        EXPECT_GT(ink(), before * 4);
-    }
+    set(u"M");
+    const auto ink = [&] {
+        const auto pixels = picture().pixels;
+        return std::ranges::count_if(pixels, [&](auto p) { return p != pixels.back(); });
+    };
+    const auto before = ink();
+    send(WM_SETFONT, static_cast<WPARAM>(large), 1);
+    EXPECT_GT(ink(), before * 4);
     DeleteObject(large);
 }
 

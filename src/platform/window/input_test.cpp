@@ -4,6 +4,7 @@
 #include "platform/window/testhooks.h"
 #include "platform/window/window.h"
 #include "platform/window/window_internal.h"
+#include "support/window/Canvas.h"
 #include "support/window/LoggedWindow.h"
 
 #include <QCursor>
@@ -15,6 +16,8 @@
 using namespace platform;
 using platform::test::mouse;
 using platform::test::MouseAction;
+using ::test::Canvas;
+using ::test::Selected;
 
 namespace {
 

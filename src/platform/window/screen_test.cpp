@@ -75,11 +75,8 @@ TEST(Screen, FindsTheMonitorOfAPlace) {
     EXPECT_EQ(MonitorFromPoint({-500, 10}, MONITOR_DEFAULTTOPRIMARY), main);
     EXPECT_EQ(MonitorFromWindow(0, MONITOR_DEFAULTTONEAREST), main);
     EXPECT_EQ(MonitorFromWindow(0, MONITOR_DEFAULTTONULL), 0U);
-    WindowOptions options;
-    options.kind = WindowKind::Main;
-    options.position = {-700, 300};
-    options.size = {100, 100};
-    const HWND hWnd = createWindow(options);
+    const HWND hWnd =
+        createWindow({.kind = WindowKind::Main, .position = {-700, 300}, .size = {100, 100}});
     EXPECT_EQ(MonitorFromWindow(hWnd, MONITOR_DEFAULTTONULL), side);
     DestroyWindow(hWnd);
 }
@@ -114,19 +111,20 @@ TEST(Screen, AnswersForTheDesktopItself) {
 }
 
 TEST(Screen, TakesSystemColoursFromThePalette) {
-    QPalette palette;
-    palette.setColor(QPalette::Window, QColor(1, 2, 3));
-    palette.setColor(QPalette::Base, QColor(4, 5, 6));
-    palette.setColor(QPalette::Text, QColor(7, 8, 9));
-    palette.setColor(QPalette::Highlight, QColor(10, 11, 12));
-    palette.setColor(QPalette::Disabled, QPalette::WindowText, QColor(13, 14, 15));
-    palette.setColor(QPalette::ToolTipBase, QColor(16, 17, 18));
-    const std::vector<COLORREF> colors = systemColorsOf(palette);
-    ASSERT_EQ(colors.size(), 31U);
-    EXPECT_EQ(colors[5], rgb(4, 5, 6));
-    EXPECT_EQ(colors[8], rgb(7, 8, 9));
-    EXPECT_EQ(colors[13], rgb(10, 11, 12));
-    EXPECT_EQ(colors[15], rgb(1, 2, 3));
-    EXPECT_EQ(colors[17], rgb(13, 14, 15));
-    EXPECT_EQ(colors[24], rgb(16, 17, 18));
+    const struct {
+        std::size_t index;
+        QPalette::ColorRole role;
+        QPalette::ColorGroup group = QPalette::Active;
+    } kColors[] = {
+        {5, QPalette::Base},       {8, QPalette::Text},
+        {13, QPalette::Highlight}, {17, QPalette::WindowText, QPalette::Disabled},
+        {15, QPalette::Window},    {24, QPalette::ToolTipBase},
+    };
+    for (const auto& c : kColors) {
+        QPalette palette;
+        palette.setColor(c.group, c.role, QColor(1, 2, 3));
+        const std::vector<COLORREF> colors = systemColorsOf(palette);
+        ASSERT_EQ(colors.size(), 31U);
+        EXPECT_EQ(colors[c.index], rgb(1, 2, 3)) << c.index;
+    }
 }

@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 #include <stdexcept>
+#include <thread>
 
 using namespace platform;
 using platform::test::advanceTimers;
@@ -184,7 +185,7 @@ TEST_F(Timers, AWaitingWindowIsPaintedBeforeTheJob) {
     ::test::LoggedWindow label(log, "label", ::test::childOf(wait.hWnd(), {0, 0, 10, 5}));
     int calls = 0;
     const std::uint32_t id = setTimer(10, [&](std::uint32_t, std::uint32_t) { ++calls; });
-    readFor(5);
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));  // it is due
     EXPECT_TRUE(showPainted(wait.hWnd()));
     EXPECT_EQ(calls, 0) << "timers are not heard meanwhile";
     const std::string painted = log.take();

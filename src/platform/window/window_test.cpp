@@ -10,11 +10,12 @@
 #include "support/window/LoggedWindow.h"
 
 #include <QApplication>
-#include <QLineEdit>
 #include <QScreen>
+#include <QWidget>
 #include <gtest/gtest.h>
 
 using namespace platform;
+using namespace platform::test;
 using ::test::childOf;
 using ::test::Failures;
 using ::test::LoggedWindow;
@@ -22,13 +23,6 @@ using ::test::mainWindow;
 using ::test::MessageLog;
 
 namespace {
-
-using platform::test::kAlt;
-using platform::test::mouse;
-using platform::test::MouseAction;
-using platform::test::pressKey;
-using platform::test::releaseKey;
-using platform::test::settle;
 
 class Window : public testing::Test {
 public:
@@ -44,7 +38,7 @@ public:
         PostMessageW(dialog.hWnd(), WM_APP, 0, 0);
         EXPECT_TRUE(runModal(dialog.hWnd()));
     }
-    platform::test::WindowHookScope hooks;
+    WindowHookScope hooks;
     MessageLog log;
     LoggedWindow main{log, "main", mainWindow()};
 };
@@ -82,10 +76,7 @@ void fillWindow(HWND hWnd, COLORREF color) {
 
 TEST_F(ChildWindow, DestroysItselfThenItsChildrenAndWhatItOwns) {
     LoggedWindow inner(log, "inner", childOf(child.hWnd(), {0, 0, 5, 5}));
-    WindowOptions owned = mainWindow();
-    owned.kind = WindowKind::Dialog;
-    owned.parent = main.hWnd();
-    LoggedWindow dialog(log, "dialog", owned);
+    LoggedWindow dialog(log, "dialog", {.kind = WindowKind::Dialog, .parent = main.hWnd()});
     EXPECT_EQ(GetParent(inner.hWnd()), child.hWnd());
     EXPECT_EQ(GetParent(dialog.hWnd()), main.hWnd());
     EXPECT_TRUE(IsChild(main.hWnd(), inner.hWnd()));
@@ -135,9 +126,7 @@ TEST_F(Window, AnswersNothingForHandlesThatAreNone) {
         EXPECT_EQ(GetWindowTextW(hWnd), u"");
         EXPECT_EQ(GetParent(hWnd), 0U);
         EXPECT_EQ(rect, (RECT{1, 2, 3, 4}));
-        WindowOptions child;
-        child.parent = hWnd;
-        EXPECT_EQ(createWindow(child), 0U);
+        EXPECT_EQ(createWindow(childOf(hWnd)), 0U);
     }
 }
 
@@ -186,21 +175,13 @@ TEST_F(Window, SendsPostedMessagesInOrderAndForgetsThoseOfADeadWindow) {
     EXPECT_EQ(log.take(), "main: WM_DESTROY\n");
 }
 
-TEST_F(Window, KeepsItsTitleAndItsStyles) {
-    WindowOptions options = mainWindow();
-    options.style = 0x50010000;
-    options.extendedStyle = 0x402000;
-    options.title = u"Quillmere";
-    LoggedWindow titled(log, "titled", options);
-    const HWND hWnd = titled.hWnd();
-    EXPECT_EQ(GetWindowLongW(hWnd, GWL_STYLE), 0x50010000);
-    EXPECT_EQ(SetWindowLongW(hWnd, GWL_EXSTYLE, 5), 0x402000);
-    EXPECT_EQ(GetWindowLongW(hWnd, GWL_EXSTYLE), 5);
-    EXPECT_EQ(GetWindowTextW(hWnd), u"Quillmere");
+TEST_F(Window, KeepsATitleOfAnyUnits) {
+    LoggedWindow titled(log, "titled", {.kind = WindowKind::Main, .title = u"Quillmere"});
+    EXPECT_EQ(GetWindowTextW(titled.hWnd()), u"Quillmere");
     const Text odd = u"a\xD800\x0416";
-    EXPECT_TRUE(SetWindowTextW(hWnd, odd));
-    EXPECT_EQ(GetWindowTextW(hWnd), odd);
-    EXPECT_EQ(GetWindowTextLengthW(hWnd), 3);
+    EXPECT_TRUE(SetWindowTextW(titled.hWnd(), odd));
+    EXPECT_EQ(GetWindowTextW(titled.hWnd()), odd);
+    EXPECT_EQ(GetWindowTextLengthW(titled.hWnd()), 3);
 }
 
 // ---- Place
@@ -402,13 +383,13 @@ TEST_F(ChildWindow, AsksForTheMenuWhenTheRightButtonComesUp) {
 TEST_F(ChildWindow, PassesTheWheelOnInWholeNotchesUntilSomebodyKeepsIt) {
     SetWindowPos(main.hWnd(), 0, 100, 200, 0, 0, SWP_NOSIZE);
     (void)log.take();
-    platform::test::wheel(child.hWnd(), {1, 2}, 120);
+    wheel(child.hWnd(), {1, 2}, 120);
     EXPECT_EQ(log.take(),
               "child: WM_MOUSEWHEEL 120 0 111,212\nmain: WM_MOUSEWHEEL 120 0 111,212\n");
     child.keep(WM_MOUSEWHEEL);
-    platform::test::wheel(child.hWnd(), {1, 2}, -240, MK_SHIFT);
+    wheel(child.hWnd(), {1, 2}, -240, MK_SHIFT);
     EXPECT_EQ(log.take(), "child: WM_MOUSEWHEEL -240 4 111,212\n");
-    for (int i = 0; i < 5; ++i) platform::test::wheel(child.hWnd(), {1, 2}, -50);
+    for (int i = 0; i < 5; ++i) wheel(child.hWnd(), {1, 2}, -50);
     EXPECT_EQ(log.take(), "child: WM_MOUSEWHEEL -120 0 111,212\n"
                           "child: WM_MOUSEWHEEL -120 0 111,212\n");
 }
@@ -540,10 +521,7 @@ TEST_F(Window, LeavesOutWhatLiesOutsideItsRegion) {
 
 TEST_F(Window, ARegionCutsTheClientAreaAndSparesTheMenuBar) {
     const HMENU bar = CreateMenu();
-    MENUITEMINFOW info;
-    info.fMask = MIIM_ID | MIIM_STRING;
-    info.dwTypeData = u"File";
-    EXPECT_TRUE(InsertMenuItemW(bar, 0, true, info));
+    EXPECT_TRUE(InsertMenuItemW(bar, 0, true, {.fMask = MIIM_STRING, .dwTypeData = u"File"}));
     const HRGN region = CreateRoundRectRgn(10, 10, 61, 31, 0, 0);
     EXPECT_TRUE(SetWindowRgn(main.hWnd(), region, true));
     DeleteObject(region);
@@ -587,7 +565,7 @@ TEST_F(Window, MayBeDestroyedInEachOfItsMessages) {
     const Act press = [](HWND h) { mouse(h, MouseAction::Press, {1, 1}, MK_LBUTTON, 1); };
     const Act release = [](HWND h) { mouse(h, MouseAction::Release, {1, 1}, MK_RBUTTON); };
     const Act move = [](HWND h) { mouse(h, MouseAction::Move, {1, 1}, 0); };
-    const Act turn = [](HWND h) { platform::test::wheel(h, {1, 1}, 120); };
+    const Act turn = [](HWND h) { wheel(h, {1, 1}, 120); };
     const Act type = [](HWND h) { pressKey(h, 'A', u"ab"); };
     const struct {
         std::uint32_t uMsg;
@@ -746,27 +724,6 @@ TEST_F(Window, ClosesOnlyWhenItsProcedureLetsIt) {
     EXPECT_EQ(log.take(), "main: WM_CLOSE\nmain: WM_CLOSE\nmain: WM_DESTROY\n");
 }
 
-// ---- The library's own widgets as windows
-
-TEST_F(Window, LetsTheLibraryHandleOnlyWhatReachesTheEndOfTheChain) {
-    auto* field = new MessageWidget<QLineEdit>(widgetOf(main.hWnd()));
-    const HWND hWnd = adoptWidget(field, *field, childOf(main.hWnd()));
-    // The letters come by the class in the end; here the press of a button shows the way.
-    field->setText(QStringLiteral("word"));
-    field->setCursorPosition(4);
-    mouse(hWnd, MouseAction::DoubleClick, {3, 10}, MK_LBUTTON, MK_LBUTTON);
-    EXPECT_EQ(field->selectedText(), QStringLiteral("word"));
-    field->deselect();
-    g_replaced = reinterpret_cast<WNDPROC>(SetWindowLongW(
-        hWnd, GWL_WNDPROC,
-        reinterpret_cast<std::intptr_t>(+[](HWND h, std::uint32_t uMsg, WPARAM w, LPARAM l) {
-            return uMsg == WM_LBUTTONDBLCLK ? 0 : CallWindowProcW(g_replaced, h, uMsg, w, l);
-        })));
-    mouse(hWnd, MouseAction::DoubleClick, {3, 10}, MK_LBUTTON, MK_LBUTTON);
-    EXPECT_EQ(field->selectedText(), QString()) << "a kept message is none for the library";
-    DestroyWindow(hWnd);
-}
-
 TEST_F(Window, TakesDroppedFilesByteForByte) {
     std::vector<Text> got;
     main.on = [&](std::uint32_t uMsg, WPARAM, LPARAM lParam) -> std::optional<LRESULT> {
@@ -782,7 +739,7 @@ TEST_F(Window, TakesDroppedFilesByteForByte) {
     others.others = {{"text/uri-list", Bytes(addresses.begin(), addresses.end())}};
     for (const DragContent& content : {ours, others}) {
         const auto drag = [&](bool drop) {
-            return platform::test::dragInto(main.hWnd(), {1, 1}, content, DROPEFFECT_COPY, drop);
+            return dragInto(main.hWnd(), {1, 1}, content, DROPEFFECT_COPY, drop);
         };
         DragAcceptFiles(main.hWnd(), false);
         EXPECT_EQ(drag(true), DROPEFFECT_NONE) << "not asked for";
