@@ -1,8 +1,10 @@
 #include "platform/window/accessibility.h"
 
 #include "platform/window/testhooks.h"
-#include "platform/window/window.h"
+#include "platform/window/window_internal.h"
 
+#include <QAccessible>
+#include <QWidget>
 #include <gtest/gtest.h>
 
 namespace platform {
@@ -89,6 +91,20 @@ TEST_F(AccessibleWindow, ChangesAreToldOnlyToThoseWhoListen) {
     EXPECT_TRUE(accessibleIsHeard());
     test::listenAccessible(false);
     EXPECT_EQ(test::takeAccessibleLog(), "");
+}
+
+TEST_F(AccessibleWindow, CellsLieBelowTheMenuBar) {
+    ASSERT_TRUE(setAccessible(m_hWnd, &m_sheet));
+    const HMENU bar = CreateMenu();
+    EXPECT_TRUE(InsertMenuItemW(bar, 0, true, {.fMask = MIIM_STRING, .dwTypeData = u"File"}));
+    EXPECT_TRUE(SetMenu(m_hWnd, bar));
+    POINT corner{};
+    EXPECT_TRUE(ClientToScreen(m_hWnd, corner));
+    const QAccessibleInterface* cell = QAccessible::queryAccessibleInterface(widgetOf(m_hWnd))
+                                           ->childAt(corner.x + 31, corner.y + 25);
+    ASSERT_NE(cell, nullptr);
+    EXPECT_EQ(cell->text(QAccessible::Name), QStringLiteral("B0"));
+    EXPECT_EQ(cell->rect(), QRect(corner.x + 30, corner.y + 20, 30, 10));
 }
 
 TEST_F(AccessibleWindow, ItStopsTellingWhenItsTellerGoes) {

@@ -18,6 +18,7 @@
 
 using namespace platform;
 using namespace platform::test;
+using ::test::clientSize;
 using ::test::LoggedWindow;
 using ::test::MessageLog;
 
@@ -220,21 +221,16 @@ TEST_F(Edit, IsMadeOnlyAsAChildOfALivingWindow) {
 
 TEST_F(Edit, ItsScrollBarsAreOutsideOfItsClientArea) {
     const int bar = GetSystemMetrics(2);
-    const auto client = [&] {
-        RECT rect;
-        EXPECT_TRUE(GetClientRect(edit, rect));
-        return SIZE{rect.right, rect.bottom};
-    };
     make(kLine);
-    EXPECT_EQ(client(), (SIZE{120, 60}));
+    EXPECT_EQ(clientSize(edit), (SIZE{120, 60}));
     make(kPage | WS_VSCROLL);
-    EXPECT_EQ(client(), (SIZE{120 - bar, 60}));
+    EXPECT_EQ(clientSize(edit), (SIZE{120 - bar, 60}));
     make(kPage | WS_HSCROLL | WS_VSCROLL, WS_EX_LAYOUTRTL);
     ShowWindow(main.hWnd(), SW_HIDE);
     SetWindowPos(edit, 0, 2, 2, 200, 90, SWP_NOZORDER);
-    EXPECT_EQ(client(), (SIZE{200 - bar, 90 - bar})) << "also before anybody sees it";
+    EXPECT_EQ(clientSize(edit), (SIZE{200 - bar, 90 - bar})) << "also before anybody sees it";
     SetWindowPos(edit, 0, 2, 2, 5, 5, SWP_NOZORDER);
-    EXPECT_EQ(client(), (SIZE{0, 0}));
+    EXPECT_EQ(clientSize(edit), (SIZE{0, 0}));
 }
 
 TEST_P(EditOfEachKind, TakesWhatIsTypedInAnyScriptAsOneChangePerCharacter) {

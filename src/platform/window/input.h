@@ -5,9 +5,10 @@
 namespace platform {
 
 // Whether a key is down at this moment, as the sign: below 0 when it is. Known are VK_SHIFT,
-// VK_CONTROL, VK_MENU and the mouse's VK_LBUTTON, VK_RBUTTON, VK_MBUTTON; any other is up. Works
-// also while no message is read. Asking the desktop is slow (about 45 microseconds), so an answer
-// is kept for 10 milliseconds, and that of an input event counts as one.
+// VK_CONTROL, VK_MENU and the mouse's VK_LBUTTON, VK_RBUTTON, VK_MBUTTON; any other is up. The keys
+// are known also while no message is read, the mouse's are those of its last message. Asking the
+// desktop is slow (about 45 microseconds), so an answer is kept for 10 milliseconds, and that of an
+// input event counts as one.
 [[nodiscard]] std::int16_t GetAsyncKeyState(std::int32_t key);
 
 bool GetCursorPos(POINT& point);  // screen pixels

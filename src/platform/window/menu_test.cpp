@@ -17,6 +17,7 @@ using namespace platform;
 using namespace platform::test;
 using ::test::Canvas;
 using ::test::childOf;
+using ::test::clientSize;
 using ::test::LoggedWindow;
 using ::test::MessageLog;
 
@@ -202,9 +203,9 @@ public:
         settle();
         (void)log.take();
     }
-    void clickOnBar(int position) const {
-        mouseOnMenu(bar, position, MouseAction::Press, MK_LBUTTON, MK_LBUTTON);
-        mouseOnMenu(bar, position, MouseAction::Release, MK_LBUTTON);
+    static void click(HMENU hMenu, int position) {
+        mouseOnMenu(hMenu, position, MouseAction::Press, MK_LBUTTON, MK_LBUTTON);
+        mouseOnMenu(hMenu, position, MouseAction::Release, MK_LBUTTON);
         settle();
     }
     // Opens a popup, does `inside` once it shows, and gives the result.
@@ -217,11 +218,6 @@ public:
     }
     [[nodiscard]] static std::string initLine(HMENU popup, int position) {
         return "WM_INITMENUPOPUP " + std::to_string(popup) + ' ' + std::to_string(position) + '\n';
-    }
-    [[nodiscard]] SIZE clientSize() const {
-        RECT rect;
-        EXPECT_TRUE(GetClientRect(window.hWnd(), rect));
-        return {rect.right, rect.bottom};
     }
     // Only the lines about menus.
     std::string takeMenuLines() {
@@ -284,12 +280,12 @@ TEST_F(MenuWindowWithChild, TheBarIsOutsideOfTheClientArea) {
     ownerDrawn(bar, {1, 2}, 40);
     EXPECT_TRUE(SetMenu(window.hWnd(), bar));
     EXPECT_EQ(GetMenu(window.hWnd()), bar);
-    EXPECT_EQ(clientSize(), (SIZE{300, 120})) << "nobody sees it: the window grows";
+    EXPECT_EQ(clientSize(window.hWnd()), (SIZE{300, 120})) << "nobody sees it: the window grows";
     POINT corner{};
     EXPECT_TRUE(ClientToScreen(window.hWnd(), corner));
     EXPECT_EQ(corner, (POINT{100, 50}));
     show(bar);
-    EXPECT_EQ(clientSize(), (SIZE{300, 120}));
+    EXPECT_EQ(clientSize(window.hWnd()), (SIZE{300, 120}));
     const RECT first = menuItemPlace(bar, 0), second = menuItemPlace(bar, 1);
     EXPECT_EQ(first, (RECT{corner.x, corner.y - 20, corner.x + 52, corner.y}));
     EXPECT_EQ(second.left, first.right) << "the width of a check mark comes on top";
@@ -302,13 +298,13 @@ TEST_F(MenuWindowWithChild, TheBarIsOutsideOfTheClientArea) {
 
     // A visible window makes room, and gets it back.
     EXPECT_TRUE(SetMenu(window.hWnd(), 0));
-    EXPECT_EQ(clientSize(), (SIZE{300, 140}));
+    EXPECT_EQ(clientSize(window.hWnd()), (SIZE{300, 140}));
     EXPECT_NE(log.take().find("main: WM_SIZE 0 300,140"), std::string::npos);
     EXPECT_TRUE(IsMenu(bar));
     EXPECT_TRUE(SetMenu(window.hWnd(), bar));
-    EXPECT_EQ(clientSize(), (SIZE{300, 120}));
+    EXPECT_EQ(clientSize(window.hWnd()), (SIZE{300, 120}));
     SetWindowPos(window.hWnd(), 0, 90, 60, 200, 100, SWP_NOZORDER);
-    EXPECT_EQ(clientSize(), (SIZE{200, 100}));
+    EXPECT_EQ(clientSize(window.hWnd()), (SIZE{200, 100}));
     EXPECT_NE(log.take().find("main: WM_MOVE 0 90,60\nmain: WM_SIZE 0 200,100"), std::string::npos);
     corner = {};
     ClientToScreen(window.hWnd(), corner);
@@ -324,11 +320,11 @@ TEST_F(MenuWindowWithChild, TheBarIsOutsideOfTheClientArea) {
 TEST_F(MenuWindow, ABarOfNoItemsTakesNoRoom) {
     const HMENU empty = CreateMenu();
     show(empty);
-    EXPECT_EQ(clientSize(), (SIZE{300, 120}));
+    EXPECT_EQ(clientSize(window.hWnd()), (SIZE{300, 120}));
     EXPECT_TRUE(InsertMenuItemW(empty, 0, true, {.fMask = MIIM_STRING, .dwTypeData = u"New"}));
-    EXPECT_EQ(clientSize(), (SIZE{300, 120})) << "the message loop shows it";
+    EXPECT_EQ(clientSize(window.hWnd()), (SIZE{300, 120})) << "the message loop shows it";
     EXPECT_TRUE(DrawMenuBar(window.hWnd())) << "or this";
-    EXPECT_LT(clientSize().cy, 120);
+    EXPECT_LT(clientSize(window.hWnd()).cy, 120);
     DestroyMenu(bar);
 }
 
@@ -336,7 +332,7 @@ TEST_F(MenuWindow, APopupOpensFromTheBarAndItsPickBecomesACommand) {
     ownerDrawn(bar, {1, 2}, 40);
     ownerDrawn(file, {20, 21, 22, 23}, 70);
     show(bar);
-    clickOnBar(0);
+    click(bar, 0);
     ASSERT_TRUE(isMenuOpen(file));
     EXPECT_EQ(takeMenuLines(), initLine(file, 0));
     const RECT open = menuItemPlace(file, 0), save = menuItemPlace(file, 2);
@@ -347,9 +343,7 @@ TEST_F(MenuWindow, APopupOpensFromTheBarAndItsPickBecomesACommand) {
 
     // Nothing happens on a disabled item; the popup stays.
     mouseOnMenu(file, 2, MouseAction::Move);
-    mouseOnMenu(file, 2, MouseAction::Press, MK_LBUTTON, MK_LBUTTON);
-    mouseOnMenu(file, 2, MouseAction::Release, MK_LBUTTON);
-    settle();
+    click(file, 2);
     EXPECT_TRUE(isMenuOpen(file));
     EXPECT_EQ(takeMenuLines(), "");
 
@@ -540,7 +534,7 @@ TEST_F(MenuWindow, ItemsThatDrawThemselvesShowWhatTheirOwnerDraws) {
     ownerDrawn(bar, {1, 2}, 40);
     ownerDrawn(file, {20, 21, 22}, 70);  // the last item is left to the platform
     show(bar);
-    clickOnBar(0);
+    click(bar, 0);
     mouseOnMenu(file, 0, MouseAction::Move);
     EXPECT_GOLDEN("menu/native-bar", SIZE{300, 20}, [&](HDC hDC) { (void)paintMenu(bar, hDC); });
     EXPECT_GOLDEN("menu/native-popup", SIZE{130, 88}, [&](HDC hDC) { (void)paintMenu(file, hDC); });

@@ -122,6 +122,11 @@ WindowOptions childOf(HWND parent, RECT place) {
     return options;
 }
 
+SIZE clientSize(HWND hWnd) {
+    RECT rect;
+    return GetClientRect(hWnd, rect) ? SIZE{rect.right, rect.bottom} : SIZE{-1, -1};
+}
+
 std::string MessageLog::take() { return std::exchange(m_lines, {}); }
 
 LoggedWindow::LoggedWindow(MessageLog& log, std::string name, WindowOptions options)

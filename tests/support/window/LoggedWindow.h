@@ -20,6 +20,9 @@ namespace test {
 [[nodiscard]] platform::WindowOptions childOf(platform::HWND parent,
                                               platform::RECT place = {10, 10, 60, 40});
 
+// Of the client area; -1 by -1 for an unknown window.
+[[nodiscard]] platform::SIZE clientSize(platform::HWND hWnd);
+
 // Messages of all logged windows, each line headed by the window's name: "edit: WM_CHAR 97".
 class MessageLog {
 public:
