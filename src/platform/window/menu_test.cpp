@@ -146,6 +146,9 @@ TEST(MenuItems, LoseTheirTextToAnOldTypeAndKeepItWithANewOne) {
     info.fMask = MIIM_TYPE | MIIM_DATA;
     EXPECT_TRUE(SetMenuItemInfoA(menu, 2, false, info));
     EXPECT_EQ(dump(menu), "1 t100 d7'Open' 2 t100 d7''");
+    EXPECT_TRUE(SetMenuItemInfoW(
+        menu, 2, false, {.fMask = MIIM_TYPE, .fType = MFT_OWNERDRAW, .dwTypeData = u"none"}));
+    EXPECT_EQ(dump(menu), "1 t100 d7'Open' 2 t100 d7''");
 
     // Back again, as the old way needs it.
     char text[] = "Sichern";
