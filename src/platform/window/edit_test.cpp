@@ -627,6 +627,11 @@ TEST_P(EditOfEachKind, LeavesTheResultOfAnInputMethodToAProcedureInFront) {
         const auto* page = dynamic_cast<QPlainTextEdit*>(widgetOf(edit));
         EXPECT_EQ(page->textCursor().block().layout()->preeditAreaText(), QString());
     }
+    sink.on = [](std::uint32_t uMsg, WPARAM&, LPARAM) { return uMsg == WM_IME_COMPOSITION; };
+    show("a[b]c");
+    compose(edit, u"k");
+    EXPECT_EQ(state(), "a|c") << "it is shown all the same, in place of the selection";
+    compose(edit, {});
     EXPECT_EQ(ImmGetContext(main.hWnd()), 0U);
 }
 
