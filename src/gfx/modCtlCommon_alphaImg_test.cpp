@@ -1,12 +1,10 @@
 #include "gfx/modCtlCommon_alphaImg.h"
 
 #include "gfx/clsGdiHandle.h"
-#include "gfx/surfaceSteps.h"
 #include "platform/window/handles.h"
 #include "support/raised.h"
 #include "support/window/Canvas.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
 #include <limits>
 #include <optional>
@@ -56,12 +54,8 @@ struct Placed {
 };
 
 void expectPlaced(const Placed& c, const PictureObject* picture) {
-    std::string white = c.result;
-    std::ranges::replace_if(
-        white, [](char pixel) { return pixel != '\n'; }, '.');
-    const Canvas canvas(white);
-    const platform::BITMAP whole = gfx::bitmapOf(canvas.bitmap());
-    const RECT area = c.area.value_or(RECT{0, 0, whole.bmWidth, whole.bmHeight});
+    const Canvas canvas = Canvas::asLargeAs(c.result);
+    const RECT area = c.area.value_or(RECT{0, 0, canvas.size().cx, canvas.size().cy});
     pvOverlapImageRect(canvas.hdc(), area, picture, c.placing);
     EXPECT_EQ(canvas.picture(), c.result) << c.name;
 }

@@ -5,6 +5,7 @@
 #include "platform/window/text_face.h"
 #include "platform/window/textout.h"
 #include "support/window/Canvas.h"
+#include "support/window/texts.h"
 
 #include <QFont>
 #include <algorithm>
@@ -12,12 +13,10 @@
 #include <gtest/gtest.h>
 
 using namespace platform;
+using test::fontOf;
+using test::FontStyle;
 
 namespace {
-
-HFONT fontOf(int height, int width = 0, int weight = 0, TextView name = u"MS Sans Serif") {
-    return CreateFontW(height, width, 0, 0, weight, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0, name);
-}
 
 TEXTMETRICA metricsOf(HFONT hFont) {
     const test::Canvas canvas(1, 1);
@@ -27,24 +26,29 @@ TEXTMETRICA metricsOf(HFONT hFont) {
     return metrics;
 }
 
+int widthOf(TextView text, const FontStyle& style) {
+    const test::Canvas canvas(1, 1);
+    const test::Selected selected(canvas.hdc(), fontOf(style));
+    RECT rect;
+    DrawTextW(canvas.hdc(), text, rect, DT_CALCRECT | DT_SINGLELINE);
+    return rect.right;
+}
+
 }  // namespace
 
 TEST(Fonts, LinesOfTheUsualFontAreThirteenPixelsHigh) {
-    // 8.25 points at 96 dots per inch: a row of a grid is 6 more.
-    const TEXTMETRICA metrics = metricsOf(fontOf(-11));
-    EXPECT_EQ(metrics.tmHeight, 13);
-    EXPECT_EQ(metrics.tmAscent, 10);
-    EXPECT_EQ(metrics.tmDescent, 3);
-    EXPECT_EQ(metrics.tmInternalLeading, 2);
-    EXPECT_EQ(metrics.tmExternalLeading, 0);
-    EXPECT_EQ(metrics.tmAveCharWidth, 6);
-    EXPECT_GE(metrics.tmMaxCharWidth, metrics.tmAveCharWidth);
-    EXPECT_EQ(metrics.tmWeight, 400);
-
-    const test::Canvas canvas(1, 1);
-    TEXTMETRICA stock;
-    EXPECT_TRUE(GetTextMetricsA(canvas.hdc(), stock));
-    EXPECT_EQ(stock.tmHeight, 13) << "the stock font is the same";
+    // 8.25 points at 96 dots per inch: a row of a grid is 6 more. The stock font is the same.
+    for (const HFONT hFont : {fontOf({}), GetStockObject(SYSTEM_FONT)}) {
+        const TEXTMETRICA metrics = metricsOf(hFont);
+        EXPECT_EQ(metrics.tmHeight, 13);
+        EXPECT_EQ(metrics.tmAscent, 10);
+        EXPECT_EQ(metrics.tmDescent, 3);
+        EXPECT_EQ(metrics.tmInternalLeading, 2);
+        EXPECT_EQ(metrics.tmExternalLeading, 0);
+        EXPECT_EQ(metrics.tmAveCharWidth, 6);
+        EXPECT_GE(metrics.tmMaxCharWidth, metrics.tmAveCharWidth);
+        EXPECT_EQ(metrics.tmWeight, 400);
+    }
 }
 
 TEST(Fonts, HeightIsTheEmBelowZeroAndTheLineAboveZero) {
@@ -55,7 +59,7 @@ TEST(Fonts, HeightIsTheEmBelowZeroAndTheLineAboveZero) {
         {0, 16, 19},   {1, 1, 0},     {INT_MIN, 2048, 0}, {INT_MAX, 2048, 0}, {-1, 1, 0},
     };
     for (const auto& c : kHeights) {
-        const TEXTMETRICA metrics = metricsOf(fontOf(c.height));
+        const TEXTMETRICA metrics = metricsOf(fontOf({.height = c.height}));
         EXPECT_EQ(metrics.tmHeight - metrics.tmInternalLeading, c.em) << c.height;
         if (c.line != 0) {
             EXPECT_EQ(metrics.tmHeight, c.line) << c.height;
@@ -64,33 +68,24 @@ TEST(Fonts, HeightIsTheEmBelowZeroAndTheLineAboveZero) {
 }
 
 TEST(Fonts, WidthStretchesTheCharactersToThatAverage) {
-    const auto textWidth = [](HFONT hFont) {
-        const test::Canvas canvas(1, 1);
-        const test::Selected selected(canvas.hdc(), hFont);
-        RECT rect;
-        DrawTextW(canvas.hdc(), u"the quick brown fox", rect, DT_CALCRECT | DT_SINGLELINE);
-        return rect.right;
-    };
-    const int natural = metricsOf(fontOf(-16)).tmAveCharWidth, naturalText = textWidth(fontOf(-16));
+    const TextView text = u"the quick brown fox";
+    const int natural = metricsOf(fontOf({-16})).tmAveCharWidth, whole = widthOf(text, {-16});
     for (const int width : {natural - 3, natural - 1, natural + 1, natural + 5, 2 * natural}) {
-        const TEXTMETRICA metrics = metricsOf(fontOf(-16, width));
+        const TEXTMETRICA metrics = metricsOf(fontOf({-16, width}));
         EXPECT_EQ(metrics.tmAveCharWidth, width);
         EXPECT_EQ(metrics.tmHeight, 19);
-        const int expected = naturalText * width / natural;
-        EXPECT_NEAR(textWidth(fontOf(-16, width)), expected, expected * 0.1) << width;
+        const int expected = whole * width / natural;
+        EXPECT_NEAR(widthOf(text, {-16, width}), expected, expected * 0.1) << width;
     }
-    for (const HFONT hFont : {fontOf(-11, INT_MIN), fontOf(-2048, INT_MAX), fontOf(-1, INT_MAX)}) {
-        EXPECT_GT(metricsOf(hFont).tmAveCharWidth, 0);
+    for (const FontStyle& style :
+         {FontStyle{-11, INT_MIN}, FontStyle{-2048, INT_MAX}, FontStyle{-1, INT_MAX}}) {
+        EXPECT_GT(metricsOf(fontOf(style)).tmAveCharWidth, 0);
     }
 }
 
 TEST(Fonts, FacesThatAreNotThereAreTheProgramsOwn) {
     const auto widthIn = [](TextView name, int weight) {
-        const test::Canvas canvas(1, 1);
-        const test::Selected selected(canvas.hdc(), fontOf(-16, 0, weight, name));
-        RECT rect;
-        DrawTextW(canvas.hdc(), u"Quick wide fonts", rect, DT_CALCRECT | DT_SINGLELINE);
-        return rect.right;
+        return widthOf(u"Quick wide fonts", {.height = -16, .weight = weight, .face = name});
     };
     const int own = widthIn(u"Liberation Sans", 0);
     constexpr TextView kNames[] = {u"MS Sans Serif",   u"tahoma",       u" ARIAL ",
@@ -102,7 +97,7 @@ TEST(Fonts, FacesThatAreNotThereAreTheProgramsOwn) {
         EXPECT_GT(widthIn(name, FW_BOLD), own) << toUtf8(name);
     }
     // A face of the system that lacks Latin letters takes them from another.
-    EXPECT_EQ(metricsOf(fontOf(-16, 0, 0, u"Noto Sans Thai")).tmHeight, 25);
+    EXPECT_EQ(metricsOf(fontOf({.height = -16, .face = u"Noto Sans Thai"})).tmHeight, 25);
 }
 
 TEST(Fonts, KnowsTheNamesOfAllFaces) {
@@ -137,12 +132,12 @@ TEST(Fonts, ARecordMakesTheSameFont) {
 TEST(Fonts, ThatWishTheSameShareOneFaceAndFewAreKept) {
     const FaceWish wish{u"Tahoma", -13};
     const std::uint32_t id = faceFor(wish)->id;
-    DeleteObject(fontOf(-13, 0, 0, u"Tahoma"));
-    DeleteObject(fontOf(-13, 0, FW_NORMAL, u"TAHOMA "));
+    DeleteObject(fontOf({.height = -13, .face = u"Tahoma"}));
+    DeleteObject(fontOf({.height = -13, .weight = FW_NORMAL, .face = u"TAHOMA "}));
     EXPECT_EQ(faceFor(wish)->id, id) << "also after the fonts are gone";
 
     const std::weak_ptr<Face> watched = faceFor(wish);
-    const HFONT hFont = fontOf(-13, 0, 0, u"Tahoma");
+    const HFONT hFont = fontOf({.height = -13, .face = u"Tahoma"});
     for (int em = 100; em < 100 + static_cast<int>(kKeptFaces); ++em)
         (void)faceFor({u"Tahoma", -em});
     EXPECT_FALSE(watched.expired()) << "a font has it";
@@ -151,8 +146,7 @@ TEST(Fonts, ThatWishTheSameShareOneFaceAndFewAreKept) {
 }
 
 TEST(Fonts, GiveTheToolkitsWidgetsTheSameLetters) {
-    const HFONT hFont =
-        CreateFontW(-16, 0, 0, 0, FW_BOLD, 1, 1, 1, DEFAULT_CHARSET, 0, 0, 0, 0, u"Tahoma");
+    const HFONT hFont = fontOf({-16, 0, FW_BOLD, true, true, true, u"Tahoma"});
     const QFont font = toolkitFontOf(hFont);
     EXPECT_EQ(font.pixelSize(), 16);
     EXPECT_EQ(font.weight(), QFont::Bold);

@@ -98,37 +98,18 @@ TEST(RoundRect, HasFourEqualRoundCorners) {
          8,
          "..######..\n.#yyyyyy#.\n#yyyyyyyy#\n#yyyyyyyy#\n#yyyyyyyy#\n#yyyyyyyy#\n.#yyyyyy#.\n"
          "..######..\n"},
-        {{1, 1, 7, 6},
-         4,
-         "..........\n..####....\n.#yyyy#...\n.#yyyy#...\n.#yyyy#...\n..####....\n..........\n"
-         "..........\n"},
+        {{1, 1, 7, 6}, 4, ".......\n..####.\n.#yyyy#\n.#yyyy#\n.#yyyy#\n..####.\n.......\n"},
         {{0, 0, 8, 8},
          99,  // a circle
-         "..####....\n.#yyyy#...\n#yyyyyy#..\n#yyyyyy#..\n#yyyyyy#..\n#yyyyyy#..\n.#yyyy#...\n"
-         "..####....\n"},
-        {{0, 0, 3, 2},
-         0,
-         "###.......\n###.......\n..........\n..........\n..........\n..........\n"
-         "..........\n..........\n"},
-        {{2, 2, 3, 3},
-         8,
-         "..........\n..........\n..#.......\n..........\n..........\n..........\n"
-         "..........\n..........\n"},
-        {{4, 4, 2, 2},
-         8,
-         "..........\n..........\n..........\n..........\n..........\n..........\n"
-         "..........\n..........\n"},
-        {{-6, -4, 4, 4},
-         8,
-         "yyy#......\nyyy#......\nyy#.......\n##........\n..........\n"
-         "..........\n..........\n..........\n"},
-        {{INT_MIN, INT_MIN, INT_MAX, 4},
-         INT_MAX,
-         "yyyyyyyyyy\nyyyyyyyyyy\nyyyyyyyyyy\n##########\n..........\n..........\n..........\n"
-         "..........\n"},
+         "..####..\n.#yyyy#.\n#yyyyyy#\n#yyyyyy#\n#yyyyyy#\n#yyyyyy#\n.#yyyy#.\n..####..\n"},
+        {{0, 0, 3, 2}, 0, "###.\n###.\n....\n"},
+        {{2, 2, 3, 3}, 8, "....\n....\n..#.\n....\n"},
+        {{3, 3, 1, 1}, 8, "....\n....\n....\n....\n"},
+        {{-6, -4, 4, 4}, 8, "yyy#.\nyyy#.\nyy#..\n##...\n.....\n"},
+        {{INT_MIN, INT_MIN, INT_MAX, 4}, INT_MAX, "yyy\nyyy\nyyy\n###\n...\n"},
     };
     for (const auto& c : kShapes) {
-        Canvas canvas(10, 8);
+        const Canvas canvas = Canvas::asLargeAs(c.picture);
         const Selected brush(canvas.hdc(), CreateSolidBrush(0x00FFFF));
         EXPECT_TRUE(RoundRect(canvas.hdc(), c.rect.left, c.rect.top, c.rect.right, c.rect.bottom,
                               c.ellipse, c.ellipse));
@@ -181,8 +162,8 @@ TEST(RoundRect, APatternStaysOnTheOutlineOfTheSolidPen) {
 }
 
 TEST(Regions, ARoundedOneCoversAWindowWithEqualCorners) {
-    Canvas canvas(12, 9);
-    const HRGN region = CreateRoundRectRgn(0, 0, 12 + 1, 9 + 1, 8, 8);
+    const Canvas canvas(12, 7);
+    const HRGN region = CreateRoundRectRgn(0, 0, 12 + 1, 7 + 1, 8, 8);
     int pixels = 0;
     for (const RECT& r : regionRects(region)) {
         FillRect(canvas.hdc(), r, GetStockObject(BLACK_BRUSH));
@@ -190,9 +171,9 @@ TEST(Regions, ARoundedOneCoversAWindowWithEqualCorners) {
     }
     EXPECT_EQ(canvas.picture(),
               "..########..\n.##########.\n############\n############\n############\n"
-              "############\n############\n.##########.\n..########..\n");
-    EXPECT_EQ(pixels, 12 * 9 - 4 * 3) << "no rectangle covers another";
-    for (int y = -1; y <= 9; ++y) {
+              ".##########.\n..########..\n");
+    EXPECT_EQ(pixels, 12 * 7 - 4 * 3) << "no rectangle covers another";
+    for (int y = -1; y <= 7; ++y) {
         for (int x = -1; x <= 12; ++x) {
             EXPECT_EQ(regionContains(region, {x, y}), GetPixel(canvas.hdc(), x, y) == 0);
         }

@@ -13,13 +13,11 @@ namespace {
 
 using test::Canvas;
 
-HBITMAP section(int width, int height, int bits, void*& pixels,
-                std::span<const RGBQUAD> colors = {}) {
+HBITMAP section(int width, int height, int bits, void*& pixels) {
     BITMAPINFO info;
     info.bmiHeader.biWidth = width;
     info.bmiHeader.biHeight = height;
     info.bmiHeader.biBitCount = static_cast<std::uint16_t>(bits);
-    info.bmiColors = colors;
     return CreateDIBSection(0, info, DIB_RGB_COLORS, pixels);
 }
 
@@ -112,17 +110,11 @@ TEST(Objects, NothingHappensOnContextsThatAreNone) {
     DeleteObject(brush);
 }
 
-TEST(Objects, AFreshContextTakesNoDrawing) {
+TEST(Objects, AFreshContextTakesNoDrawingAndItsSettersGiveWhatWas) {
     const HDC hDC = CreateCompatibleDC(0);
     EXPECT_TRUE(FillRect(hDC, {0, 0, 9, 9}, GetStockObject(BLACK_BRUSH)));
     EXPECT_TRUE(LineTo(hDC, 9, 9));
     EXPECT_EQ(SetPixel(hDC, 0, 0, 0xFFFFFF), -1);
-    DeleteDC(hDC);
-}
-
-TEST(Objects, ModesAndColoursComeBackFromTheirSetters) {
-    Canvas canvas(1, 1);
-    const HDC hDC = canvas.hdc();
     EXPECT_EQ(SetBkMode(hDC, TRANSPARENT), OPAQUE);
     EXPECT_EQ(SetBkMode(hDC, 3), 0);
     EXPECT_EQ(GetBkMode(hDC), TRANSPARENT);
@@ -133,93 +125,83 @@ TEST(Objects, ModesAndColoursComeBackFromTheirSetters) {
     EXPECT_EQ(GetBkColor(hDC), 0x123456);
     EXPECT_EQ(SetTextColor(hDC, 0x654321), 0);
     EXPECT_EQ(GetTextColor(hDC), 0x654321);
-    EXPECT_EQ(GetDeviceCaps(hDC, BITSPIXEL), 32);
+    EXPECT_EQ(GetDeviceCaps(hDC, BITSPIXEL), 1);
     EXPECT_EQ(GetDeviceCaps(hDC, LOGPIXELSX), 96);
     EXPECT_EQ(GetDeviceCaps(hDC, 9999), 0);
+    DeleteDC(hDC);
 }
 
-TEST(Bitmaps, SizesBeyondTheLimitsFail) {
+TEST(Bitmaps, TellTheirMeasuresAndFailBeyondTheLimits) {
+    constexpr int kScreen = 0;  // compatible with it; else the bits of a section
     const struct {
-        int width, height, bits;  // 0 bits: compatible
-        bool made;
+        int width, height, bits;
+        int rowBytes;  // 0: it fails
     } kSizes[] = {
-        {1, 1, 0, true},
-        {32767, 1, 0, true},
-        {1, 32767, 24, true},
-        {32768, 1, 0, false},
-        {1, 32768, 24, false},
-        {30'000, 30'000, 0, false},
-        {30'000, 30'000, 32, false},
-        {30'000, 30'000, 1, true},
-        {-1, 4, 0, false},
-        {4, -1, 0, false},
-        {INT_MAX, INT_MAX, 0, false},
-        {INT_MIN, INT_MIN, 24, false},
-        {0, 4, 24, false},
-        {4, 0, 8, false},
-        {4, -4, 24, false},
-        {4, 4, 16, false},
-        {4, 4, 2, false},
+        {5, 7, kScreen, 20},
+        {5, 7, Canvas::kMonochrome, 4},
+        {3, 2, 24, 12},
+        {33, 2, 1, 8},
+        {32767, 1, kScreen, 131068},
+        {1, 32767, 24, 4},
+        {30'000, 30'000, 1, 3752},
+        {32768, 1, kScreen, 0},
+        {1, 32768, 24, 0},
+        {30'000, 30'000, kScreen, 0},
+        {30'000, 30'000, 32, 0},
+        {-1, 4, kScreen, 0},
+        {4, -1, kScreen, 0},
+        {INT_MAX, INT_MAX, kScreen, 0},
+        {INT_MIN, INT_MIN, 24, 0},
+        {0, 4, 24, 0},
+        {4, 0, 8, 0},
+        {4, -4, 24, 0},
+        {4, 4, 16, 0},
+        {4, 4, 2, 0},
     };
-    const HDC screen = GetDC(GetDesktopWindow());
+    const HDC screen = GetDC(GetDesktopWindow()), memory = CreateCompatibleDC(screen);
+    BITMAP record;
     for (const auto& c : kSizes) {
+        SCOPED_TRACE(testing::Message() << c.width << 'x' << c.height << 'x' << c.bits);
+        const bool made = c.rowBytes > 0, isSection = c.bits > 0;
         void* pixels = &pixels;
-        const HBITMAP bitmap = c.bits == 0 ? CreateCompatibleBitmap(screen, c.width, c.height)
-                                           : section(c.width, c.height, c.bits, pixels);
-        EXPECT_EQ(bitmap != 0, c.made) << c.width << 'x' << c.height << 'x' << c.bits;
-        EXPECT_EQ(pixels != nullptr, c.made || c.bits == 0);
-        EXPECT_EQ(DeleteObject(bitmap), c.made);
-    }
-    ReleaseDC(0, screen);
-}
-
-TEST(Bitmaps, TellTheirMeasures) {
-    const HDC screen = GetDC(0), memory = CreateCompatibleDC(screen);
-    void* pixels[2];
-    const struct {
-        HBITMAP bitmap;
-        int width, height, rowBytes, bits;
-        void* pixels = nullptr;
-    } kBitmaps[] = {
-        {CreateCompatibleBitmap(screen, 5, 7), 5, 7, 20, 32, nullptr},
-        {CreateCompatibleBitmap(memory, 5, 7), 5, 7, 4, 1, nullptr},
-        {CreateCompatibleBitmap(screen, 0, 7), 1, 1, 4, 1, nullptr},
-        {section(3, 2, 24, pixels[0]), 3, 2, 12, 24, pixels[0]},
-        {section(33, 2, 1, pixels[1]), 33, 2, 8, 1, pixels[1]},
-    };
-    for (const auto& c : kBitmaps) {
-        BITMAP record;
-        EXPECT_EQ(GetObjectA(c.bitmap, record), static_cast<int>(sizeof record));
+        const HBITMAP bitmap =
+            isSection ? section(c.width, c.height, c.bits, pixels)
+                      : CreateCompatibleBitmap(c.bits == 0 ? screen : memory, c.width, c.height);
+        EXPECT_EQ(bitmap != 0, made);
+        EXPECT_EQ(pixels != nullptr, made || !isSection);
+        EXPECT_EQ(GetObjectA(bitmap, record), made ? static_cast<int>(sizeof record) : 0);
+        EXPECT_EQ(DeleteObject(bitmap), made);
+        if (!made) continue;
         EXPECT_EQ(record.bmWidth, c.width);
         EXPECT_EQ(record.bmHeight, c.height);
         EXPECT_EQ(record.bmWidthBytes, c.rowBytes);
         EXPECT_EQ(record.bmPlanes, 1);
-        EXPECT_EQ(record.bmBitsPixel, c.bits);
-        EXPECT_EQ(record.bmBits, c.pixels);
-        DeleteObject(c.bitmap);
-        EXPECT_EQ(GetObjectA(c.bitmap, record), 0);
+        EXPECT_EQ(record.bmBitsPixel, c.bits == 0 ? 32 : std::abs(c.bits));
+        EXPECT_EQ(record.bmBits, isSection ? pixels : nullptr);
     }
+    const HBITMAP least = CreateCompatibleBitmap(screen, 0, 7);
+    EXPECT_NE(GetObjectA(least, record), 0);
+    EXPECT_EQ(SIZE(record.bmWidth, record.bmHeight), SIZE(1, 1));
+    EXPECT_EQ(record.bmBitsPixel, 1);
+    DeleteObject(least);
     DeleteDC(memory);
     ReleaseDC(0, screen);
 }
 
 TEST(Bitmaps, ReusedMemoryComesBackBlack) {
+    const HDC screen = GetDC(0), hDC = CreateCompatibleDC(screen);
     for (const int bits : {0, 24, 32, 8, 1}) {
-        for (int round = 0; round < 2; ++round) {
-            Canvas canvas(9, 9, bits);
-            const HDC hDC = CreateCompatibleDC(0);
-            const HDC screen = GetDC(0);
-            void* pixels = nullptr;
-            const HBITMAP bitmap =
-                bits == 0 ? CreateCompatibleBitmap(screen, 9, 9) : section(9, 9, bits, pixels);
-            SelectObject(hDC, bitmap);
-            EXPECT_EQ(GetPixel(hDC, 8, 8), 0);
-            FillRect(hDC, {0, 0, 9, 9}, GetStockObject(WHITE_BRUSH));
-            ReleaseDC(0, screen);
-            DeleteDC(hDC);
-            DeleteObject(bitmap);
-        }
+        (void)Canvas(9, 9, bits);  // white
+        void* pixels = nullptr;
+        const HBITMAP bitmap =
+            bits == 0 ? CreateCompatibleBitmap(screen, 9, 9) : section(9, 9, bits, pixels);
+        const HGDIOBJ old = SelectObject(hDC, bitmap);
+        EXPECT_EQ(GetPixel(hDC, 8, 8), 0) << bits;
+        SelectObject(hDC, old);
+        DeleteObject(bitmap);
     }
+    DeleteDC(hDC);
+    ReleaseDC(0, screen);
 }
 
 // The picture "r#" above ".b" in each depth, as the bytes of its rows, bottom row first.
@@ -246,20 +228,15 @@ TEST(Bitmaps, TheBytesOfASectionAreItsPixels) {
 
 TEST(Bitmaps, GiveTheirColourTableInParts) {
     const RGBQUAD table[] = {{1, 2, 3, 0}, {4, 5, 6, 0}, {7, 8, 9, 0}};
-    void* pixels = nullptr;
-    const HBITMAP bitmap = section(1, 1, 4, pixels, table);
-    const HDC hDC = CreateCompatibleDC(0);
-    SelectObject(hDC, bitmap);
+    const Canvas canvas(1, 1, 4, table), deep(1, 1);
     RGBQUAD read[16] = {{9, 9, 9, 9}};
-    EXPECT_EQ(GetDIBColorTable(hDC, 0, 256, read), 16U);
+    EXPECT_EQ(GetDIBColorTable(canvas.hdc(), 0, 256, read), 16U);
     EXPECT_EQ(read[2], table[2]);
     EXPECT_EQ(read[3], RGBQUAD());
-    EXPECT_EQ(GetDIBColorTable(hDC, 1, 1, read), 1U);
+    EXPECT_EQ(GetDIBColorTable(canvas.hdc(), 1, 1, read), 1U);
     EXPECT_EQ(read[0], table[1]);
-    EXPECT_EQ(GetDIBColorTable(hDC, 16, 1, read), 0U);
-    DeleteDC(hDC);
-    DeleteObject(bitmap);
-    EXPECT_EQ(GetDIBColorTable(Canvas(1, 1).hdc(), 0, 1, read), 0U);
+    EXPECT_EQ(GetDIBColorTable(canvas.hdc(), 16, 1, read), 0U);
+    EXPECT_EQ(GetDIBColorTable(deep.hdc(), 0, 1, read), 0U);
 }
 
 TEST(Bitmaps, TakeTheClosestColourOfTheirTable) {
@@ -341,8 +318,7 @@ TEST(Numbers, MulDivRoundsHalvesAwayFromZero) {
 }
 
 TEST(Numbers, RectanglesGrowAndShrinkAndStopAtTheEndOfTheRange) {
-    RECT rect;
-    SetRect(rect, 10, 20, 30, 40);
+    RECT rect{10, 20, 30, 40};
     InflateRect(rect, -2, 3);
     EXPECT_EQ(rect, (RECT{12, 17, 28, 43}));
     SetRect(rect, INT_MIN, 0, INT_MAX, 0);
@@ -368,11 +344,11 @@ TEST(Numbers, SystemColoursAreTheClassicOnesUntilSet) {
 TEST(Icons, GiveCopiesOfTheirBitmaps) {
     HICON icon = 0;
     {
-        Canvas mask("#.\n.#\n", Canvas::kMonochrome), color("rg\nb#\n", 24);
-        icon = CreateIconIndirect({false, 1, 2, mask.bitmap(), color.bitmap()});
-        EXPECT_EQ(CreateIconIndirect({true, 0, 0, mask.bitmap(), Canvas(2, 3).bitmap()}), 0U);
-        EXPECT_EQ(CreateIconIndirect({true, 0, 0, color.bitmap(), 0}), 0U) << "mask of 24 bits";
+        const Canvas mask("#.\n.#\n", Canvas::kMonochrome), color("rg\nb#\n", 24), high(2, 3);
         const Canvas odd(2, 3, Canvas::kMonochrome);
+        icon = CreateIconIndirect({false, 1, 2, mask.bitmap(), color.bitmap()});
+        EXPECT_EQ(CreateIconIndirect({true, 0, 0, mask.bitmap(), high.bitmap()}), 0U);
+        EXPECT_EQ(CreateIconIndirect({true, 0, 0, color.bitmap(), 0}), 0U) << "mask of 24 bits";
         EXPECT_EQ(CreateIconIndirect({true, 0, 0, odd.bitmap(), 0}), 0U) << "no lower half";
         EXPECT_EQ(CreateIconIndirect({}), 0U);
     }

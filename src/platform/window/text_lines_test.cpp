@@ -1,10 +1,12 @@
 #include "platform/window/text_lines.h"
 
 #include "platform/window/textout.h"
+#include "support/window/texts.h"
 
 #include <gtest/gtest.h>
 
 using namespace platform;
+using test::repeated;
 
 namespace {
 
@@ -34,12 +36,6 @@ std::string linesIn(TextView text, std::uint32_t flags, TextView asWideAs) {
         EXPECT_EQ(line.width, lineWidth(face, line.text, options.rightToLeft)) << toUtf8(line.text);
     }
     return dump(lines);
-}
-
-Text repeated(TextView text, std::size_t units) {
-    Text all;
-    while (all.size() < units) all += text;
-    return all;
 }
 
 constexpr std::uint32_t kWrap = DT_WORDBREAK | DT_NOPREFIX;

@@ -1,40 +1,28 @@
 // Pictures of text, for the eye: what they show is told here, how it is put together elsewhere.
-#include "platform/window/fonts.h"
 #include "platform/window/surface.h"
 #include "platform/window/textout.h"
 #include "support/gui/Golden.h"
 #include "support/window/Canvas.h"
+#include "support/window/texts.h"
 
 using namespace platform;
+using test::fontOf;
+using test::FontStyle;
 
 namespace {
 
-struct Style {
-    int height = -11, width = 0, weight = 0;
-    bool italic = false, underline = false, strikeOut = false;
-    TextView face = u"MS Sans Serif";
-};
-HFONT fontOf(const Style& s) {
-    return CreateFontW(s.height, s.width, 0, 0, s.weight, s.italic ? 1 : 0, s.underline ? 1 : 0,
-                       s.strikeOut ? 1 : 0, DEFAULT_CHARSET, 0, 0, 0, 0, s.face);
-}
-
-void draw(HDC hDC, TextView text, RECT rect, std::uint32_t flags, const Style& style = {}) {
+void draw(HDC hDC, TextView text, RECT rect, std::uint32_t flags, const FontStyle& style = {}) {
     const test::Selected font(hDC, fontOf(style));
     SetBkMode(hDC, TRANSPARENT);
     DrawTextW(hDC, text, rect, flags);
 }
 
-void frame(HDC hDC, RECT rect) {
-    InflateRect(rect, 1, 1);
-    const HBRUSH hBrush = CreateSolidBrush(0xE0C0A0);
-    FrameRect(hDC, rect, hBrush);
-    DeleteObject(hBrush);
-}
-
-void drawFramed(HDC hDC, TextView text, RECT rect, std::uint32_t flags, const Style& style = {}) {
-    frame(hDC, rect);
-    draw(hDC, text, rect, flags, style);
+void drawFramed(HDC hDC, TextView text, const RECT& rect, std::uint32_t flags) {
+    RECT frame = rect;
+    InflateRect(frame, 1, 1);
+    const test::Selected brush(hDC, CreateSolidBrush(0xE0C0A0));
+    FrameRect(hDC, frame, brush);
+    draw(hDC, text, rect, flags);
 }
 
 constexpr TextView kPictographs =
@@ -58,24 +46,24 @@ constexpr TextView kScripts[] = {
 }  // namespace
 
 TEST(TextPictures, Scripts) {
-    EXPECT_GOLDEN("text/scripts", SIZE{330, 12 * 18 + 4}, [](HDC hDC) {
-        int y = 2;
-        for (const TextView text : kScripts) {
-            draw(hDC, text, {4, y, 326, y + 18}, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
-            y += 18;
-        }
-    });
-    EXPECT_GOLDEN("text/scripts-20", SIZE{540, 12 * 28 + 4}, [](HDC hDC) {
-        int y = 2;
-        for (const TextView text : kScripts) {
-            draw(hDC, text, {4, y, 536, y + 28}, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX, {-20});
-            y += 28;
-        }
-    });
+    const struct {
+        const char* name;
+        int width, row, height;
+    } kSheets[] = {{"text/scripts", 330, 18, -11}, {"text/scripts-20", 540, 28, -20}};
+    for (const auto& sheet : kSheets) {
+        EXPECT_GOLDEN(sheet.name, SIZE{sheet.width, 12 * sheet.row + 4}, [&](HDC hDC) {
+            int y = 2;
+            for (const TextView text : kScripts) {
+                draw(hDC, text, {4, y, sheet.width - 4, y + sheet.row},
+                     DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX, {.height = sheet.height});
+                y += sheet.row;
+            }
+        });
+    }
 }
 
 TEST(TextPictures, Styles) {
-    const Style styles[] = {
+    const FontStyle styles[] = {
         {},
         {-11, 0, FW_BOLD},
         {-11, 0, 0, true},
@@ -91,7 +79,7 @@ TEST(TextPictures, Styles) {
     };
     EXPECT_GOLDEN("text/styles", SIZE{300, 12 * 24 + 8}, [&](HDC hDC) {
         int y = 2;
-        for (const Style& style : styles) {
+        for (const FontStyle& style : styles) {
             draw(hDC, u"Agfj \u0416\u03C8 \u0639\u0631\u0628 \u65E5\u672C \u0E44\u0E17\u0E22",
                  {4, y, 296, y + 26}, DT_SINGLELINE | DT_VCENTER, style);
             y += 24;
@@ -157,9 +145,8 @@ TEST(TextPictures, Colours) {
             {0xFFFFFF, 0xC00000}, {0x800000, 0xFFFFFF}, {0x00FFFF, 0x0000FF}, {0, 0x40FF40}};
         int y = 0;
         for (const auto& row : rows) {
-            const HBRUSH hBrush = CreateSolidBrush(row.back);
-            FillRect(hDC, {0, y, 240, y + 25}, hBrush);
-            DeleteObject(hBrush);
+            const test::Selected brush(hDC, CreateSolidBrush(row.back));
+            FillRect(hDC, {0, y, 240, y + 25}, brush);
             SetTextColor(hDC, row.text);
             draw(hDC, u"Text \u65E5\u672C \U0001F600\u2764\uFE0F\U0001F1E9\U0001F1EA",
                  {4, y, 120, y + 25}, DT_SINGLELINE | DT_VCENTER, {-16});

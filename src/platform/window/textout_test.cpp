@@ -1,29 +1,26 @@
 #include "platform/window/textout.h"
 
-#include "platform/window/fonts.h"
 #include "platform/window/recorder.h"
 #include "platform/window/surface.h"
 #include "platform/window/text_shape.h"
 #include "support/gui/Golden.h"
 #include "support/window/Canvas.h"
+#include "support/window/texts.h"
 
 #include <climits>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
 using namespace platform;
+using test::fontOf;
 using test::Picture;
+using test::repeated;
 
 namespace {
 
-HFONT fontOf(int height, bool italic = false) {
-    return CreateFontW(height, 0, 0, 0, 0, italic ? 1 : 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0,
-                       u"MS Sans Serif");
-}
-
 SIZE sizeOf(TextView text, std::uint32_t flags, RECT rect = {}, int height = -11) {
     const test::Canvas canvas(1, 1);
-    const test::Selected selected(canvas.hdc(), fontOf(height));
+    const test::Selected selected(canvas.hdc(), fontOf({.height = height}));
     const int bottom = DrawTextW(canvas.hdc(), text, rect, flags | DT_CALCRECT);
     EXPECT_EQ(bottom, rect.bottom - rect.top);
     return {rect.right - rect.left, rect.bottom - rect.top};
@@ -33,7 +30,7 @@ constexpr SIZE kSheet{200, 60};
 
 Picture drawn(TextView text, RECT rect, std::uint32_t flags, COLORREF color = 0, int height = -11) {
     return test::painted(kSheet, [&](HDC hDC) {
-        const test::Selected selected(hDC, fontOf(height));
+        const test::Selected selected(hDC, fontOf({.height = height}));
         SetBkMode(hDC, TRANSPARENT);
         SetTextColor(hDC, color);
         const RECT before = rect;
@@ -46,11 +43,6 @@ bool samePixels(const Picture& a, const Picture& b) { return a.pixels == b.pixel
 bool isBlank(const Picture& picture) {
     return std::all_of(picture.pixels.begin(), picture.pixels.end(),
                        [](std::uint32_t pixel) { return pixel == 0xFFFFFF; });
-}
-Text repeated(TextView text, std::size_t units) {
-    Text all;
-    while (all.size() < units) all += text;
-    return all;
 }
 
 }  // namespace
@@ -83,9 +75,8 @@ TEST(DrawTextW, MeasuresTheRectangleThatHoldsTheText) {
         {u"&a&bc", DT_SINGLELINE, {}, -11, {abc, 13}},
     };
     for (const auto& c : kSizes) {
-        EXPECT_EQ(sizeOf(c.text, c.flags, c.rect, c.height), c.size)
-            << toUtf8(c.text) << ": " << sizeOf(c.text, c.flags, c.rect, c.height).cx << " x "
-            << sizeOf(c.text, c.flags, c.rect, c.height).cy;
+        const SIZE size = sizeOf(c.text, c.flags, c.rect, c.height);
+        EXPECT_EQ(size, c.size) << toUtf8(c.text) << ": " << size.cx << " x " << size.cy;
     }
 }
 
@@ -156,7 +147,7 @@ TEST(DrawTextW, AnEditsTextLeavesOutALastLineThatIsCut) {
 
 TEST(DrawTextW, FillsBehindTheTextInOpaqueMode) {
     const Picture opaque = test::painted(kSheet, [&](HDC hDC) {
-        const test::Selected selected(hDC, fontOf(-11));
+        const test::Selected selected(hDC, fontOf({}));
         SetTextColor(hDC, 0xFFFFFF);
         SetBkColor(hDC, 0x336699);
         SetBkMode(hDC, OPAQUE);
@@ -199,42 +190,21 @@ TEST(DrawTextW, MixesByCoverageAndKeepsTheColoursOfPictographs) {
 }
 
 TEST(DrawTextW, DrawsTheSameOnEveryDepthAsFarAsTheDepthGoes) {
-    const auto text = u"Ab \u65E5 \u0645\u0631";
-    const auto draw = [&](const test::Canvas& canvas) {
-        const test::Selected selected(canvas.hdc(), fontOf(-16));
+    const auto draw = [](const test::Canvas& canvas) {
+        const test::Selected selected(canvas.hdc(), fontOf({.height = -16}));
         SetBkMode(canvas.hdc(), TRANSPARENT);
         SetTextColor(canvas.hdc(), 0x3030C0);
         RECT rect{1, 1, 70, 21};
-        DrawTextW(canvas.hdc(), text, rect, DT_SINGLELINE);
+        DrawTextW(canvas.hdc(), u"Ab \u65E5 \u0645\u0631", rect, DT_SINGLELINE);
     };
     const test::Canvas best(72, 22, 32);
     draw(best);
-    const auto nearest = [](COLORREF color, std::initializer_list<COLORREF> table) {
-        COLORREF result = 0;
-        int least = INT_MAX;
-        for (const COLORREF entry : table) {
-            const int red = redOf(entry) - redOf(color), green = greenOf(entry) - greenOf(color),
-                      blue = blueOf(entry) - blueOf(color);
-            const int distance = red * red + green * green + blue * blue;
-            if (distance < least) {
-                least = distance;
-                result = entry;
-            }
-        }
-        return result;
-    };
     for (const int bits : {0, 24, 8, 4, 1, test::Canvas::kMonochrome}) {
-        const test::Canvas canvas(72, 22, bits);
+        const test::Canvas canvas(72, 22, bits), closest(1, 1, bits);
         draw(canvas);
         for (int y = 0; y < 22; ++y) {
             for (int x = 0; x < 72; ++x) {
-                COLORREF expected = GetPixel(best.hdc(), x, y);
-                if (bits == 8 || bits == 4) {
-                    expected = nearest(
-                        expected, {0, 0xFFFFFF, 0x0000FF, 0x00FF00, 0xFF0000, 0x00FFFF, 0x808080});
-                } else if (bits == 1 || bits == test::Canvas::kMonochrome) {
-                    expected = nearest(expected, {0, 0xFFFFFF});
-                }
+                const COLORREF expected = SetPixel(closest.hdc(), 0, 0, GetPixel(best.hdc(), x, y));
                 ASSERT_EQ(GetPixel(canvas.hdc(), x, y), expected) << bits << ": " << x << ',' << y;
             }
         }
@@ -247,7 +217,7 @@ TEST(DrawTextW, FillsATallSurfaceOfAnotherDepthAsOneOf32Bits) {
     for (int height = -11; height > -45; --height) {
         const test::Canvas best(300, 500), other(300, 500, 24);
         for (const test::Canvas* canvas : {&best, &other}) {
-            const test::Selected selected(canvas->hdc(), fontOf(height));
+            const test::Selected selected(canvas->hdc(), fontOf({.height = height}));
             RECT rect{10, 5, 290, 495};
             DrawTextW(canvas->hdc(), text, rect, DT_EDITCONTROL);
         }
@@ -296,25 +266,14 @@ TEST(DrawTextW, TakesLittleMemoryOnAHugeSurface) {
 TEST(DrawTextW, LeavesTheIndexesOfPixelsThatItDoesNotCover) {
     // Two entries of one colour: what is not covered by text keeps the one that it had.
     const RGBQUAD table[]{{0, 0, 0, 0}, {255, 255, 255, 0}, {255, 255, 255, 0}};
-    BITMAPINFO info;
-    info.bmiHeader.biWidth = 40;
-    info.bmiHeader.biHeight = 20;
-    info.bmiHeader.biBitCount = 8;
-    info.bmiColors = table;
-    void* bits = nullptr;
-    const HBITMAP hBitmap = CreateDIBSection(0, info, DIB_RGB_COLORS, bits);
-    const HDC hDC = CreateCompatibleDC(0);
-    const HGDIOBJ hOld = SelectObject(hDC, hBitmap);
-    auto* pixels = static_cast<std::uint8_t*>(bits);
+    const test::Canvas canvas(40, 20, 8, table);
+    std::uint8_t* const pixels = canvas.bits();
     std::fill(pixels, pixels + 40 * 20, std::uint8_t{2});
-    SetBkMode(hDC, TRANSPARENT);
+    SetBkMode(canvas.hdc(), TRANSPARENT);
     RECT rect{0, 0, 40, 20};
-    DrawTextW(hDC, u"ill", rect, 0);
+    DrawTextW(canvas.hdc(), u"ill", rect, 0);
     EXPECT_GT(std::count(pixels, pixels + 40 * 20, std::uint8_t{0}), 10);
     EXPECT_GT(std::count(pixels, pixels + 40 * 20, std::uint8_t{2}), 700);
-    SelectObject(hDC, hOld);
-    DeleteDC(hDC);
-    DeleteObject(hBitmap);
 }
 
 TEST(DrawTextW, AMebiOfUnitsInOneLineIsDrawnWhereItIsSeen) {
@@ -351,7 +310,7 @@ TEST(DrawTextW, TakesAnyUnitsAnyRectangleAndHugeFonts) {
     const std::int32_t far[]{INT_MIN, -1, 0, 30000, INT_MAX};
     for (const int height : {-11, -2048}) {
         const test::Canvas canvas(50, 40);
-        const test::Selected selected(canvas.hdc(), fontOf(height));
+        const test::Selected selected(canvas.hdc(), fontOf({.height = height}));
         for (std::uint32_t flags = 0; flags < 1U << 11; flags += 7) {
             RECT rect{far[flags % 5], far[flags / 5 % 5], far[flags / 25 % 5], far[flags / 7 % 5]};
             DrawTextW(canvas.hdc(), TextView(odd).substr(flags * 3, 40), rect,
@@ -379,10 +338,8 @@ TEST(DrawTextW, CachesDontGrowWithTheNumberOfTexts) {
 TEST(DrawTextW, DoesNothingOnAnUnknownContextAndTellsTheRecorderOfDrawingOnly) {
     RECT rect{1, 2, 30, 40};
     EXPECT_EQ(DrawTextW(0, u"abc", rect, DT_CALCRECT), 0);
-    const HDC stale = [] {
-        const test::Canvas canvas(1, 1);
-        return canvas.hdc();
-    }();
+    const HDC stale = CreateCompatibleDC(0);
+    DeleteDC(stale);
     EXPECT_EQ(DrawTextW(stale, u"abc", rect, DT_CALCRECT), 0);
     EXPECT_EQ(rect, (RECT{1, 2, 30, 40}));
 

@@ -24,7 +24,8 @@ int heightOf(std::string_view picture) {
 
 }  // namespace
 
-Canvas::Canvas(int width, int height, int bits) : m_width(width), m_height(height) {
+Canvas::Canvas(int width, int height, int bits, std::span<const RGBQUAD> table)
+    : m_width(width), m_height(height) {
     m_hDC = CreateCompatibleDC(0);
     if (bits == kMonochrome) {
         m_bitmap = CreateCompatibleBitmap(m_hDC, width, height);
@@ -33,18 +34,18 @@ Canvas::Canvas(int width, int height, int bits) : m_width(width), m_height(heigh
         m_bitmap = CreateCompatibleBitmap(screen, width, height);
         ReleaseDC(0, screen);
     } else {
-        RGBQUAD table[std::size(kLetters)];
+        RGBQUAD letters[std::size(kLetters)];
         for (std::size_t i = 0; i < std::size(kLetters); ++i) {
             const COLORREF c = kLetters[i].color;
-            table[i].rgbRed = static_cast<std::uint8_t>(redOf(c));
-            table[i].rgbGreen = static_cast<std::uint8_t>(greenOf(c));
-            table[i].rgbBlue = static_cast<std::uint8_t>(blueOf(c));
+            letters[i].rgbRed = static_cast<std::uint8_t>(redOf(c));
+            letters[i].rgbGreen = static_cast<std::uint8_t>(greenOf(c));
+            letters[i].rgbBlue = static_cast<std::uint8_t>(blueOf(c));
         }
         BITMAPINFO info;
         info.bmiHeader.biWidth = width;
         info.bmiHeader.biHeight = height;
         info.bmiHeader.biBitCount = static_cast<std::uint16_t>(bits);
-        info.bmiColors = table;
+        info.bmiColors = table.empty() ? std::span<const RGBQUAD>(letters) : table;
         void* pixels = nullptr;
         m_bitmap = CreateDIBSection(m_hDC, info, DIB_RGB_COLORS, pixels);
         m_bits = static_cast<std::uint8_t*>(pixels);
@@ -56,6 +57,10 @@ Canvas::Canvas(int width, int height, int bits) : m_width(width), m_height(heigh
 Canvas::Canvas(std::string_view picture, int bits)
     : Canvas(widthOf(picture), heightOf(picture), bits) {
     show(picture);
+}
+
+Canvas Canvas::asLargeAs(std::string_view picture, int bits) {
+    return {widthOf(picture), heightOf(picture), bits};
 }
 
 Canvas::~Canvas() {

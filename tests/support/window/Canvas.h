@@ -2,6 +2,7 @@
 #pragma once
 #include "platform/window/surface.h"
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -15,16 +16,19 @@ public:
     static constexpr int kMonochrome = -1;
 
     // bits: of a section of 1, 4, 8, 24 or 32 bits, which knows all colours above (1 bit: black and
-    // white); 0 for a compatible bitmap; kMonochrome.
-    Canvas(int width, int height, int bits = 0);
+    // white) unless it gets a table of its own; 0 for a compatible bitmap; kMonochrome.
+    Canvas(int width, int height, int bits = 0, std::span<const platform::RGBQUAD> table = {});
     // As large as the picture, and showing it.
     explicit Canvas(std::string_view picture, int bits = 0);
+    // As large as the picture, and white.
+    [[nodiscard]] static Canvas asLargeAs(std::string_view picture, int bits = 0);
     ~Canvas();
     Canvas(const Canvas&) = delete;
     Canvas& operator=(const Canvas&) = delete;
 
     [[nodiscard]] platform::HDC hdc() const { return m_hDC; }
     [[nodiscard]] platform::HBITMAP bitmap() const { return m_bitmap; }
+    [[nodiscard]] platform::SIZE size() const { return {m_width, m_height}; }
     // The rows of a section, bottom row first; nullptr without one.
     [[nodiscard]] std::uint8_t* bits() const { return m_bits; }
     [[nodiscard]] std::string picture() const;
