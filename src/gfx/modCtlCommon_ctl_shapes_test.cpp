@@ -1,6 +1,7 @@
 #include "gfx/modCtlCommon_ctl_shapes.h"
 
 #include "gfx/modCtlCommon_ctl_colors.h"
+#include "gfx/modCtlCommon_ctl_faces.h"
 #include "platform/window/recorder.h"
 #include "support/gui/Golden.h"
 #include "support/window/Canvas.h"
@@ -189,7 +190,8 @@ TEST(Shapes, LeaveTheContextAsItWas) {
     EXPECT_EQ(selected(), before);
 }
 
-TEST(Shapes, DrawNothingWithoutAContext) {
+TEST(Shapes, DrawNothingWithoutAContextOrASize) {
+    const Canvas canvas(9, 9);
     const platform::DrawingRecorder recorder;
     const HDC gone = platform::CreateCompatibleDC(0);
     platform::DeleteDC(gone);
@@ -201,7 +203,10 @@ TEST(Shapes, DrawNothingWithoutAContext) {
         GradientV(hDC, 0, 0, 5, 5, 0, 0xFFFFFF);
         GradientH(hDC, 0, 0, 5, 5, 0, 0xFFFFFF);
         DrawFocus(hDC, {0, 0, 5, 5});
+        DrawFlatFace(hDC, {0, 0, 9, 9}, {});
+        DrawButtonFace(hDC, {0, 0, 9, 9}, {.bBorder = true});
     }
+    DrawFlatFace(canvas.hdc(), {5, 5, 5, 9}, {});
     EXPECT_EQ(recorder.text(), "");
 }
 

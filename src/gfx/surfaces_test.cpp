@@ -312,43 +312,37 @@ TEST(clsDIBSection, GivesBackThePaletteItMade) {
 }
 
 TEST(clsDIBSection, ClonesAtItsOwnOrAnotherDepth) {
-    const Canvas source("rg\nb.\n");
+    const auto shown = [](const clsDIBSection& section) {
+        return std::to_string(section.Bpp()) + " bits:\n" + pictureOf(section);
+    };
+    const Canvas source("rg\nb.\n"), monochrome("#.\n", Canvas::kMonochrome);
     clsDIBSection deep, indexed, copied;
     deep.CloneFromHdc(source.hdc());
-    EXPECT_EQ(deep.Bpp(), 24);
-    EXPECT_EQ(pictureOf(deep), "rg\nb.\n");
+    EXPECT_EQ(shown(deep), "24 bits:\nrg\nb.\n");
     deep.CloneFromHdc(deep.Hdc(), -1, nullptr, 0, 1, 2, 1);  // a part of itself
-    EXPECT_EQ(deep.Bpp(), 24);
-    EXPECT_EQ(pictureOf(deep), "b.\n");
+    EXPECT_EQ(shown(deep), "24 bits:\nb.\n");
     EXPECT_EQ(raised([&] { deep.CloneFromHdc(deep.Hdc(), 8); }),
               "clsDIBSection: Palette is required!");
-    EXPECT_EQ(pictureOf(deep), "b.\n");
+    EXPECT_EQ(shown(deep), "24 bits:\nb.\n");
     deep.CloneFromHdc(source.hdc(), -1, nullptr, 1, 0, 1, 2);
-    EXPECT_EQ(deep.Bpp(), 32);
-    EXPECT_EQ(pictureOf(deep), "g\n.\n");
+    EXPECT_EQ(shown(deep), "32 bits:\ng\n.\n");
 
     clsDIBSection::PaletteSlot slot(std::in_place);
     slot->Add(255, 255, 255);
     slot->Add(255, 0, 0);
     indexed.CloneFromHdc(source.hdc(), 4, &slot);
-    EXPECT_EQ(indexed.Bpp(), 4);
-    EXPECT_EQ(pictureOf(indexed), "r#\n#.\n");  // the rest of the table is black
+    EXPECT_EQ(shown(indexed), "4 bits:\nr#\n#.\n");  // the rest of the table is black
     copied.CloneFromDib(indexed);
-    EXPECT_EQ(copied.Bpp(), 4);
+    EXPECT_EQ(shown(copied), "4 bits:\nr#\n#.\n");
     EXPECT_EQ(copied.Palette()->Red(2), 255);
-    EXPECT_EQ(pictureOf(copied), "r#\n#.\n");
     copied.CloneFromDib(copied, 32);
-    EXPECT_EQ(copied.Bpp(), 32);
-    EXPECT_EQ(pictureOf(copied), "r#\n#.\n");
+    EXPECT_EQ(shown(copied), "32 bits:\nr#\n#.\n");
 
     const clsGdiHandle bitmap(looseBitmap(2, 1));
     copied.CloneFromHBmp(bitmap.Handle(), -1);
-    EXPECT_EQ(copied.Bpp(), 32);
-    EXPECT_EQ(pictureOf(copied), "r.\n");
-    const Canvas monochrome("#.\n", Canvas::kMonochrome);
+    EXPECT_EQ(shown(copied), "32 bits:\nr.\n");
     copied.CloneFromHdc(monochrome.hdc(), -1);
-    EXPECT_EQ(copied.Bpp(), 1);
-    EXPECT_EQ(pictureOf(copied), "#.\n");
+    EXPECT_EQ(shown(copied), "1 bits:\n#.\n");
 }
 
 TEST(clsDIBSection, GivesItsSectionAway) {
