@@ -94,11 +94,9 @@ TEST(clsPalette, FindsTheClosestByCityBlocks) {
 TEST(clsPalette, TakesTheTableOfASurface) {
     clsPalette palette;
     clsDIBSection section;
-    for (const int bits : {1, 4, 8}) {
-        section.CreateDC(2, 2, bits);
-        palette.CreateFromDib(section);
-        EXPECT_EQ(palette.Count(), 1 << bits);
-    }
+    section.CreateDC(2, 2, 8);
+    palette.CreateFromDib(section);
+    EXPECT_EQ(palette.Count(), 256);
     EXPECT_EQ(dump(palette, 124, 126), "C0FFFF FFFFFF 000000");
     section.CreateDC(2, 2, 24);
     EXPECT_EQ(test::raised([&] { palette.CreateFromDib(section); }),

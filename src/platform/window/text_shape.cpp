@@ -17,6 +17,10 @@ namespace {
 // What a text may need at most to be kept complete; a usual line of 200 characters needs 30,000.
 constexpr std::int64_t kMaxKeptPixels = 1 << 20;
 
+// The caches: at most so many texts, and so many bytes in all.
+constexpr std::uint32_t kShapedEntries = 2048, kWidthEntries = 8192;
+constexpr std::size_t kShapedBytes = 24U << 20, kWidthBytes = 8U << 20;
+
 TextCache<ShapedText>& shapedCache() {
     static TextCache<ShapedText> cache(kShapedEntries, kShapedBytes);
     return cache;
@@ -254,10 +258,6 @@ const ShapedText& shaped(const Face& face, TextView text, const ShapeOptions& op
     addPixels(shape, line, text, room);
     const std::size_t bytes = shape.mask.size() + shape.own.size() * sizeof(std::uint32_t);
     return shapedCache().insert(face.id, variant, text, std::move(shape), bytes);
-}
-
-TextCacheUse textCacheUse() {
-    return {shapedCache().size(), shapedCache().bytes(), widthCache().size(), widthCache().bytes()};
 }
 
 void clearShapedText() {

@@ -39,13 +39,7 @@ struct ShapedText {
 // The same by itself, always complete, past the cache.
 [[nodiscard]] ShapedText shapedNow(const Face& face, TextView text, const ShapeOptions& options);
 
-// The caches: at most so many texts, and so many bytes in all.
-constexpr std::uint32_t kShapedEntries = 2048, kWidthEntries = 8192;
-constexpr std::size_t kShapedBytes = 24U << 20, kWidthBytes = 8U << 20;
-struct TextCacheUse {
-    std::size_t shapedEntries = 0, shapedBytes = 0, widthEntries = 0, widthBytes = 0;
-};
-[[nodiscard]] TextCacheUse textCacheUse();
+// Empties the caches of texts and widths.
 void clearShapedText();
 
 }  // namespace platform

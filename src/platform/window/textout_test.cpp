@@ -2,7 +2,6 @@
 
 #include "platform/window/recorder.h"
 #include "platform/window/surface.h"
-#include "platform/window/text_shape.h"
 #include "support/gui/Golden.h"
 #include "support/window/Canvas.h"
 #include "support/window/texts.h"
@@ -290,9 +289,6 @@ TEST(DrawTextW, AMebiOfUnitsInOneLineIsDrawnWhereItIsSeen) {
         const auto times = static_cast<std::int32_t>(huge.size() / unit.size());
         EXPECT_EQ(sizeOf(huge, flags).cx, times * sizeOf(unit, flags).cx);
     }
-    const TextCacheUse use = textCacheUse();
-    EXPECT_LE(use.shapedBytes, kShapedBytes);
-    EXPECT_LE(use.widthBytes, kWidthBytes);
 
     // Many lines of one unit, of which four are in sight.
     const Text lines = repeated(u"a\n", kHuge);
@@ -317,22 +313,6 @@ TEST(DrawTextW, TakesAnyUnitsAnyRectangleAndHugeFonts) {
                       flags | (flags % 3 != 0 ? DT_RTLREADING : DT_EDITCONTROL));
         }
     }
-}
-
-TEST(DrawTextW, CachesDontGrowWithTheNumberOfTexts) {
-    const test::Canvas canvas(100, 20);
-    for (std::uint32_t i = 0; i < kWidthEntries + 500; ++i) {
-        const Text text{u'\u65E5', static_cast<char16_t>(u'0' + i % 10),
-                        static_cast<char16_t>(0x4E00 + i / 10)};
-        RECT rect{0, 0, 100, 20};
-        if (i < kShapedEntries + 500) DrawTextW(canvas.hdc(), text, rect, DT_SINGLELINE);
-        DrawTextW(canvas.hdc(), text, rect, DT_SINGLELINE | DT_CALCRECT);
-    }
-    const TextCacheUse use = textCacheUse();
-    EXPECT_EQ(use.shapedEntries, kShapedEntries);
-    EXPECT_EQ(use.widthEntries, kWidthEntries);
-    EXPECT_LE(use.shapedBytes, kShapedBytes);
-    EXPECT_LE(use.widthBytes, kWidthBytes);
 }
 
 TEST(DrawTextW, DoesNothingOnAnUnknownContextAndTellsTheRecorderOfDrawingOnly) {
