@@ -5,11 +5,12 @@
 #include "platform/window/testhooks.h"
 #include "support/raised.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
-#include <functional>
 #include <gtest/gtest.h>
 #include <random>
+#include <utility>
 
 namespace {
 
@@ -106,97 +107,80 @@ TEST(clsPalette, TakesTheTableOfASurface) {
 
 // ---- Reduction, as simple as can be: ranges are halved on the way, nothing is remembered.
 
-class PlainOctree {
-public:
-    explicit PlainOctree(int levels) : m_levels(levels), m_nodes(2) {}
+struct PlainOctree {
+    using Channels = std::array<int, 3>;
+    struct Node {
+        bool leaf = false, listed = false;
+        Channels sums{};
+        int count = 0;
+        std::array<int, 8> children{};
+    };
 
-    void add(int red, int green, int blue) {
-        addAt(1, 1, {Range{0, 255}, {0, 255}, {0, 255}}, {red, green, blue});
+    void add(const Channels& color) {
+        Channels low{}, high{255, 255, 255};
+        for (int at = 1, level = 1;; ++level) {
+            int position = 0;
+            for (int i = 0; i < 3; ++i) {
+                const auto middle = static_cast<int>(std::nearbyint(low[i] / 2.0 + high[i] / 2.0));
+                const bool upper = color[i] > middle;
+                (upper ? low : high)[i] = middle;
+                if (upper) position += 1 << i;
+            }
+            at = childOf(at, position, level);
+            Node& node = nodes[at];
+            if (node.leaf) {
+                if (node.count++ == 0) ++leaves;
+                for (int i = 0; i < 3; ++i) node.sums[i] += color[i];
+                return;
+            }
+            if (!std::exchange(node.listed, true)) reducible[level].push_back(at);
+        }
+    }
+    int childOf(int at, int position, int level) {
+        if (const int child = nodes[at].children[position]; child != 0) return child;
+        if (free.empty()) {
+            free.push_back(static_cast<int>(nodes.size()));
+            nodes.emplace_back();
+        }
+        const int child = nodes[at].children[position] = free.back();
+        free.pop_back();
+        nodes[child].leaf = level == levels;
+        return child;
     }
     bool reduce() {
-        for (int level = m_levels; level >= 1; --level) {
-            if (m_reducible[level].empty()) continue;
-            Node& node = m_nodes[m_reducible[level].back()];
-            m_reducible[level].pop_back();
-            for (int& child : node.children) {
-                if (child == 0) continue;
-                for (int i = 0; i < 3; ++i) node.sums[i] += m_nodes[child].sums[i];
-                node.count += m_nodes[child].count;
-                m_nodes[child] = Node();
-                m_free.push_back(child);
-                child = 0;
-                --leaves;
-            }
-            node.leaf = true;
-            ++leaves;
-            return true;
+        const auto deepest = std::find_if(reducible.rbegin(), reducible.rend(),
+                                          [](const auto& list) { return !list.empty(); });
+        if (deepest == reducible.rend()) return false;
+        Node& node = nodes[deepest->back()];
+        deepest->pop_back();
+        for (const int child : std::exchange(node.children, {})) {
+            if (child == 0) continue;
+            for (int i = 0; i < 3; ++i) node.sums[i] += nodes[child].sums[i];
+            node.count += nodes[child].count;
+            nodes[child] = Node();
+            free.push_back(child);
+            --leaves;
         }
-        return false;
+        node.leaf = true;
+        ++leaves;
+        return true;
     }
     clsPalette palette() const {
         clsPalette made;
-        for (const Node& node : m_nodes) {
-            if (!node.leaf) continue;
-            std::uint8_t channels[3];
-            for (int i = 0; i < 3; ++i) {
-                channels[i] = static_cast<std::uint8_t>(
+        for (const Node& node : nodes) {
+            const auto average = [&node](int i) {
+                return static_cast<std::uint8_t>(
                     std::nearbyint(static_cast<double>(node.sums[i]) / node.count));
-            }
-            made.Add(channels[0], channels[1], channels[2]);
+            };
+            if (node.leaf) made.Add(average(0), average(1), average(2));
         }
         return made;
     }
-    int leaves = 0;
 
-private:
-    struct Range {
-        int low, high;
-    };
-    struct Node {
-        bool leaf = false, listed = false;
-        int sums[3] = {}, count = 0;
-        int children[8] = {};
-    };
-
-    void addAt(int at, int level, std::array<Range, 3> ranges, const std::array<int, 3>& color) {
-        int position = 0;
-        for (int i = 0; i < 3; ++i) {
-            const int middle =
-                static_cast<int>(std::nearbyint(ranges[i].low / 2.0 + ranges[i].high / 2.0));
-            if (color[i] <= middle) {
-                ranges[i].high = middle;
-            } else {
-                ranges[i].low = middle;
-                position += 1 << i;
-            }
-        }
-        int child = m_nodes[at].children[position];
-        if (child == 0) {
-            if (m_free.empty()) {
-                child = static_cast<int>(m_nodes.size());
-                m_nodes.emplace_back();
-            } else {
-                child = m_free.back();
-                m_free.pop_back();
-            }
-            m_nodes[at].children[position] = child;
-            m_nodes[child].leaf = level == m_levels;
-        }
-        Node& node = m_nodes[child];
-        if (node.leaf) {
-            if (node.count++ == 0) ++leaves;
-            for (int i = 0; i < 3; ++i) node.sums[i] += color[i];
-            return;
-        }
-        if (!node.listed) m_reducible[level].push_back(child);
-        node.listed = true;
-        addAt(child, level + 1, ranges, color);
-    }
-
-    int m_levels;
-    std::vector<Node> m_nodes;
-    std::vector<int> m_free;
-    std::array<std::vector<int>, 9> m_reducible;
+    int levels, leaves = 0;
+    std::vector<Node> nodes = std::vector<Node>(2);
+    std::vector<int> free{};
+    std::array<std::vector<int>, 9> reducible{};
 };
 
 // Pictures of three kinds: noise, a ramp with some noise, and few colours.
@@ -223,11 +207,11 @@ TEST(CreateOptimal, GivesTheResultOfTheSimpleTree) {
         clsDIBSection section;
         section.CreateDC(61, 47, 24);
         fillPicture(section, i % 3, random);
-        PlainOctree tree(levels);
+        PlainOctree tree{levels};
         for (int y = 0; y < 47; ++y) {
             const std::uint8_t* line = section.BitsPtr() + y * section.BytesPerScanLine();
             for (int x = 0; x < 61; ++x, line += 3) {
-                tree.add(line[2], line[1], line[0]);
+                tree.add({line[2], line[1], line[0]});
                 while (tree.leaves > most && tree.reduce()) {
                 }
             }

@@ -1,17 +1,17 @@
-#include "file/clsUniFile.h"
 #include "file/pvWindowsVersion.h"
 #include "gfx/modCtlCommon_src_errors.h"
 #include "gfx/modCtlCommon_src_helpers.h"
 #include "platform/base/codepages.h"
 #include "platform/base/failure.h"
-#include "platform/base/files.h"
-#include "platform/base/process.h"
 #include "platform/base/testhooks.h"
 #include "platform/window/dialogs.h"
 #include "platform/window/input.h"
 #include "platform/window/testhooks.h"
 
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <regex>
 #include <stdexcept>
 
@@ -113,29 +113,19 @@ TEST(ErrorText, ReportsTheFailureBeingHandled) {
     EXPECT_EQ(toUtf8(ErrorText(u"a")), "a (0) -  ERL: 0");
 }
 
-// The log beside the test program: empty at first, and what was there before is put back.
-class LogFile {
-public:
-    LogFile() {
-        char16_t program[4096];
-        const auto length = platform::GetModuleFileNameW(4096, program);
-        m_file = ufu_FilePath({program, length}, false) + u"\\debug.txt";
-        EXPECT_FALSE(ufu_FileExist(m_file)) << "there is a log already";
-    }
-    ~LogFile() { (void)platform::DeleteFileW(m_file); }
+// The log beside the test program, which is gone afterwards.
+struct LogFile {
+    LogFile() { EXPECT_EQ(bytes(), "no file") << "there is a log already"; }
+    ~LogFile() { std::filesystem::remove(path); }
     LogFile(const LogFile&) = delete;
     LogFile& operator=(const LogFile&) = delete;
 
     [[nodiscard]] std::string bytes() const {
-        clsUniFile file;
-        if (!file.OpenFileRead(m_file)) return "no file";
-        Bytes read(static_cast<std::size_t>(file.LOF()));
-        (void)file.ReadBytes(read);
-        return {read.begin(), read.end()};
+        std::ifstream file(path, std::ios::binary);
+        return file ? std::string(std::istreambuf_iterator<char>(file), {}) : "no file";
     }
-
-private:
-    Text m_file;
+    const std::filesystem::path path =
+        std::filesystem::read_symlink("/proc/self/exe").replace_filename("debug.txt");
 };
 
 TEST(LogDebug, AppendsALineInTheAnsiCodePageAndIgnoresFailures) {

@@ -104,50 +104,36 @@ TEST(BitBlt, SetsTheUnusedBytesThatASectionLeftOpen) {
     }
 }
 
-// Each operation against its definition: a table of three bits.
+// Each operation against its definition, a table of three bits: on the bytes of rows whose pixels
+// are colours, and of rows with two indexes in each byte.
 TEST(BitBlt, KnowsAll256RasterOperations) {
     std::mt19937 random(7);
-    Canvas source(8, 1), canvas(8, 1), small(8, 1, 4), smallSource(8, 1, 4);
     for (std::uint32_t code = 0; code < 256; ++code) {
-        const COLORREF color = static_cast<COLORREF>(random() & 0xFFFFFF);
-        const Selected brush(canvas.hdc(), CreateSolidBrush(color));
-        const Selected smallBrush(small.hdc(), CreateSolidBrush(color));
-        COLORREF s[8], d[8];
-        std::uint8_t was[4];
-        for (int x = 0; x < 8; ++x) {
-            s[x] = SetPixel(source.hdc(), x, 0, static_cast<COLORREF>(random() & 0xFFFFFF));
-            d[x] = SetPixel(canvas.hdc(), x, 0, static_cast<COLORREF>(random() & 0xFFFFFF));
-        }
-        for (int i = 0; i < 4; ++i) {
-            was[i] = small.bits()[i] = static_cast<std::uint8_t>(random());
-            smallSource.bits()[i] = static_cast<std::uint8_t>(random());
-        }
-        const auto expected = [&](std::uint32_t pattern, std::uint32_t from, std::uint32_t to) {
-            std::uint32_t result = 0;
-            for (unsigned bit = 0; bit < 32; ++bit) {
-                const auto index =
-                    (pattern >> bit & 1) << 2 | (from >> bit & 1) << 1 | (to >> bit & 1);
-                result |= (code >> index & 1) << bit;
+        for (const int bits : {4, 32}) {
+            const int bytes = bits;  // of a row of 8 pixels
+            const Canvas source(8, 1, bits), canvas(8, 1, bits);
+            const auto color = static_cast<COLORREF>(random() & 0xFFFFFF);
+            const Selected brush(canvas.hdc(), CreateSolidBrush(color));
+            std::vector<unsigned> from, to;
+            for (int i = 0; i < bytes; ++i) {
+                from.push_back(source.bits()[i] = static_cast<std::uint8_t>(random()));
+                to.push_back(canvas.bits()[i] = static_cast<std::uint8_t>(random()));
             }
-            return result;
-        };
-        BitBlt(canvas.hdc(), 0, 0, 8, 1, source.hdc(), 0, 0, code << 16);
-        BitBlt(small.hdc(), 0, 0, 8, 1, smallSource.hdc(), 0, 0, code << 16 | 0x1234);
-        for (int x = 0; x < 8; ++x) {
-            EXPECT_EQ(static_cast<std::uint32_t>(GetPixel(canvas.hdc(), x, 0)),
-                      expected(static_cast<std::uint32_t>(color), static_cast<std::uint32_t>(s[x]),
-                               static_cast<std::uint32_t>(d[x])) &
-                          0xFFFFFF)
-                << code;
-        }
-        // Indexes of 4 bits, two in a byte, all at once.
-        const std::uint32_t index = valueOf(*dcOf(small.hdc())->bitmap, color);
-        for (int i = 0; i < 4; ++i) {
-            EXPECT_EQ(small.bits()[i], expected(index * 0x11, smallSource.bits()[i], was[i]) & 0xFF)
-                << code;
+            BitBlt(canvas.hdc(), 0, 0, 8, 1, source.hdc(), 0, 0, code << 16 | 0x1234);
+            const std::uint32_t value = valueOf(*dcOf(canvas.hdc())->bitmap, color);
+            for (int i = 0; i < bytes; ++i) {
+                const std::uint32_t pattern = bits == 4 ? value * 0x11 : value >> i % 4 * 8;
+                std::uint32_t expected = 0;
+                for (unsigned bit = 0; bit < 8; ++bit) {
+                    const auto index =
+                        (pattern >> bit & 1) << 2 | (from[i] >> bit & 1) << 1 | (to[i] >> bit & 1);
+                    expected |= (code >> index & 1) << bit;
+                }
+                if (bits == 32 && i % 4 == 3) expected = 0xFF;  // the unused byte
+                EXPECT_EQ(canvas.bits()[i], expected) << code << ", " << bits << " bits";
+            }
         }
     }
-    EXPECT_EQ(dcOf(canvas.hdc())->bitmap->row(0)[0] >> 24, 0xFFU);
 }
 
 TEST(BitBlt, OperationsWithoutASourceNeedNone) {
