@@ -1,8 +1,10 @@
+#include "platform/window/mask.h"
 #include "platform/window/recorder.h"
 #include "platform/window/surface.h"
 #include "platform/window/surface_internal.h"
 #include "support/window/Canvas.h"
 
+#include <algorithm>
 #include <climits>
 #include <gtest/gtest.h>
 
@@ -102,6 +104,9 @@ TEST(RoundRect, HasFourEqualRoundCorners) {
         {{0, 0, 8, 8},
          99,  // a circle
          "..####..\n.#yyyy#.\n#yyyyyy#\n#yyyyyy#\n#yyyyyy#\n#yyyyyy#\n.#yyyy#.\n..####..\n"},
+        {{0, 0, 14, 4},  // so flat that the outline is two pixels wide in places
+         99,
+         "..##########..\n##yyyyyyyyyy##\n##yyyyyyyyyy##\n..##########..\n"},
         {{0, 0, 3, 2}, 0, "###.\n###.\n....\n"},
         {{2, 2, 3, 3}, 8, "....\n....\n..#.\n....\n"},
         {{3, 3, 1, 1}, 8, "....\n....\n....\n....\n"},
@@ -187,6 +192,18 @@ TEST(Regions, ARoundedOneCoversAWindowWithEqualCorners) {
     EXPECT_TRUE(DeleteObject(none));
     EXPECT_EQ(CreateRoundRectRgn(INT_MIN, 0, INT_MAX, 9, 2, 2), 0U);
     EXPECT_EQ(CreateRoundRectRgn(0, 0, 9, 40'000, 2, 2), 0U);
+}
+
+TEST(Regions, OfAPictureHoldWhatHasAnotherColour) {
+    const Canvas picture("..#..\n..##.\nr.#g.\nr.#g.\n.....\n#####\n"), white(3, 2);
+    const HRGN region = createMaskRgn(picture.bitmap(), 0xFFFFFF),
+               none = createMaskRgn(white.bitmap(), 0xFFFFFF);
+    const RECT kRects[] = {{2, 0, 3, 1}, {2, 1, 4, 2}, {0, 2, 1, 4}, {2, 2, 4, 4}, {0, 5, 5, 6}};
+    EXPECT_TRUE(std::ranges::equal(regionRects(region), kRects));
+    EXPECT_TRUE(regionRects(none).empty());
+    EXPECT_TRUE(DeleteObject(region));
+    EXPECT_TRUE(DeleteObject(none));
+    EXPECT_EQ(createMaskRgn(0, 0), 0U);
 }
 
 // ---- The recorder
