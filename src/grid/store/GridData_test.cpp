@@ -3,10 +3,10 @@
 #include "grid/store/gridDump_test.h"
 #include "grid/store/plainSort_test.h"
 #include "platform/base/collation.h"
+#include "support/Random.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <random>
 
 class GridPicture {};
 
@@ -167,16 +167,16 @@ TEST(GridData, SplitsRowTextsAtTabs) {
         EXPECT_EQ(dumpCells(grid), c.cells);
     }
     // Fields that are split already give the same rows, also one empty field, which is no field.
-    std::mt19937 random(5);
+    test::Random random(5);
     for (int i = 0; i < 2000; ++i) {
         NotingGrid joined(4);
         joined.AddColumn({.iType = 1});
         NotingGrid split(4);
         split.AddColumn({.iType = 1});
-        std::vector<Text> fields(random() % 7);
+        std::vector<Text> fields(random.below(7U));
         Text row;
         for (Text& field : fields) {
-            field.assign(random() % 3 == 0 ? 0 : random() % 40, u'1');
+            field.assign(random.oneIn(3) ? 0 : random.below(40), u'1');
             row.append(&field == fields.data() ? u"" : u"\t").append(field);
         }
         const std::vector<TextView> views(fields.begin(), fields.end());
@@ -373,9 +373,10 @@ struct PlainGrid {
 };
 
 TEST(GridData, AgreesWithAPlainListOfRecordsOverRandomSteps) {
-    std::mt19937 random(11);
-    const auto below = [&random](std::size_t n) { return random() % n; };
-    const auto someText = [&] { return Text(below(2) * below(60), u"aAbBcxyz"[below(8)]); };
+    test::Random random(11);
+    const auto someText = [&] {
+        return Text(random.below(2U) * random.below(60U), u"aAbBcxyz"[random.below(8)]);
+    };
     const std::int32_t kTypes[] = {0, 0, 1};
     GridData grid;
     for (const std::int32_t iType : kTypes) grid.AddColumn({.iType = iType});
@@ -393,9 +394,9 @@ TEST(GridData, AgreesWithAPlainListOfRecordsOverRandomSteps) {
     };
     const auto setValue = [&] {
         GridCell& cell = rows[r][c];
-        cell.Value = c < 2           ? GridValue(someText())
-                     : below(3) == 0 ? GridValue(u"")
-                                     : GridValue(static_cast<double>(number));
+        cell.Value = c < 2             ? GridValue(someText())
+                     : random.oneIn(3) ? GridValue(u"")
+                                       : GridValue(static_cast<double>(number));
         grid.CellValue(iRow, iCol, cell.Value);
     };
     const std::function<void()> kSteps[] = {
@@ -418,7 +419,7 @@ TEST(GridData, AgreesWithAPlainListOfRecordsOverRandomSteps) {
         },
         [&] {
             CellPicture& picture = rows[r][c].Picture;
-            picture.oPic = below(2) == 0 ? nullptr : std::make_shared<GridPicture>();
+            picture.oPic = random.oneIn(2) ? nullptr : std::make_shared<GridPicture>();
             picture.lPicXTransp = number;
             grid.SetCellPicture(iRow, iCol, picture.oPic, {.lPicXTransp = number});
         },
@@ -428,13 +429,13 @@ TEST(GridData, AgreesWithAPlainListOfRecordsOverRandomSteps) {
             for (std::size_t i = r; i < rows.size(); ++i) rows[i][0].Selected = number % 2 == 0;
         },
         [&] {
-            if (below(3) != 0) return;
+            if (!random.oneIn(3)) return;
             grid.SortByColum(iCol, number % 2 == 0);
             plain.sort(c, kTypes[c] == 0, number % 2 == 0);
         },
         [&] {
-            if (below(50) != 0) return;
-            rows.resize(below(2) == 0 ? 0 : rows.size() / 2);
+            if (!random.oneIn(50)) return;
+            rows.resize(random.oneIn(2) ? 0 : rows.size() / 2);
             grid.Rows(static_cast<std::int32_t>(rows.size()));
         },
     };
@@ -442,12 +443,12 @@ TEST(GridData, AgreesWithAPlainListOfRecordsOverRandomSteps) {
     for (int step = 0; step < 10000; ++step) {
         const std::size_t count = rows.size();
         mostRows = std::max(mostRows, count);
-        r = count == 0 ? 0 : below(count);
-        c = below(3);
+        r = count == 0 ? 0 : random.below(count);
+        c = random.below(3U);
         iRow = static_cast<std::int32_t>(r + 1);
         iCol = static_cast<std::int32_t>(c + 1);
-        number = static_cast<std::int32_t>(below(20));
-        kSteps[count == 0 ? 0 : below(std::size(kSteps))]();
+        number = random.below(20);
+        (count == 0 ? addRow : random.oneOf(kSteps))();
         ASSERT_EQ(grid.Rows(), static_cast<std::int32_t>(rows.size()));
         if (step % 20 != 0) continue;
         for (std::size_t i = 0; i < rows.size(); ++i) {

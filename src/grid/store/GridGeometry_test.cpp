@@ -1,8 +1,8 @@
 #include "grid/store/gridDump_test.h"
 #include "grid/store/plainGrid_test.h"
+#include "support/Random.h"
 
 #include <gtest/gtest.h>
-#include <random>
 
 namespace test {
 namespace {
@@ -386,13 +386,10 @@ struct FullMeasuring {
 };
 
 TEST(GridGeometry, KeptMeasuresAgreeWithMeasuringAnewOverRandomSteps) {
-    std::mt19937 random(3);
-    const auto below = [&random](std::int32_t n) {
-        return static_cast<std::int32_t>(random() % static_cast<std::uint32_t>(n));
-    };
+    Random random(3);
     const auto someText = [&] {
-        Text s(static_cast<std::size_t>(below(30)), u'x');
-        if (!s.empty() && below(4) == 0) s[static_cast<std::size_t>(below(int(s.size())))] = u'\n';
+        Text s(random.below(30U), u'x');
+        if (!s.empty() && random.oneIn(4)) s[random.below(s.size())] = u'\n';
         return s;
     };
     PlainGrid grid;
@@ -412,41 +409,41 @@ TEST(GridGeometry, KeptMeasuresAgreeWithMeasuringAnewOverRandomSteps) {
         [&] { grid.RemoveRow(iRow); },
         [&] { grid.RemoveRow(); },
         [&] {
-            const auto picture = below(2) == 0 ? nullptr : std::make_shared<GridPicture>();
+            const auto picture = random.oneIn(2) ? nullptr : std::make_shared<GridPicture>();
             grid.SetCellPicture(iRow, iCol, picture);
         },
-        [&] { grid.SortByColum(iCol, below(2) == 0); },
+        [&] { grid.SortByColum(iCol, random.oneIn(2)); },
         [&] {
-            grid.column(iCol).SwapRows(iRow, below(grid.Rows()) + 1);
+            grid.column(iCol).SwapRows(iRow, random.below(grid.Rows()) + 1);
             grid.Refresh();
         },
         [&] { grid.ColText(iCol, someText()); },
     };
     const std::function<void()> kRareSteps[] = {
-        [&] { grid.ColWidth(2, 12 + below(90)); },
+        [&] { grid.ColWidth(2, 12 + random.below(90)); },
         [&] {
-            if (grid.Cols() == 3) grid.RemoveColumn(below(3) + 1);
-            if (grid.Cols() == 2 && below(2) == 0) grid.AddColumn({});
+            if (grid.Cols() == 3) grid.RemoveColumn(random.below(3) + 1);
+            if (grid.Cols() == 2 && random.oneIn(2)) grid.AddColumn({});
         },
         [&] { grid.Clear(false); },
         [&] { grid.AllowMultiLineText(!grid.AllowMultiLineText()); },
-        [&] { grid.MinRowHeight(below(40)); },
+        [&] { grid.MinRowHeight(random.below(40)); },
     };
     std::int32_t mostRows = 0;
     for (int step = 0; step < 10000; ++step) {
         const std::int32_t rows = grid.Rows();
         mostRows = std::max(mostRows, rows);
-        iRow = rows == 0 ? 0 : below(rows) + 1;
-        iCol = below(grid.Cols()) + 1;
-        const bool lock = below(3) == 0;  // several changes before the next measuring
+        iRow = rows == 0 ? 0 : random.below(rows) + 1;
+        iCol = random.below(grid.Cols()) + 1;
+        const bool lock = random.oneIn(3);  // several changes before the next measuring
         if (lock) grid.BeginUpdate();
-        if (below(30) == 0) {
-            kRareSteps[below(std::size(kRareSteps))]();
+        if (random.oneIn(30)) {
+            random.oneOf(kRareSteps)();
         } else {
-            kSteps[rows == 0 ? 0 : below(std::size(kSteps))]();
+            (rows == 0 ? addRow : random.oneOf(kSteps))();
         }
         if (lock) grid.NoUpdate();
-        if (below(3) != 0) continue;
+        if (!random.oneIn(3)) continue;
         grid.Refresh();
         const FullMeasuring full(grid);
         for (std::int32_t c = 1; c <= grid.Cols(); ++c) {

@@ -1,8 +1,8 @@
 #include "grid/store/gridDump_test.h"
 #include "grid/store/plainGrid_test.h"
+#include "support/Random.h"
 
 #include <gtest/gtest.h>
-#include <random>
 #include <set>
 
 namespace test {
@@ -23,56 +23,39 @@ void makeRows(PlainGrid& grid, std::int32_t rows, bool multiSelect = false) {
 float rowAt(std::int32_t shown) { return static_cast<float>(18 * shown + 5); }
 
 TEST(GridInteraction, APressOnARowMakesItCurrent) {
+    const auto plain = [](PlainGrid&) {};
+    const auto scrolled = [](PlainGrid& g) { g.ColWidth(1, 200), g.HScroll_Value(1000); };
+    const auto multiLine = [](PlainGrid& g) { g.AllowMultiLineText(true), g.MultiSelect(true); };
     const struct {
+        std::function<void(PlainGrid&)> prepare;
         float x, y;
         std::int16_t button;
-        std::int32_t row;
         std::string notes;
     } kCases[] = {
-        {10, 40, 1, 2, "change 2 up click"},
-        {10, 40, 2, -1, "up click"},  // only the left button
-        {10, 10, 1, -1, "up"},        // the header
-        {117, 40, 1, 2, "change 2 up click"},
-        {118, 40, 1, -1, "up"},       // right of the last column
-        {10, 80, 1, -1, "up click"},  // below the last row
+        {plain, 10, 40, 1, "change 2 up click"},
+        {plain, 10, 40, 2, "up click"},  // only the left button
+        {plain, 10, 10, 1, "up"},        // the header
+        {plain, 117, 40, 1, "change 2 up click"},
+        {plain, 118, 40, 1, "up"},                    // right of the last column, which counts
+        {scrolled, 300, 40, 1, "change 2 up click"},  // while there is no horizontal bar
+        {plain, 10, 80, 1, "up click"},               // below the last row
+        {multiLine, 10, 19, 1, "up click"},           // counts as the header there
+        {multiLine, 10, 21, 1, "change 1 up click"},
+        // Unmeasured: nothing but releases, as every x is right of no columns.
+        {[](PlainGrid& g) { g.Clear(); }, 10, 40, 1, "up"},
     };
     for (const auto& c : kCases) {
         PlainGrid grid;
         makeRows(grid, 3);
         grid.column(1).bSortable = false;
+        c.prepare(grid);
+        (void)grid.notes();
         grid.click(c.x, c.y, c.button);
-        EXPECT_EQ(grid.Row(), c.row) << c.x << "," << c.y;
         EXPECT_EQ(grid.notes(), c.notes) << c.x << "," << c.y;
     }
-}
-
-TEST(GridInteraction, TheAreaRightOfTheColumnsCountsWhileThereIsAHorizontalBar) {
-    PlainGrid grid;
-    makeRows(grid, 3);
-    grid.ColWidth(1, 200);
-    (void)grid.notes();
-    grid.HScroll_Value(1000);
-    grid.click(199, 40);
-    EXPECT_EQ(grid.notes(), "change 2 up click");
-}
-
-TEST(GridInteraction, APressInAnUnmeasuredGridIsIgnored) {
-    PlainGrid grid;
-    grid.click(10, 40);
-    grid.doubleClick(10, 10);
-    grid.move(5, 5);
-    EXPECT_EQ(grid.Row(), -1);
-    EXPECT_EQ(grid.notes(), "up up up");  // nothing but releases; every x is right of no columns
-}
-
-TEST(GridInteraction, APressOnTheFirstPixelsOfAMultiLineRowIsIgnoredWhereItCountsAsHeader) {
-    PlainGrid grid;
-    grid.AllowMultiLineText(true);
-    makeRows(grid, 3, true);
-    grid.click(10, 19);
-    EXPECT_EQ(grid.notes(), "up click");
-    grid.click(10, 21);
-    EXPECT_EQ(grid.notes(), "change 1 up click");
+    PlainGrid never;
+    never.doubleClick(10, 40);
+    EXPECT_EQ(never.notes(), "up up");
 }
 
 TEST(GridInteraction, SelectsRowsByMouseAndKeys) {
@@ -82,63 +65,45 @@ TEST(GridInteraction, SelectsRowsByMouseAndKeys) {
         std::int16_t key;
         std::string selection;
     };
-    const std::vector<Step> kRuns[] = {
-        {{0, 3, 0, "3"}, {kShift, 5, 0, "3 4 5"}, {kShift, 1, 0, "1 2 3"}, {0, 2, 0, "2"}},
-        {{0, 3, 0, "3"}, {kCtrl, 5, 0, "3 5"}, {kCtrl, 3, 0, "5"}, {kShift, 4, 0, "3 4"}},
-        {{kShift, 4, 0, "4"}, {kShift | kCtrl, 2, 0, "2 3 4"}},
-        {{0, 2, 0, "2"},
-         {0, 0, kDown, "3"},
-         {kShift, 0, kDown, "3 4"},
-         {kShift, 0, kUp, "3"},
-         {kCtrl, 0, kDown, "3"},
-         {kCtrl, 0, kEnd, "3"},
-         {kShift, 0, kHome, "1 2 3"}},
-        {{0, 0, kDown, ""}, {0, 0, kDown, "1"}},  // from no row to row 0 to row 1
-        {{0, 1, 0, "1"}, {0, 0, kRight, "1"}, {4, 2, 0, "2"}},
+    const struct {
+        bool multiSelect;
+        std::vector<Step> steps;
+    } kRuns[] = {
+        {true, {{0, 3, 0, "3"}, {kShift, 5, 0, "3 4 5"}, {kShift, 1, 0, "1 2 3"}, {4, 2, 0, "2"}}},
+        {true, {{0, 3, 0, "3"}, {kCtrl, 5, 0, "3 5"}, {kCtrl, 3, 0, "5"}, {kShift, 4, 0, "3 4"}}},
+        {true, {{kShift, 4, 0, "4"}, {kShift | kCtrl, 2, 0, "2 3 4"}}},
+        {true,
+         {{0, 2, 0, "2"},
+          {0, 0, kDown, "3"},
+          {kShift, 0, kDown, "3 4"},
+          {kCtrl, 0, kDown, "3 4"},
+          {kShift, 0, kHome, "1 2 3"},
+          {0, 0, kRight, "1"}}},
+        {true, {{0, 0, kDown, ""}, {0, 0, kDown, "1"}}},  // from no row to row 0 to row 1
+        {false, {{kShift, 2, 0, "2"}, {kShift, 4, 0, "4"}, {kCtrl, 0, kUp, "3"}}},
     };
     for (const auto& run : kRuns) {
         PlainGrid grid;
         grid.surface.size.cy = 200;
-        makeRows(grid, 6, true);
-        for (const Step& step : run) {
+        makeRows(grid, 6, run.multiSelect);
+        EXPECT_EQ(grid.CountSelected(), 0);
+        for (const Step& step : run.steps) {
             grid.shift = step.shift;
             if (step.row > 0) {
                 grid.click(10, rowAt(step.row));
+                EXPECT_EQ(grid.Row(), step.row);  // also when it is deselected
             } else {
                 grid.key(step.key);
             }
-            EXPECT_EQ(grid.selection(), step.selection) << &step - run.data();
+            EXPECT_EQ(grid.selection(), step.selection)
+                << "run " << &run - kRuns << " step " << &step - run.steps.data();
         }
+        grid.Clear(false);  // forgets where a selection began
+        grid.Rows(6);
+        grid.shift = kShift;
+        grid.click(10, rowAt(4));
+        EXPECT_EQ(grid.selection(), "4");
     }
-    PlainGrid grid;
-    makeRows(grid, 6, true);
-    grid.click(10, rowAt(3));
-    grid.shift = kCtrl;
-    grid.click(10, rowAt(3));
-    EXPECT_EQ(grid.selection(), "");
-    EXPECT_EQ(grid.Row(), 3);  // moved to, though deselected
-}
-
-TEST(GridInteraction, ClearForgetsWhereASelectionBegan) {
-    PlainGrid grid;
-    makeRows(grid, 6, true);
-    grid.click(10, rowAt(2));
-    grid.Clear(false);
-    grid.Rows(6);
-    grid.shift = kShift;
-    grid.click(10, rowAt(4));
-    EXPECT_EQ(grid.selection(), "4");
-}
-
-TEST(GridInteraction, WithoutMultiSelectTheSelectionIsTheCurrentRow) {
-    PlainGrid grid;
-    makeRows(grid, 6);
-    EXPECT_EQ(grid.CountSelected(), 0);
-    grid.shift = kShift;
-    grid.click(10, rowAt(2));
-    grid.click(10, rowAt(4));
-    EXPECT_EQ(grid.selection(), "4");
-    EXPECT_EQ(grid.CountSelected(), 1);
 }
 
 TEST(GridInteraction, KeysMoveAndScroll) {
@@ -183,22 +148,13 @@ TEST(GridInteraction, KeysMoveAndScroll) {
     makeRows(grid, 20);
     EXPECT_FALSE(grid.key(65));
     grid.ColWidth(1, 155);  // 15 pixels too wide
-    grid.key(kRight);
-    EXPECT_EQ(grid.HScroll_Value(), 10);
-    grid.key(kRight);
-    EXPECT_EQ(grid.HScroll_Value(), 14);
-    grid.key(kLeft);
-    EXPECT_EQ(grid.HScroll_Value(), 4);
-    grid.key(kLeft);
-    EXPECT_EQ(grid.HScroll_Value(), 0);
-    grid.key(kRight);
-    grid.key(kHome);
-    EXPECT_EQ(grid.HScroll_Value(), 0);
-}
-
-TEST(GridInteraction, HomeWithoutRowsScrollsToTheTop) {
-    PlainGrid grid;
-    makeRows(grid, 0);
+    const std::int32_t kScrolling[][2] = {{kRight, 10}, {kRight, 14}, {kLeft, 4},
+                                          {kLeft, 0},   {kRight, 10}, {kHome, 0}};
+    for (const auto& [key, left] : kScrolling) {
+        grid.key(static_cast<std::int16_t>(key));
+        EXPECT_EQ(grid.HScroll_Value(), left);
+    }
+    grid.Rows(0);
     grid.v.onChange = nullptr;  // a frame would set the maximum itself
     grid.VScroll_Max(50);
     grid.VScroll_Value(20);
@@ -218,7 +174,11 @@ TEST(GridInteraction, EventsComeBeforeOrAfterTheGridsOwnPart) {
     grid.MouseMove = [&](auto, auto, float, float) { note("move"); };
     grid.MouseDown = [&](auto, auto, float, float) { note("down"); };
     grid.MouseWheel = [&](auto, auto, float, float, bool) { note("wheel"); };
-    grid.KeyDown = [&](std::int16_t&, std::int16_t&) { note("key"); };
+    grid.KeyDown = [&](std::int16_t& KeyCode, std::int16_t&) {
+        note("key");
+        if (KeyCode == kUp) KeyCode = 0;     // keeps it from the grid
+        if (KeyCode == 74) KeyCode = kDown;  // J
+    };
     grid.KeyUp = [&](std::int16_t& KeyCode, std::int16_t&) {
         note("key up");
         KeyCode = 7;
@@ -228,59 +188,56 @@ TEST(GridInteraction, EventsComeBeforeOrAfterTheGridsOwnPart) {
         KeyAscii = 8;
     };
     grid.press(10, rowAt(2));
-    grid.key(kDown);
+    grid.key(kUp);
+    grid.key(74);
     grid.wheel(0, -120, 0, 0);
     grid.move(59, 5);
     grid.move(59, 5);
-    EXPECT_EQ(heard, "move row -1 top 0\ndown row 2 top 0\nkey row 2 top 0\n"
-                     "wheel row 3 top 0\nmove row 3 top 3\nmove row 3 top 3 edge\n");
-    heard.clear();
     std::int16_t code = kDown, unit = u'x', none = 0;
     grid.keyUp(code, none);
     grid.keyPress(unit);
-    EXPECT_EQ(heard, "key up row 3 top 3 edge\nkey press row 3 top 3 edge\n");
+    EXPECT_EQ(heard, "move row -1 top 0\ndown row 2 top 0\nkey row 2 top 0\nkey row 2 top 0\n"
+                     "wheel row 3 top 0\nmove row 3 top 3\nmove row 3 top 3 edge\n"
+                     "key up row 3 top 3 edge\nkey press row 3 top 3 edge\n");
     EXPECT_EQ(code * 10 + unit, 78);  // what the owner made of them
 }
 
-TEST(GridInteraction, TheOwnerMayKeepAKeyFromTheGrid) {
-    PlainGrid grid;
-    makeRows(grid, 5);
-    grid.KeyDown = [](std::int16_t& KeyCode, std::int16_t&) {
-        if (KeyCode == kDown) KeyCode = 0;
-        if (KeyCode == 74) KeyCode = kDown;  // J
+TEST(GridInteraction, DrawsOnceForEachInputAndMeasuresOnlyForOthersSurroundings) {
+    const struct {
+        std::function<void(PlainGrid&)> act;
+        int frames, atOnce, questions;
+        std::string notes;
+    } kCases[] = {
+        {[](PlainGrid& g) { g.key(kDown); }, 1, 1, 0, "change 2"},
+        {[](PlainGrid& g) { g.click(10, rowAt(3)); }, 1, 1, 0, "change 3 up click"},
+        {[](PlainGrid& g) { g.FocusSelectedRow(true, false); }, 1, 0, 0, ""},
+        {[](PlainGrid& g) { g.FocusSelectedRow(false, true); }, 0, 0, 0, ""},
+        {[](PlainGrid& g) { g.VScroll_Value(10); }, 1, 1, 0, ""},
+        {[](PlainGrid& g) { g.VScroll_Value(0); }, 0, 0, 0, ""},
+        {[](PlainGrid& g) { g.vScrollDragged(); }, 1, 1, 0, "vscroll"},
+        {[](PlainGrid& g) { g.hScrollDragged(); }, 1, 1, 0, "hscroll"},
+        {[](PlainGrid& g) { g.focusChanged(true), g.focusChanged(false); }, 2, 0, 0, ""},
+        {[](PlainGrid& g) { g.ShowFocus(false), g.focusChanged(true); }, 1, 0, 0, ""},
+        // "Xg", a header, and fifty cells.
+        {[](PlainGrid& g) { g.ambientChanged(); }, 1, 0, 52, ""},
     };
-    grid.key(kDown);
-    EXPECT_EQ(grid.Row(), -1);
-    grid.key(74);
-    EXPECT_EQ(grid.Row(), 0);
-}
-
-TEST(GridInteraction, DrawsOncePerKey) {
     for (const bool multiSelect : {false, true}) {
-        PlainGrid grid;
-        makeRows(grid, 5, multiSelect);
-        grid.Row(1);
-        grid.frames = grid.framesAtOnce = 0;
-        grid.key(kDown);
-        EXPECT_EQ(grid.frames, 1);
-        EXPECT_EQ(grid.framesAtOnce, 1);
-        grid.click(10, rowAt(4));
-        EXPECT_EQ(grid.frames, 2);
-        EXPECT_EQ(grid.framesAtOnce, 2);
-        const int questions = grid.surface.questions;
-        grid.key(kUp);
-        EXPECT_EQ(grid.surface.questions, questions);  // nothing is measured for it
+        for (const auto& c : kCases) {
+            PlainGrid grid;
+            makeRows(grid, 50, multiSelect);
+            grid.ColWidth(2, -1);
+            grid.Row(1);
+            grid.VScroll = [&] { grid.note("vscroll"); };
+            grid.HScroll = [&] { grid.note("hscroll"); };
+            (void)grid.notes();
+            grid.frames = grid.framesAtOnce = grid.surface.questions = 0;
+            c.act(grid);
+            EXPECT_EQ(grid.frames, c.frames) << &c - kCases;
+            EXPECT_EQ(grid.framesAtOnce, c.atOnce) << &c - kCases;
+            EXPECT_EQ(grid.surface.questions, c.questions) << &c - kCases;
+            EXPECT_EQ(grid.notes(), c.notes) << &c - kCases;
+        }
     }
-}
-
-TEST(GridInteraction, OtherSurroundingsAreMeasuredAnew) {
-    PlainGrid grid;
-    makeRows(grid, 5);
-    grid.ColWidth(1, -1);
-    const int frames = grid.frames, questions = grid.surface.questions;
-    grid.ambientChanged();
-    EXPECT_EQ(grid.frames, frames + 1);
-    EXPECT_GE(grid.surface.questions, questions + 5);
 }
 
 TEST(GridInteraction, TheWheelScrollsByRowsOrPixels) {
@@ -310,35 +267,6 @@ TEST(GridInteraction, TheWheelScrollsByRowsOrPixels) {
     EXPECT_EQ(grid.notes(), "wheel 5 2 700,-5 down wheel 2 2 0,0 up");
 }
 
-TEST(GridInteraction, BarsDrawAtOnceAndTellOfDrags) {
-    PlainGrid grid;
-    makeRows(grid, 50);
-    int vertical = 0, horizontal = 0;
-    grid.VScroll = [&] { ++vertical; };
-    grid.HScroll = [&] { ++horizontal; };
-    grid.frames = grid.framesAtOnce = 0;
-    grid.VScroll_Value(10);
-    EXPECT_EQ(grid.framesAtOnce, 1);
-    grid.VScroll_Value(10);
-    EXPECT_EQ(grid.frames, 1);
-    grid.vScrollDragged();
-    grid.hScrollDragged();
-    EXPECT_EQ(grid.framesAtOnce, 3);
-    EXPECT_EQ(vertical + horizontal, 2);
-}
-
-TEST(GridInteraction, FocusRedrawsWhereItShows) {
-    PlainGrid grid;
-    makeRows(grid, 5);
-    grid.frames = 0;
-    grid.focusChanged(true);
-    grid.focusChanged(false);
-    EXPECT_EQ(grid.frames, 2);
-    grid.ShowFocus(false);
-    grid.focusChanged(true);
-    EXPECT_EQ(grid.frames, 3);
-}
-
 TEST(GridInteraction, HeaderClicksSort) {
     PlainGrid grid;
     makeRows(grid, 0);
@@ -358,19 +286,22 @@ TEST(GridInteraction, HeaderClicksSort) {
     EXPECT_EQ(clicked(80), "bac");  // another column: ascending again
     EXPECT_TRUE(grid.isSortedColumn(2));
     EXPECT_EQ(clicked(20), "abc");
-    // Moved by a pixel, released elsewhere, pressed below the header, another button.
-    grid.press(20, 5);
-    grid.release(21, 5);
-    EXPECT_EQ(column(), "abc");
-    grid.press(20, 5);
-    grid.release(20, 50);
-    EXPECT_EQ(column(), "cba");
-    grid.press(20, 50);
-    grid.release(20, 5);
-    grid.click(20, 5, 2);
-    EXPECT_EQ(column(), "cba");
-    // A double click sorts once: its second press is none.
-    grid.doubleClick(20, 5);
+    const struct {
+        float downX, downY, upX, upY;
+        std::int16_t button;
+        std::string rows;
+    } kPresses[] = {
+        {20, 5, 21, 5, 1, "abc"},   // moved by a pixel
+        {20, 5, 20, 50, 1, "cba"},  // released elsewhere
+        {20, 50, 20, 5, 1, "cba"},  // pressed below the header
+        {20, 5, 20, 5, 2, "cba"},   // another button
+    };
+    for (const auto& c : kPresses) {
+        grid.press(c.downX, c.downY, c.button);
+        grid.release(c.upX, c.upY, c.button);
+        EXPECT_EQ(column(), c.rows) << &c - kPresses;
+    }
+    grid.doubleClick(20, 5);  // sorts once: its second press is none
     EXPECT_EQ(column(), "abc");
     // The column of the last sort may have been named by its key.
     grid.SortByColum(u"b", true);
@@ -429,11 +360,7 @@ TEST(GridInteraction, ColumnEdgesAreDraggedAndGivenBack) {
     EXPECT_EQ(grid.ColWidth(1), 12 * 6 + 10);
     grid.drag(120, 5);  // a double click ends it
     EXPECT_EQ(grid.ColWidth(1), 82);
-}
-
-TEST(GridInteraction, EdgesAreFoundInTheScrolledContent) {
-    PlainGrid grid;
-    makeRows(grid, 3);
+    // In scrolled content.
     grid.ColWidth(1, 180);
     grid.HScroll_Value(30);
     grid.move(149, 5);
@@ -456,6 +383,7 @@ TEST(GridInteraction, TheOwnerMayCallBackFromEveryEvent) {
         [](PlainGrid& g) { g.Rows(0); },
         [](PlainGrid& g) { g.SortByColum(1, true); },
         [](PlainGrid& g) { g.RemoveColumn(); },
+        [](PlainGrid& g) { g.AddColumn({}); },
         [](PlainGrid& g) { g.AllowMultiLineText(!g.AllowMultiLineText()); },
         [](PlainGrid& g) { g.VScroll_Value(g.VScroll_Max()); },
         [](PlainGrid& g) { g.MultiSelect(!g.MultiSelect()); },
@@ -524,10 +452,7 @@ TEST(GridInteraction, AFailingOwnerLeavesTheGridUsable) {
 
 // Rows as a plain list of names with marks, and the rules of selection on it.
 TEST(GridInteraction, AgreesWithAPlainModelOverRandomSteps) {
-    std::mt19937 random(17);
-    const auto below = [&random](std::int32_t n) {
-        return static_cast<std::int32_t>(random() % static_cast<std::uint32_t>(n));
-    };
+    Random random(17);
     PlainGrid grid;
     makeRows(grid, 0, true);
     grid.ColSortable(1, false);
@@ -538,94 +463,89 @@ TEST(GridInteraction, AgreesWithAPlainModelOverRandomSteps) {
     };
     std::vector<Item> items;
     std::int32_t row = -1, anchor = -1, names = 0;
+    const auto rows = [&] { return static_cast<std::int32_t>(items.size()); };
+    const auto item = [&](std::int32_t i) -> Item& {
+        return items[static_cast<std::size_t>(i) - 1];
+    };
     const auto select = [&](std::int32_t at, bool byMouse) {
-        const std::int32_t rows = static_cast<std::int32_t>(items.size());
-        if (at < 1 || at > rows) return;
+        if (at < 1 || at > rows()) return;
         const bool shift = (grid.shift & kShift) != 0, control = (grid.shift & kCtrl) != 0;
         if (shift || !control) {
-            for (Item& item : items) item.selected = false;
+            for (Item& each : items) each.selected = false;
         }
         if (shift) {
-            if (anchor < 1 || anchor > rows) anchor = at;
+            if (anchor < 1 || anchor > rows()) anchor = at;
             for (std::int32_t i = std::min(at, anchor); i <= std::max(at, anchor); ++i) {
-                items[static_cast<std::size_t>(i) - 1].selected = true;
+                item(i).selected = true;
             }
         } else if (!control || byMouse) {
             anchor = at;
-            bool& selected = items[static_cast<std::size_t>(at) - 1].selected;
-            selected = control ? !selected : true;
+            item(at).selected = control ? !item(at).selected : true;
         }
     };
-    for (int step = 0; step < 10000; ++step) {
-        const std::int32_t rows = static_cast<std::int32_t>(items.size());
-        grid.shift = below(4);
-        switch (below(12)) {
-        case 0:
-        case 1:
-            items.push_back({++names, false});
-            grid.AddRow(GridValue(names).toText());
-            break;
-        case 2:
-            if (rows > 0) {
-                const std::int32_t gone = below(rows) + 1;
-                grid.RemoveRow(gone);
-                items.erase(items.begin() + (gone - 1));
-                if (row == gone) row = rows == 1 ? -1 : std::min(row, rows - 1);
-            }
-            break;
-        case 3:
-            row = below(rows + 3) - 1;
+    const auto addRow = [&] {
+        items.push_back({++names, false});
+        grid.AddRow(GridValue(names).toText());
+    };
+    const auto click = [&] {
+        const std::int32_t shown = random.below(6), at = shown + grid.VScroll_Value();
+        grid.click(10, rowAt(shown));
+        if (shown == 0 || at > rows()) return;
+        select(at, true);
+        row = at;
+    };
+    const auto moveByKey = [&] {
+        const bool down = random.oneIn(2);
+        grid.key(down ? kDown : kUp);
+        if (down ? row < rows() : row >= 2) row += down ? 1 : -1;
+        select(row, false);
+    };
+    const std::function<void()> kSteps[] = {
+        addRow,
+        addRow,
+        click,
+        click,
+        click,
+        moveByKey,
+        moveByKey,
+        [&] {
+            if (items.empty()) return;
+            const std::int32_t gone = random.below(rows()) + 1;
+            grid.RemoveRow(gone);
+            items.erase(items.begin() + (gone - 1));
+            if (row == gone) row = items.empty() ? -1 : std::min(row, rows());
+        },
+        [&] {
+            row = random.below(rows() + 3) - 1;
             grid.Row(row);
-            if (row < 1 || row > rows) row = -1;
-            break;
-        case 4:
-        case 5:
-        case 6: {
-            const std::int32_t at = below(6) + grid.VScroll_Value();
-            const std::int32_t shown = at - grid.VScroll_Value();
-            grid.click(10, rowAt(shown));
-            if (shown > 0 && at <= rows) {
-                select(at, true);
-                row = at;
-            }
-            break;
-        }
-        case 7:
-        case 8: {
-            const std::int16_t key = below(2) == 0 ? kDown : kUp;
-            grid.key(key);
-            if (key == kDown ? row < rows : row >= 2) row += key == kDown ? 1 : -1;
-            select(row, false);
-            break;
-        }
-        case 9: {
-            const bool end = below(2) == 0;
+            if (row < 1 || row > rows()) row = -1;
+        },
+        [&] {
+            const bool end = random.oneIn(2);
             grid.key(end ? kEnd : kHome);
-            if (rows > 0) row = end ? rows : 1;
+            if (!items.empty()) row = end ? rows() : 1;
             select(row, false);
-            break;
-        }
-        case 10:
-            grid.wheel(0, below(2) == 0 ? 120 : -120, 0, 0);
-            break;
-        case 11:
-            if (below(20) == 0) {
-                grid.Clear(false);
-                items.clear();
-                row = anchor = -1;
-            }
-            break;
-        }
-        ASSERT_EQ(grid.Rows(), static_cast<std::int32_t>(items.size())) << step;
+        },
+        [&] { grid.wheel(0, random.oneIn(2) ? 120 : -120, 0, 0); },
+        [&] {
+            if (!random.oneIn(20)) return;
+            grid.Clear(false);
+            items.clear();
+            row = anchor = -1;
+        },
+    };
+    for (int step = 0; step < 10000; ++step) {
+        grid.shift = random.below(4);
+        random.oneOf(kSteps)();
+        ASSERT_EQ(grid.Rows(), rows()) << step;
         ASSERT_EQ(grid.Row(), row) << step;
         if (!items.empty()) {
             ASSERT_GE(grid.VScroll_Value(), 0) << step;
             ASSERT_LE(grid.VScroll_Value(), grid.VScroll_Max()) << step;
         }
-        for (std::size_t i = 0; i < items.size(); ++i) {
-            const auto iRow = static_cast<std::int32_t>(i) + 1;
-            ASSERT_EQ(grid.CellText(iRow, 1), GridValue(items[i].name).toText()) << step;
-            ASSERT_EQ(grid.RowSel(iRow), items[i].selected) << step << " row " << iRow;
+        for (std::int32_t i = 1; i <= rows(); ++i) {
+            ASSERT_EQ(grid.CellText(i, 1), GridValue(item(i).name).toText()) << step;
+            ASSERT_EQ(grid.RowSel(i), item(i).selected) << step << " row " << i;
         }
     }
 }

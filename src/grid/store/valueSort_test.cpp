@@ -4,10 +4,10 @@
 #include "grid/store/gridDump_test.h"
 #include "grid/store/plainSort_test.h"
 #include "platform/base/testhooks.h"
+#include "support/Random.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <random>
 #include <set>
 
 namespace {
@@ -50,11 +50,11 @@ std::vector<std::uint32_t> slowInput(std::int32_t count, bool greatest) {
 }
 
 TEST(valueSort, LeavesEqualValuesInTheOrderThatTheDescribedStepsLeave) {
-    std::mt19937 random(7);
+    test::Random random(7);
     for (const std::uint32_t count : {0, 1, 2, 20, 21, 22, 50, 300, 1000, 5000}) {
         for (const std::uint32_t different : {1U, 2U, 5U, 100U, 100000U}) {
             std::vector<std::uint32_t> ranks(count);
-            for (std::uint32_t& rank : ranks) rank = random() % different;
+            for (std::uint32_t& rank : ranks) rank = random.below(different);
             expectDescribedOrder(ranks);
             std::sort(ranks.begin(), ranks.end());
             expectDescribedOrder(ranks);
@@ -158,10 +158,10 @@ private:
 };
 
 TEST(SortByColum, AsksTheOwnerInTheDescribedOrder) {
-    std::mt19937 random(3);
+    test::Random random(3);
     for (const std::size_t count : {2U, 3U, 7U, 40U, 200U}) {
         std::vector<std::int32_t> values(count);
-        for (std::int32_t& value : values) value = static_cast<std::int32_t>(random() % count);
+        for (std::int32_t& value : values) value = static_cast<std::int32_t>(random.below(count));
         const PlainCustomSort plain(values);
 
         GridData grid;
