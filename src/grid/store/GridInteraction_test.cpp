@@ -36,8 +36,8 @@ TEST(GridInteraction, APressOnARowMakesItCurrent) {
         {plain, 10, 40, 2, "up click"},  // only the left button
         {plain, 10, 10, 1, "up"},        // the header
         {plain, 117, 40, 1, "change 2 up click"},
-        {plain, 118, 40, 1, "up"},                    // right of the last column, which counts
-        {scrolled, 300, 40, 1, "change 2 up click"},  // while there is no horizontal bar
+        {plain, 118, 40, 1, "up"},                    // right of the last column
+        {scrolled, 300, 40, 1, "change 2 up click"},  // counts while there is a horizontal bar
         {plain, 10, 80, 1, "up click"},               // below the last row
         {multiLine, 10, 19, 1, "up click"},           // counts as the header there
         {multiLine, 10, 21, 1, "change 1 up click"},
