@@ -9,11 +9,11 @@
 #include "platform/base/failure.h"
 #include "platform/window/recorder.h"
 #include "platform/window/testhooks.h"
+#include "support/Random.h"
 #include "support/gui/Golden.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <random>
 
 namespace test {
 namespace {
@@ -88,16 +88,19 @@ protected:
     }
     std::string taken() { return std::exchange(notes, {}); }
 
-    void press(POINT at, platform::WPARAM button = platform::MK_LBUTTON) {
-        platform::test::mouse(grid.Pic().hWnd(), MouseAction::Move, at, 0);
-        platform::test::mouse(grid.Pic().hWnd(), MouseAction::Press, at, button, button);
+    void move(HWND hWnd, POINT at, platform::WPARAM held = 0) const {
+        platform::test::mouse(hWnd, MouseAction::Move, at, 0, held);
     }
-    void release(POINT at, platform::WPARAM button = platform::MK_LBUTTON) {
-        platform::test::mouse(grid.Pic().hWnd(), MouseAction::Release, at, button);
+    void press(HWND hWnd, POINT at, MouseAction action = MouseAction::Press) const {
+        move(hWnd, at);
+        platform::test::mouse(hWnd, action, at, platform::MK_LBUTTON, platform::MK_LBUTTON);
     }
-    void click(POINT at) {
-        press(at);
-        release(at);
+    void release(HWND hWnd, POINT at) const {
+        platform::test::mouse(hWnd, MouseAction::Release, at, platform::MK_LBUTTON);
+    }
+    void click(HWND hWnd, POINT at, MouseAction action = MouseAction::Press) const {
+        press(hWnd, at, action);
+        release(hWnd, at);
     }
 
     platform::test::WindowHookScope hooks;
@@ -339,15 +342,15 @@ TEST_F(GridTest, HugeCellsAndTinyWindowsAreDrawn) {
             for (std::int32_t c = 1; c <= 2; ++c) grid.ColWidth(c, iWidth);
             grid.HScroll_Value(grid.HScroll_Max() / 2);
             (void)grid.GetCellRect(2, 2);
-            click({5, 30});
-            platform::test::mouse(grid.Pic().hWnd(), MouseAction::Move, {5, 5}, 0);
+            click(grid.Pic().hWnd(), {5, 30});
+            move(grid.Pic().hWnd(), {5, 5});
         }
     }
     for (const SIZE size : {SIZE{1, 1}, SIZE{0, 0}, SIZE{25, 5}, SIZE{300, 30}}) {
         grid.move(0, 0, size.cx, size.cy);
         grid.Row(1);
         grid.Row(2);
-        click({0, 0});
+        click(grid.Pic().hWnd(), {0, 0});
         settle();
     }
 }
@@ -355,74 +358,69 @@ TEST_F(GridTest, HugeCellsAndTinyWindowsAreDrawn) {
 // Whatever comes, from the desktop and from the owner: frames go on, and what is kept between them
 // makes no difference to what is seen.
 TEST_F(GridTest, RandomStepsLeaveThePictureThatAFreshGridWouldShow) {
-    std::mt19937 random(23);
-    const auto below = [&random](int n) {
-        return static_cast<int>(random() % static_cast<unsigned>(n));
-    };
+    Random random(23);
     const auto someText = [&] {
         static constexpr TextView kPieces[] = {
             u"word ",       u"\r\n", u"\n", u"&", u"\u4e2d\u6587", u"\u05e9\u05dc\u05d5\u05dd ",
             u"longer text "};
         Text s;
-        for (int n = below(6); n > 0; --n) s += kPieces[below(7)];
+        for (int n = random.below(6); n > 0; --n) s += random.oneOf(kPieces);
         return s;
     };
-    const auto addColumn = [&](ctlUniGrid& to, const Text& header, std::int32_t iWidth) {
+    const auto addColumn = [](ctlUniGrid& to, const Text& header, std::int32_t iWidth) {
         to.AddColumn({.sText = header, .iWidth = iWidth, .bSortable = true});
     };
     grid.SelectionChange = nullptr;
     grid.ShowFocus(false);
     for (const std::int32_t iWidth : {-1, 70, -1}) addColumn(grid, u"Header", iWidth);
+    std::int32_t iRow = 0, iCol = 0;
+    const auto addRow = [&] {
+        grid.AddRow(someText() + u"\t" + someText() + u"\t" + someText(), random.oneIn(3));
+    };
+    const auto use = [&] {
+        const auto somewhere = [&] {
+            return POINT{random.below(grid.ScaleWidth()), random.below(grid.ScaleHeight())};
+        };
+        press(grid.Pic().hWnd(), somewhere());
+        platform::test::pressKey(grid.hWnd(), 33 + random.below(8));
+        release(grid.Pic().hWnd(), somewhere());
+    };
+    const std::function<void()> kSteps[] = {
+        addRow,
+        addRow,
+        use,
+        use,
+        [&] { grid.RemoveRow(iRow); },
+        [&] { grid.CellText(iRow, iCol, someText()); },
+        [&] { grid.CellBackColor(iRow, iCol, random.oneIn(2) ? -1 : 0x80FFFF); },
+        [&] { grid.SortByColum(iCol, random.oneIn(2)); },
+        [&] { grid.ColWidth(2, random.oneIn(2) ? -1 : random.below(150)); },
+        [&] {
+            grid.VScroll_Value(random.below(grid.VScroll_Max() + 1));
+            grid.HScroll_Value(random.below(grid.HScroll_Max() + 1));
+        },
+        [&] {
+            const bool shift = random.oneIn(3);
+            platform::test::setKeysDown(std::vector<std::int32_t>(shift ? 1 : 0, 16));
+            grid.MultiSelect(random.oneIn(2));
+        },
+        [&] {
+            if (random.oneIn(5)) grid.AllowMultiLineText(!grid.AllowMultiLineText());
+        },
+        [&] {
+            if (!random.oneIn(7)) return;
+            grid.move(random.below(9), random.below(9), 60 + random.below(400),
+                      40 + random.below(200));
+        },
+        [&] {
+            if (random.oneIn(11)) grid.Font({.Name = u"Arial", .Size = 7.0 + random.below(8)});
+        },
+    };
     for (int step = 0; step < 1500; ++step) {
         const std::int32_t rows = grid.Rows();
-        const std::int32_t iRow = rows == 0 ? 0 : below(rows) + 1;
-        const std::int32_t iCol = below(3) + 1;
-        switch (rows == 0 ? 0 : below(14)) {
-        case 0:
-        case 1:
-            grid.AddRow(someText() + u"\t" + someText() + u"\t" + someText(), below(3) == 0);
-            break;
-        case 2:
-            grid.RemoveRow(iRow);
-            break;
-        case 3:
-            grid.CellText(iRow, iCol, someText());
-            break;
-        case 4:
-            grid.CellBackColor(iRow, iCol, below(2) == 0 ? -1 : 0x80FFFF);
-            break;
-        case 5:
-            grid.SortByColum(iCol, below(2) == 0);
-            break;
-        case 6:
-            if (step % 5 == 0) grid.AllowMultiLineText(!grid.AllowMultiLineText());
-            break;
-        case 7:
-            grid.ColWidth(2, below(2) == 0 ? -1 : below(150));
-            break;
-        case 8:
-            grid.VScroll_Value(below(grid.VScroll_Max() + 1));
-            grid.HScroll_Value(below(grid.HScroll_Max() + 1));
-            break;
-        case 9:
-            if (step % 7 == 0) grid.move(below(9), below(9), 60 + below(400), 40 + below(200));
-            break;
-        case 10:
-            if (step % 11 == 0) {
-                grid.Font({.Name = u"Arial", .Size = 7.0 + below(8)});
-            }
-            break;
-        case 11:
-            platform::test::setKeysDown(below(3) == 0 ? std::vector<std::int32_t>{16}
-                                                      : std::vector<std::int32_t>{});
-            grid.MultiSelect(below(2) == 0);
-            break;
-        default:
-            press({below(grid.ScaleWidth()), below(grid.ScaleHeight())});
-            platform::test::pressKey(grid.hWnd(), 33 + below(8));
-            release({below(grid.ScaleWidth()), below(grid.ScaleHeight())});
-            break;
-        }
+        iRow = rows == 0 ? 0 : random.below(rows) + 1;
+        iCol = random.below(3) + 1;
+        (rows == 0 ? addRow : random.oneOf(kSteps))();
         if (step % 25 != 0) continue;
         // The same state in a grid that has never shown anything else.
         ctlUniGrid fresh;
@@ -435,8 +433,8 @@ TEST_F(GridTest, RandomStepsLeaveThePictureThatAFreshGridWouldShow) {
         for (std::int32_t c = 1; c <= 3; ++c) {
             addColumn(fresh, grid.ColText(c), grid.column(c).iMaxWidth);
         }
+        fresh.Rows(grid.Rows());
         for (std::int32_t i = 1; i <= grid.Rows(); ++i) {
-            fresh.AddRow();
             for (std::int32_t c = 1; c <= 3; ++c) {
                 fresh.column(c).record(i, grid.column(c).record(i));
             }
@@ -452,131 +450,117 @@ TEST_F(GridTest, RandomStepsLeaveThePictureThatAFreshGridWouldShow) {
         settle();
         grid.Refresh();
         const SIZE size{grid.Pic().ScaleWidth(), grid.Pic().ScaleHeight()};
+        if (size.cx <= 0 || size.cy <= 0) continue;
         const auto picture = [&](const ctlUniGrid& of) {
             return painted(size, [&](platform::HDC hDC) {
                 platform::BitBlt(hDC, 0, 0, size.cx, size.cy, of.Pic().hDC(), 0, 0,
                                  platform::SRCCOPY);
             });
         };
-        if (size.cx <= 0 || size.cy <= 0) continue;
         ASSERT_TRUE(picture(grid).pixels == picture(fresh).pixels) << "step " << step;
     }
 }
 
 TEST_F(GridTest, PropertiesRedrawMeasureOrDoNeither) {
     makePair();
-    const auto frames = [&](const auto& change) {
-        platform::DrawingRecorder recorder(grid.Pic().hDC());
-        change();
-        const std::string whole = "FillRect 0,0," + std::to_string(grid.Pic().ScaleWidth()) + "," +
-                                  std::to_string(grid.Pic().ScaleHeight()) + " ";
-        return std::ranges::count_if(recorder.lines(),
-                                     [&](const auto& line) { return line.starts_with(whole); });
-    };
-    EXPECT_EQ(frames([&] { grid.BackColor(grid.BackColor()); }), 1);
-    EXPECT_EQ(frames([&] { grid.HeaderStyle(2); }), 1);
-    EXPECT_EQ(frames([&] { grid.ShowFocus(true); }), 1);
-    EXPECT_EQ(frames([&] { grid.Tip(u"tip"); }), 0);
-    EXPECT_EQ(frames([&] { grid.MultiSelect(true); }), 0);
-    EXPECT_EQ(frames([&] { grid.ScrollOnMouseWheel(false); }), 0);
-    const std::int32_t before = grid.ColWidth(2), height = grid.RowHeight();
-    EXPECT_EQ(frames([&] { grid.Font({.Name = u"Arial", .Size = 20}); }), 1);
-    EXPECT_GT(grid.ColWidth(2), before);
-    EXPECT_GT(grid.RowHeight(), height);
-    EXPECT_EQ(frames([&] { grid.ApplyFontChanges(); }), 1);
-}
-
-TEST_F(GridTest, PropertiesStartWithTheirDefaults) {
+    const std::int32_t width = grid.ColWidth(2), height = grid.RowHeight();
     const struct {
-        const char* name;
-        std::int64_t value, wanted;
+        std::function<void()> change;
+        int frames;
     } kCases[] = {
-        {"BorderColor", grid.BorderColor(), -1},
-        {"BackColor", static_cast<std::uint32_t>(grid.BackColor()), 0x80000005},
-        {"ForeColor", static_cast<std::uint32_t>(grid.ForeColor()), 0x80000008},
-        {"CellsBorderColor", grid.CellsBorderColor(), -1},
-        {"SelBackColor", static_cast<std::uint32_t>(grid.SelBackColor()), 0x8000000D},
-        {"SelForeColor", static_cast<std::uint32_t>(grid.SelForeColor()), 0x8000000E},
-        {"HeaderBackColor", static_cast<std::uint32_t>(grid.HeaderBackColor()), 0x8000000F},
-        {"HeaderForeColor", static_cast<std::uint32_t>(grid.HeaderForeColor()), 0x80000012},
-        {"Tip", static_cast<std::int64_t>(grid.Tip().size()), 0},
-        {"MinRowHeight", grid.MinRowHeight(), 0},
-        {"HeaderStyle", grid.HeaderStyle(), -1},
-        {"SelectorStyle", grid.SelectorStyle(), -1},
-        {"OLEDropMode", grid.OLEDropMode(), 0},
-        {"ScrollOnMouseWheel", grid.ScrollOnMouseWheel(), 1},
-        {"MultiSelect", grid.MultiSelect(), 0},
-        {"ShowFocus", grid.ShowFocus(), 1},
-        {"AllowMultiLineText", grid.AllowMultiLineText(), 0},
-        {"Enabled", grid.Enabled(), 1},
-        {"HScroll1 small", grid.horizontalBar().SmallChange(), 25},
-        {"HScroll1 large", grid.horizontalBar().LargeChange(), 100},
-        {"VScroll1 small", grid.verticalBar().SmallChange(), 1},
-        {"VScroll1 large", grid.verticalBar().LargeChange(), 5},
-        {"HScroll1 max", grid.HScroll_Max(), 0},
-        {"VScroll1 max", grid.VScroll_Max(), 0},
+        {[&] { grid.BackColor(grid.BackColor()); }, 1},
+        {[&] { grid.HeaderStyle(2); }, 1},
+        {[&] { grid.ShowFocus(true); }, 1},
+        {[&] { grid.Tip(u"tip"); }, 0},
+        {[&] { grid.MultiSelect(true); }, 0},
+        {[&] { grid.ScrollOnMouseWheel(false); }, 0},
+        {[&] { grid.Font({.Name = u"Arial", .Size = 20}); }, 1},
+        {[&] { grid.ApplyFontChanges(); }, 1},
     };
-    for (const auto& c : kCases) EXPECT_EQ(c.value, c.wanted) << c.name;
-    EXPECT_EQ(grid.Font(), StdFont());
+    const std::string whole = "FillRect 0,0," + std::to_string(grid.Pic().ScaleWidth()) + "," +
+                              std::to_string(grid.Pic().ScaleHeight()) + " ";
+    for (const auto& c : kCases) {
+        platform::DrawingRecorder recorder(grid.Pic().hDC());
+        c.change();
+        EXPECT_EQ(std::ranges::count_if(recorder.lines(),
+                                        [&](const auto& line) { return line.starts_with(whole); }),
+                  c.frames)
+            << &c - kCases;
+    }
+    EXPECT_GT(grid.ColWidth(2), width);
+    EXPECT_GT(grid.RowHeight(), height);
 }
 
 TEST_F(GridTest, PropertiesAreStoredUnlessTheyAreTheDefaults) {
     PropertyBag bag;
     grid.WriteProperties(bag);
     EXPECT_EQ(bag.Count(), 0U);
-    grid.BorderColor(1);
-    grid.BackColor(2);
-    grid.ForeColor(3);
-    grid.CellsBorderColor(4);
-    grid.SelBackColor(5);
-    grid.SelForeColor(6);
-    grid.HeaderBackColor(7);
-    grid.HeaderForeColor(sysColor(8));
-    grid.Tip(u"\u4e2d tip");
-    grid.Font({.Name = u"Arial", .Size = 12});
-    grid.MinRowHeight(40);
-    grid.HeaderStyle(1);
-    grid.SelectorStyle(2);
-    grid.OLEDropMode(1);
-    grid.ScrollOnMouseWheel(false);
-    grid.MultiSelect(true);
-    grid.ShowFocus(false);
-    grid.AllowMultiLineText(true);
-    grid.Enabled(false);
-    grid.WriteProperties(bag);
-    EXPECT_EQ(bag.Count(), 19U);
+    const struct {
+        TextView sName;
+        std::function<std::int32_t()> get;
+    } kNumbers[] = {
+        {u"OLEDropMode", [&] { return grid.OLEDropMode(); }},
+        {u"MinRowHeight", [&] { return grid.MinRowHeight(); }},
+        {u"BorderColor", [&] { return grid.BorderColor(); }},
+        {u"BackColor", [&] { return grid.BackColor(); }},
+        {u"ForeColor", [&] { return grid.ForeColor(); }},
+        {u"CellsBorderColor", [&] { return grid.CellsBorderColor(); }},
+        {u"SelBackColor", [&] { return grid.SelBackColor(); }},
+        {u"SelForeColor", [&] { return grid.SelForeColor(); }},
+        {u"HeaderBackColor", [&] { return grid.HeaderBackColor(); }},
+        {u"HeaderForeColor", [&] { return grid.HeaderForeColor(); }},
+        {u"HeaderStyle", [&] { return grid.HeaderStyle(); }},
+        {u"SelectorStyle", [&] { return grid.SelectorStyle(); }},
+    };
+    const struct {
+        TextView sName;
+        bool usual;
+        std::function<bool()> get;
+    } kFlags[] = {
+        {u"ScrollOnMouseWheel", true, [&] { return grid.ScrollOnMouseWheel(); }},
+        {u"MultiSelect", false, [&] { return grid.MultiSelect(); }},
+        {u"ShowFocus", true, [&] { return grid.ShowFocus(); }},
+        {u"AllowMultiLineText", false, [&] { return grid.AllowMultiLineText(); }},
+        {u"Enabled", true, [&] { return grid.Enabled(); }},
+    };
+    const auto number = [&](const auto& c) { return static_cast<std::int32_t>(&c - kNumbers) + 1; };
+    for (const auto& c : kNumbers) bag.WriteProperty(c.sName, number(c), 0);
+    for (const auto& c : kFlags) bag.WriteProperty(c.sName, !c.usual, c.usual);
+    bag.WriteTextBytes(u"Tip", u"\u4e2d tip", {});
+    bag.WriteProperty(u"Font", StdFont{.Name = u"Arial", .Size = 12}, StdFont());
 
-    ctlUniGrid other;
-    other.ReadProperties(bag);
-    PropertyBag again;
-    other.WriteProperties(again);
-    for (const TextView name :
-         {u"BorderColor", u"BackColor", u"ForeColor", u"CellsBorderColor", u"SelBackColor",
-          u"SelForeColor", u"HeaderBackColor", u"HeaderForeColor", u"HeaderStyle", u"SelectorStyle",
-          u"MinRowHeight", u"OLEDropMode"}) {
-        EXPECT_NE(bag.ReadProperty(name, -77), -77) << toUtf8(name);
-        EXPECT_EQ(again.ReadProperty(name, -77), bag.ReadProperty(name, -77)) << toUtf8(name);
+    grid.ReadProperties(bag);
+    PropertyBag written;
+    grid.WriteProperties(written);
+    for (const auto& c : kNumbers) {
+        EXPECT_EQ(c.get(), number(c)) << toUtf8(c.sName);
+        EXPECT_EQ(written.ReadProperty(c.sName, 0), number(c)) << toUtf8(c.sName);
     }
-    EXPECT_EQ(again.ReadTextBytes(u"Tip", {}), u"\u4e2d tip");
-    EXPECT_EQ(other.Font(), grid.Font());
-    EXPECT_TRUE(!other.ScrollOnMouseWheel() && other.MultiSelect() && !other.ShowFocus() &&
-                other.AllowMultiLineText() && !other.Enabled());
-    // Reading sets the grid up anew.
+    for (const auto& c : kFlags) {
+        EXPECT_EQ(c.get(), !c.usual) << toUtf8(c.sName);
+        EXPECT_EQ(written.ReadProperty(c.sName, c.usual), !c.usual) << toUtf8(c.sName);
+    }
+    EXPECT_EQ(grid.Tip(), u"\u4e2d tip");
+    EXPECT_EQ(written.ReadTextBytes(u"Tip", {}), u"\u4e2d tip");
+    EXPECT_EQ(written.ReadProperty(u"Font", StdFont()), (StdFont{.Name = u"Arial", .Size = 12}));
+}
+
+TEST_F(GridTest, ReadingPropertiesSetsTheGridUpAnew) {
     makePair();
     grid.SortByColum(2, true);
     grid.Row(2);
+    grid.MinRowHeight(40);
     (void)taken();
-    grid.ReadProperties({});
+    PropertyBag bad;  // no reason to keep the earlier values
+    bad.WriteProperty(u"MinRowHeight", 15000, 0);
+    bad.WriteProperty(u"OLEDropMode", 0x10001, 0);
+    grid.ReadProperties(bad);
     EXPECT_EQ(grid.Cols(), 0);
     EXPECT_EQ(grid.Row(), -1);
     EXPECT_EQ(grid.RowHeight(), 0);
-    EXPECT_EQ(taken(), "");
-    // A stored height that is none does not leave the earlier one.
-    PropertyBag bad;
-    bad.WriteProperty(u"MinRowHeight", 15000, 0);
-    grid.MinRowHeight(40);
-    grid.ReadProperties(bad);
     EXPECT_EQ(grid.MinRowHeight(), 0);
+    EXPECT_EQ(grid.OLEDropMode(), 0);
+    EXPECT_EQ(taken(), "");
 }
 
 TEST_F(GridTest, WorksBeforeItsWindowAndAfter) {
@@ -604,31 +588,22 @@ TEST_F(GridTest, MouseAndKeysReachItThroughItsWindows) {
         keys += std::to_string(KeyCode) + " ";
     };
     grid.KeyPress = [&](std::int16_t& KeyAscii) { keys += std::to_string(KeyAscii) + " "; };
-    click({60, step * 2 + 5});
+    const HWND pic = grid.Pic().hWnd();
+    const POINT row2{60, step * 2 + 5};
+    click(pic, row2);
     EXPECT_EQ(taken(), "change 2 ");
     EXPECT_EQ(clicks, 1);
     EXPECT_TRUE(grid.HasFocus());
-    platform::test::mouse(grid.Pic().hWnd(), MouseAction::DoubleClick, {60, step * 2 + 5},
-                          platform::MK_LBUTTON, platform::MK_LBUTTON);
-    release({60, step * 2 + 5});
+    click(pic, row2, MouseAction::DoubleClick);
     EXPECT_EQ(doubleClicks, 1);
     EXPECT_EQ(clicks, 1);
     platform::test::pressKey(platform::GetFocus(), platform::VK_DOWN);
     platform::test::typeText(platform::GetFocus(), u"x");
     EXPECT_EQ(keys, "40 88 120 ");
     EXPECT_EQ(taken(), "change 3 ");
-}
-
-TEST_F(GridTest, AColumnEdgeIsDraggedWithTheMouse) {
-    makePair();
-    const int edge = grid.GetColX(3) - 2, before = grid.ColWidth(2);
-    press({edge, 5});
+    move(pic, {grid.GetColX(3) - 2, 5});  // a column's edge
     EXPECT_EQ(grid.Pic().MousePointer(), kCustomPointer);
-    platform::test::mouse(grid.Pic().hWnd(), MouseAction::Move, {edge + 30, 40}, 0,
-                          platform::MK_LBUTTON);
-    EXPECT_EQ(grid.ColWidth(2), before + 30);
-    release({edge + 30, 40});
-    platform::test::mouse(grid.Pic().hWnd(), MouseAction::Move, {edge, 40}, 0);
+    move(pic, row2);
     EXPECT_EQ(grid.Pic().MousePointer(), 0);
 }
 
@@ -652,26 +627,23 @@ TEST_F(GridTest, TheWheelIsHeardOnceFromEveryWindowInside) {
 }
 
 TEST_F(GridTest, BarsOfTheDesktopScroll) {
+    EXPECT_EQ(grid.horizontalBar().SmallChange(), 25);
+    EXPECT_EQ(grid.horizontalBar().LargeChange(), 100);
     makePair();
     int drags = 0;
     grid.VScroll = [&] { ++drags; };
     const HWND bar = grid.verticalBar().hWnd();
     RECT place;
     ASSERT_TRUE(platform::GetClientRect(bar, place));
-    const POINT below{place.right / 2, place.bottom - 4};  // the arrow at the end
-    platform::test::mouse(bar, MouseAction::Press, below, platform::MK_LBUTTON,
-                          platform::MK_LBUTTON);
-    platform::test::mouse(bar, MouseAction::Release, below, platform::MK_LBUTTON);
+    const POINT thumb{place.right / 2, 22}, end{place.right / 2, place.bottom - 4};
+    click(bar, end);  // the arrow
     EXPECT_EQ(grid.VScroll_Value(), 1);
     EXPECT_EQ(drags, 0);
     grid.VScroll_Value(0);
-    const POINT thumb{place.right / 2, 22};
-    platform::test::mouse(bar, MouseAction::Press, thumb, platform::MK_LBUTTON,
-                          platform::MK_LBUTTON);
-    platform::test::mouse(bar, MouseAction::Move, {thumb.x, place.bottom}, 0, platform::MK_LBUTTON);
+    press(bar, thumb);
+    move(bar, end, platform::MK_LBUTTON);
+    release(bar, end);
     EXPECT_EQ(grid.VScroll_Value(), grid.VScroll_Max());
-    EXPECT_EQ(drags, 1);
-    platform::test::mouse(bar, MouseAction::Release, {thumb.x, place.bottom}, platform::MK_LBUTTON);
     EXPECT_EQ(drags, 1);
 }
 
@@ -687,15 +659,6 @@ TEST_F(GridTest, DragsPassThrough) {
     grid.OLEDragDrop = [&](DataObject& Data, std::int32_t&, auto, auto, float, float) {
         heard += "drop " + std::to_string(Data.Files().size()) + "\n";
     };
-    grid.OLEStartDrag = [&](DataObject&, std::int32_t& AllowedEffects) {
-        AllowedEffects = platform::DROPEFFECT_NONE;  // nothing may be dragged after all
-        heard += "start\n";
-    };
-    grid.OLECompleteDrag = [&](std::int32_t& Effect) {
-        heard += "complete " + std::to_string(Effect) + "\n";
-    };
-    grid.OLEDrag();
-    EXPECT_EQ(std::exchange(heard, {}), "start\ncomplete 0\n");
     platform::DragContent content;
     content.text = u"\u4e2d";
     content.files = {u"\\home\\a.lng"};
@@ -720,7 +683,7 @@ TEST_F(GridTest, EveryMoveOfTheMouseHandsItsTipOver) {
     tipService().m_bTipsActive = true;
     tipService().m_oTipForm = std::make_unique<Tips>(notes);
     grid.Tip(u"Rows");
-    platform::test::mouse(grid.Pic().hWnd(), MouseAction::Move, {50, 50}, 0);
+    move(grid.Pic().hWnd(), {50, 50});
     tipService().m_bTipsActive = false;
     tipService().m_oTipForm = nullptr;
     EXPECT_EQ(taken(), "Rows 300 ");
@@ -728,28 +691,33 @@ TEST_F(GridTest, EveryMoveOfTheMouseHandsItsTipOver) {
 
 TEST_F(GridTest, HelpersOfTheDesktopSeeATable) {
     makePair();
+    grid.AccessibleName(u"Rows");
+    grid.SetFocus();
+    settle();
     platform::AccessibleTable& table = *grid.accessibleTable();
-    EXPECT_EQ(table.rowCount(), 8);
-    EXPECT_EQ(table.columnCount(), 5);
-    EXPECT_EQ(table.headerText(4), u"Translation");
-    EXPECT_EQ(table.cellText(3, 1), u"Messages");
-    EXPECT_EQ(table.cellText(4, 0), u"5");
-    grid.RowInWords = [&](std::int32_t iRow) {
+    EXPECT_EQ(table.currentRow(), -1);
+    EXPECT_TRUE(table.selectRow(1));
+    EXPECT_EQ(taken(), "change 2 ");
+    const auto seen = [&](std::optional<std::pair<int, int>> cell) {
+        return platform::test::describeAccessible(grid.hWnd(), cell);
+    };
+    EXPECT_EQ(seen({}), "table \"Rows\" focusable focused 8 x 5");
+    EXPECT_EQ(seen({{-1, 3}}), "column header \"Default\"");
+    EXPECT_EQ(seen({{7, 2}}), "cell \"Last\" focusable");
+    EXPECT_EQ(seen({{1, 0}}), "cell \"2\" focusable focused selected");
+    grid.RowInWords = [&](std::int32_t iRow) -> Text {
+        if (iRow == 3) throw Failure(5, u"", u"refused");
         return Text(u"row ").append(grid.CellText(iRow, 1)).append(u", untranslated");
     };
-    EXPECT_EQ(table.cellText(4, 0), u"row 5, untranslated");
-    EXPECT_EQ(table.currentRow(), -1);
-    EXPECT_TRUE(table.selectRow(4));
-    EXPECT_EQ(table.currentRow(), 4);
-    EXPECT_TRUE(table.isRowSelected(4));
-    EXPECT_EQ(taken(), "change 5 ");
-    const RECT cell = table.cellRect(1, 1);
-    const auto at = table.cellAt({(cell.left + cell.right) / 2, (cell.top + cell.bottom) / 2});
-    EXPECT_EQ(at.row, 1);
-    EXPECT_EQ(at.column, 1);
-    const RECT header = table.cellRect(-1, 1);
-    EXPECT_EQ(table.cellAt({header.left + 2, header.top + 2}).row, -1);
-    EXPECT_EQ(table.cellAt({header.left + 2, header.top + 2}).column, 1);
+    EXPECT_EQ(seen({{1, 0}}), "cell \"row 2, untranslated\" focusable focused selected");
+    EXPECT_EQ(seen({{2, 0}}), "cell \"3\" focusable");  // no failure of the owner
+
+    for (const int row : {-1, 1}) {
+        const RECT cell = table.cellRect(row, 1);
+        const auto at = table.cellAt({(cell.left + cell.right) / 2, (cell.top + cell.bottom) / 2});
+        EXPECT_EQ(at.row, row);
+        EXPECT_EQ(at.column, 1);
+    }
     grid.VScroll_Value(grid.VScroll_Max());
     EXPECT_EQ(table.cellRect(0, 0), RECT());  // out of sight
     EXPECT_EQ(table.cellAt({0, 0}).column, -1);
@@ -790,22 +758,6 @@ TEST_F(GridTest, HelpersOfTheDesktopHearWhatChanges) {
         EXPECT_EQ(platform::test::takeAccessibleLog(), c.heard) << &c - kCases;
     }
     platform::test::listenAccessible(false);
-}
-
-TEST_F(GridTest, HelpersOfTheDesktopSeeNoFailureOfTheOwner) {
-    makePair();
-    grid.AccessibleName(u"Rows");
-    grid.Row(2);
-    grid.SetFocus();
-    settle();
-    EXPECT_EQ(platform::test::describeAccessible(grid.hWnd()),
-              "table \"Rows\" focusable focused 8 x 5");
-    EXPECT_EQ(platform::test::describeAccessible(grid.hWnd(), {{-1, 3}}),
-              "column header \"Default\"");
-    grid.RowInWords = [](std::int32_t) -> Text { throw Failure(5, u"", u"refused"); };
-    EXPECT_EQ(platform::test::describeAccessible(grid.hWnd(), {{1, 0}}),
-              "cell \"2\" focusable focused selected");
-    EXPECT_EQ(platform::test::describeAccessible(grid.hWnd(), {{7, 2}}), "cell \"Last\" focusable");
 }
 
 }  // namespace
