@@ -95,11 +95,9 @@ void ctlUniGrid::ReadProperties(const PropertyBag& bag) {
     const auto selectionChange = std::exchange(SelectionChange, nullptr);
     Clear();
     SelectionChange = selectionChange;
-    m_vSortCol = GridValue();
     m_iUpdateLock = 0;
     m_iRowHeight = 0;
     m_iTotalWidth = 0;
-    forgetMeasuredTexts();
     draw(false, false);
 }
 

@@ -130,7 +130,7 @@ TEST(clsCtlUniGrid_Column, ARemovedRowShowsNothingInTheNextOne) {
     EXPECT_EQ(dumpRows(column), "empty");
 }
 
-TEST(clsCtlUniGrid_Column, HoldsPicturesAsLongAsTheirRecords) {
+TEST(clsCtlUniGrid_Column, HoldsPicturesAsLongAsTheirRecordsAndClearsAll) {
     Column column;
     addTexts(column, {u"a", u"b"});
     const auto picture = std::make_shared<GridPicture>();
@@ -146,18 +146,10 @@ TEST(clsCtlUniGrid_Column, HoldsPicturesAsLongAsTheirRecords) {
     column.AddRow();
     EXPECT_EQ(picture.use_count(), 1);
     column.SetPicture(1, picture);
+    column.OffsetRow(2, 5);
+    column.iMaxWidth = column.iCurrentWidth = 70;
     column.ClearRows();
     EXPECT_EQ(picture.use_count(), 1);
-}
-
-TEST(clsCtlUniGrid_Column, ClearRowsForgetsTheWidthInUseAndKeepsTheFixedOne) {
-    Column column;
-    addTexts(column, {u"a", u"b"});
-    column.iMaxWidth = 70;
-    column.iCurrentWidth = 70;
-    column.OffsetRow(2, 5);
-    column.ClearRows();
-    EXPECT_EQ(column.Rows(), 0);
     EXPECT_EQ(column.capacity(), 1);
     EXPECT_EQ(column.iCurrentWidth, 0);
     EXPECT_EQ(column.iMaxWidth, 70);
