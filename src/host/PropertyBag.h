@@ -51,6 +51,8 @@ public:
 
     [[nodiscard]] bool Contains(TextView sName) const { return find(sName) != nullptr; }
     [[nodiscard]] std::size_t Count() const { return m_values.size(); }
+    // The same values under the same names; of pictures the same objects.
+    friend bool operator==(const PropertyBag&, const PropertyBag&) = default;
 
 private:
     [[nodiscard]] const Value* find(TextView sName) const;

@@ -21,6 +21,8 @@ using ::test::menuTree;
 namespace {
 
 constexpr std::uint32_t kPlain = 0;
+const std::string kItemTexts = "DrawTextW 32,20,106,42 #000000 flags 0x24 \"&Item\"\n"
+                               "DrawTextW 32,20,106,42 #000000 flags 0x26 \"F3\"\n";
 
 // A picture of one colour with a white frame; its top left pixel is what a transparent one lacks.
 Picture square(int side, COLORREF color) {
@@ -89,6 +91,10 @@ public:
         draw(canvas.hdc(), item, {10, 20, 110, 42}, state);
         return shortened(recorder.lines());
     }
+    [[nodiscard]] std::string firstCall(Item item, std::uint32_t state) const {
+        const std::string all = calls(item, state);
+        return all.substr(0, all.find('\n') + 1);
+    }
     [[nodiscard]] std::string size(Item item) const {
         const MEASUREITEMSTRUCT request = measure(item);
         return std::to_string(request.itemWidth) + 'x' + std::to_string(request.itemHeight);
@@ -134,26 +140,34 @@ private:
 
 TEST_F(MenuPainting, SizesComeFromTextIconAndSettings) {
     attach();
-    const int h = 13;  // of a line of text, less than an icon
-    const int bar = static_cast<int>(measure(Bar).itemWidth);
-    const int picture = static_cast<int>(measure(BarPicture).itemWidth) - 22;
-    const int item = static_cast<int>(measure(Popup).itemWidth) - 22;
-    EXPECT_EQ(size(Bar), std::to_string(bar) + "x20");
-    EXPECT_EQ(size(Line), "9x5") << "the width stays as it came";
-    EXPECT_LT(measure(TextLine).itemHeight, 18U);
-    const std::uint32_t textLine = measure(TextLine).itemWidth;
-
-    menu.LeftBand(true);
-    EXPECT_EQ(measure(TextLine).itemWidth, textLine + 2 + 16);
-    menu.FullSelector(false);
-    EXPECT_EQ(size(Popup), std::to_string(item + 22) + "x18");
-    menu.IconDim(40);
-    EXPECT_EQ(size(Popup), std::to_string(item + 46) + "x42");
-    menu.IconDim(-30000);  // nonsense is held at nothing
-    EXPECT_EQ(measure(Popup).itemWidth, 0U);
-    EXPECT_GT(static_cast<int>(measure(Popup).itemHeight), h);
+    // On the bar, without a picture, an item is as wide as its text.
+    const auto textWidth = [&](const Text& text) {
+        menu.OnOwnerDraw = [&](MenuItemLook& look, bool) { look.sCaption = text; };
+        const auto width = static_cast<int>(measure(Bar).itemWidth);
+        menu.OnOwnerDraw = nullptr;
+        return width;
+    };
+    const auto sized = [](int width, int height) {
+        return std::to_string(width) + 'x' + std::to_string(height);
+    };
+    const int bar = textWidth(u"&Bar"), picture = textWidth(u"Picture"), line = textWidth(u"Text");
+    const int item = textWidth(u"&Item    F3"), decoded = textWidth(u"A    F3");  // with the key
     menu.IconDim(0);
-    const std::uint32_t lineHeight = measure(Popup).itemHeight;
+    const auto lineHeight = static_cast<int>(measure(Bar).itemHeight) - 4;
+    menu.IconDim(16);
+    EXPECT_EQ(size(Bar), sized(bar, 20));
+    EXPECT_EQ(size(BarPicture), sized(picture + 22, 20));
+    EXPECT_EQ(size(Popup), sized(item + 22, 20));
+    EXPECT_EQ(size(Line), "9x5") << "the width stays as it came";
+    EXPECT_EQ(size(TextLine), sized(line + 4, lineHeight + 2));
+    menu.LeftBand(true);
+    EXPECT_EQ(size(TextLine), sized(line + 22, lineHeight + 2));
+    menu.FullSelector(false);
+    EXPECT_EQ(size(Popup), sized(item + 22, 18));
+    menu.IconDim(40);
+    EXPECT_EQ(size(Popup), sized(item + 46, 42));
+    menu.IconDim(-30000);  // nonsense is held at nothing
+    EXPECT_EQ(size(Popup), sized(0, lineHeight + 2));
 
     // A larger cell from the handler counts, a smaller one does not.
     menu.IconDim(16);
@@ -161,19 +175,12 @@ TEST_F(MenuPainting, SizesComeFromTextIconAndSettings) {
         look.iconW = 30;
         look.iconH = 2;
     };
-    EXPECT_EQ(size(BarPicture), std::to_string(picture + 36) + "x18");
-    EXPECT_EQ(size(Bar), std::to_string(bar) + "x18") << "no picture, no cell";
-    EXPECT_EQ(size(Popup), std::to_string(item + 36) + "x18");
-    EXPECT_EQ(measure(TextLine).itemWidth, textLine + 18);
-    EXPECT_EQ(measure(TextLine).itemHeight, lineHeight);
-
-    // The key is measured behind four blanks, and not decoded.
+    EXPECT_EQ(size(BarPicture), sized(picture + 36, 18));
+    EXPECT_EQ(size(Bar), sized(bar, 18)) << "no picture, no cell";
+    EXPECT_EQ(size(Popup), sized(item + 36, 18));
+    EXPECT_EQ(size(TextLine), sized(line + 22, lineHeight + 2));
     menu.OnOwnerDraw = [](MenuItemLook& look, bool) { look.sCaption = u"0XQQA=7C|9"; };
-    const ::test::Canvas canvas(1, 1);
-    const std::uint32_t withKey = measure(Popup).itemWidth;
-    menu.OnOwnerDraw = [](MenuItemLook& look, bool) { look.sCaption = u"A    F3"; };
-    const std::uint32_t withTwo = measure(Popup).itemWidth;
-    EXPECT_GT(withTwo, withKey);
+    EXPECT_EQ(size(Popup), sized(decoded + 22, 18)) << "decoded, but for the key";
 }
 
 // ---- Calls
@@ -190,10 +197,9 @@ TEST_F(MenuPainting, ItemsAreDrawnInOrderAtTheirPlaces) {
     EXPECT_EQ(calls(BarPicture, ODS_SELECTED),
               face + "BitBlt 15,26 10x10 from 0,0 rop 0xCC0020\n"
                      "DrawTextW 32,20,106,42 #FFFFFF flags 0x24 \"Picture\"\n");
-    const std::string texts = "DrawTextW 32,20,106,42 #000000 flags 0x24 \"&Item\"\n"
-                              "DrawTextW 32,20,106,42 #000000 flags 0x26 \"F3\"\n";
-    EXPECT_EQ(calls(Popup), back + texts);
-    EXPECT_EQ(calls(Popup, ODS_CHECKED), back + "BitBlt 16,28 7x7 from 0,0 rop 0xCC0020\n" + texts);
+    EXPECT_EQ(calls(Popup), back + kItemTexts);
+    EXPECT_EQ(calls(Popup, ODS_CHECKED),
+              back + "BitBlt 16,28 7x7 from 0,0 rop 0xCC0020\n" + kItemTexts);
     const std::string disabled = "DrawTextW 33,21,107,43 #FFFFFF flags 0x24 \"&Item\"\n"
                                  "DrawTextW 33,21,107,43 #FFFFFF flags 0x26 \"F3\"\n"
                                  "DrawTextW 32,20,106,42 #808080 flags 0x24 \"&Item\"\n"
@@ -221,19 +227,18 @@ TEST_F(MenuPainting, TheBandIsBesideSeparatorsAndUnderItemsThatAreNotSelected) {
                                "LineTo 30,20 30,42 #FFFFFF width 1 style 0\n" +
                                lines);
     menu.LeftBandSeparators(false);
-    const std::string texts = "DrawTextW 32,20,106,42 #000000 flags 0x24 \"&Item\"\n"
-                              "DrawTextW 32,20,106,42 #000000 flags 0x26 \"F3\"\n";
-    EXPECT_EQ(calls(Popup), band + texts);
+    EXPECT_EQ(calls(Popup), band + kItemTexts);
     // Under the selector there is neither band nor background, not even beside a narrow one.
-    EXPECT_EQ(calls(Popup, ODS_SELECTED).substr(0, 18), "face 10,20,110,42\n");
+    const std::string full = "face 10,20,110,42\n", narrow = "face 30,20,110,42\n";
+    EXPECT_EQ(firstCall(Popup, ODS_SELECTED), full);
     menu.FullSelector(false);
-    EXPECT_EQ(calls(Popup, ODS_SELECTED).substr(0, 18), "face 30,20,110,42\n");
+    EXPECT_EQ(firstCall(Popup, ODS_SELECTED), narrow);
     menu.LeftBand(false);
-    EXPECT_EQ(calls(Popup, ODS_SELECTED).substr(0, 18), "face 10,20,110,42\n");
-    EXPECT_EQ(calls(PopupIcon, ODS_SELECTED).substr(0, 18), "face 30,20,110,42\n");
-    EXPECT_EQ(calls(Popup, ODS_SELECTED | ODS_CHECKED).substr(0, 18), "face 30,20,110,42\n");
+    EXPECT_EQ(firstCall(Popup, ODS_SELECTED), full);
+    EXPECT_EQ(firstCall(PopupIcon, ODS_SELECTED), narrow);
+    EXPECT_EQ(firstCall(Popup, ODS_SELECTED | ODS_CHECKED), narrow);
     menu.OnOwnerDraw = [](MenuItemLook& look, bool) { look.iconW = 26; };
-    EXPECT_EQ(calls(PopupIcon, ODS_SELECTED).substr(0, 18), "face 40,20,110,42\n");
+    EXPECT_EQ(firstCall(PopupIcon, ODS_SELECTED), "face 40,20,110,42\n");
 }
 
 TEST_F(MenuPainting, ATextSeparatorHasALineOnEachSide) {
@@ -291,10 +296,8 @@ TEST_F(MenuPainting, OnWindows95TheSelectorOfTheBarIsNarrower) {
     platform::test::setVersion(OSVERSIONINFOA{4, 0, VER_PLATFORM_WIN32_WINDOWS});
     forgetWindowsVersion();
     EXPECT_EQ(pvWindowsVersion(), 3);
-    DestroyMenu(GetMenu(window()));
-    SetMenu(window(), menuTree({{1, u"Bar"}}));
     attach();
-    EXPECT_EQ(calls(Bar, ODS_SELECTED).substr(0, 18), "face 10,20,109,42\n");
+    EXPECT_EQ(firstCall(Bar, ODS_SELECTED), "face 10,20,109,42\n");
     menu.Detach();
     forgetWindowsVersion();
 }
@@ -308,13 +311,44 @@ constexpr std::uint32_t kStates[] = {0,
                                      ODS_CHECKED | ODS_SELECTED,
                                      ODS_CHECKED | ODS_DISABLED};
 
-class MenuLook : public MenuPainting {
-public:
-    // Each kind of item in a column, each state in a row, on a magenta ground that must not show
-    // but where an item leaves it.
-    void expectPicture(const std::string& name) {
+// Each kind of item in a column, each state in a row, on a magenta ground that must not show but
+// where an item leaves it.
+TEST_F(MenuPainting, LooksAsItShould) {
+    const std::pair<const char*, std::function<void()>> kLooks[] = {
+        {"defaults", [] {}},
+        {"gradients",
+         [&] {
+             menu.FadeBackground(true);
+             menu.FadeLeftBand(true);
+             menu.FadeExtSep(true);
+             menu.LeftBand(true);
+             menu.LeftBandSeparators(true);
+             menu.FullSelector(false);
+             menu.LeftBandBackColor(rgb(120, 150, 200));
+             menu.ExtSepBackColor(rgb(120, 150, 200));
+             menu.SelectorStyle(1);
+         }},
+        {"flat",
+         [&] {
+             menu.Separators3D(false);
+             menu.CustomFontFace(u"Noto Sans CJK SC");
+             menu.SelectorStyle(6);
+             menu.OnOwnerDraw = [](MenuItemLook& look, bool) {
+                 look.sCaption = encodedText(u"\u6253\u5F00\u2026");
+                 look.iconW = 24;
+                 look.bTransparent = false;
+             };
+         }},
+        {"program", [&] { programLook(); }},
+    };
+    PropertyBag stored;  // the defaults, with the pictures
+    menu.WriteProperties(stored);
+    for (const auto& [name, prepare] : kLooks) {
+        menu.ReadProperties(stored);
+        menu.OnOwnerDraw = nullptr;
+        prepare();
         attach();
-        EXPECT_GOLDEN("menu/" + name, SIZE{620, 160}, [&](HDC hDC) {
+        EXPECT_GOLDEN(std::string("menu/") + name, SIZE{620, 160}, [&](HDC hDC) {
             DrawRectXY(hDC, 0, 0, 620, 160, rgb(255, 0, 255), true);
             int x = 5;
             for (const Item item : {Bar, BarPicture, Popup, PopupIcon, Line, TextLine}) {
@@ -326,42 +360,10 @@ public:
             }
         });
     }
-};
-
-TEST_F(MenuLook, OfTheDefaults) { expectPicture("defaults"); }
-
-TEST_F(MenuLook, OfTheProgram) {
-    programLook();
-    expectPicture("program");
-}
-
-TEST_F(MenuLook, OfGradientsAndANarrowSelector) {
-    menu.FadeBackground(true);
-    menu.FadeLeftBand(true);
-    menu.FadeExtSep(true);
-    menu.LeftBand(true);
-    menu.LeftBandSeparators(true);
-    menu.FullSelector(false);
-    menu.LeftBandBackColor(rgb(120, 150, 200));
-    menu.ExtSepBackColor(rgb(120, 150, 200));
-    menu.SelectorStyle(1);
-    expectPicture("gradients");
-}
-
-TEST_F(MenuLook, OfFlatItemsInAnotherFont) {
-    menu.Separators3D(false);
-    menu.CustomFontFace(u"Noto Sans CJK SC");
-    menu.SelectorStyle(6);
-    menu.OnOwnerDraw = [](MenuItemLook& look, bool) {
-        look.sCaption = encodedText(u"\u6253\u5F00\u2026");
-        look.iconW = 24;
-        look.bTransparent = false;
-    };
-    expectPicture("flat");
 }
 
 // The program's own menu, shown for real.
-TEST_F(MenuLook, OfTheWholeMenu) {
+TEST_F(MenuPainting, TheWholeMenuOfTheProgramIsShown) {
     programLook();
     DestroyMenu(GetMenu(window()));
     const HMENU bar = menuTree({

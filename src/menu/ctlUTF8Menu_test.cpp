@@ -13,6 +13,7 @@
 #include "support/window/LoggedWindow.h"
 #include "win/MSubclass.h"
 
+#include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
@@ -62,62 +63,67 @@ void addItem(HMENU hMenu, std::uint32_t id, TextView text) {
     ASSERT_TRUE(InsertMenuItemW(hMenu, ~0U, true, info));
 }
 
-// The menu as the window's own procedure hears of it, by name of the message.
+// Counts the messages about menus that come to the window's own procedure, and answers 77.
 class HearingWindow : public LoggedWindow {
 public:
     HearingWindow(::test::MessageLog& log, const std::string& name, WindowOptions options)
         : LoggedWindow(log, name, std::move(options)) {
-        on = [this](std::uint32_t uMsg, WPARAM wParam, LPARAM lParam) -> std::optional<LRESULT> {
-            switch (uMsg) {
-            case WM_MDIGETACTIVE:
-                return activeChild;
-            case WM_DRAWITEM:
-            case WM_MEASUREITEM:
-            case WM_INITMENUPOPUP:
-            case WM_SETTINGCHANGE:
-            case WM_MDISETMENU:
-            case WM_APP_MDIFRAME:
-            case WM_APP_REQDATA_MI:
-            case WM_APP_REQDATA_DI:
-            case WM_APP_MDISAVEPOPUP:
-                ++heard;
-                (void)wParam;
-                (void)lParam;
-                return 77;
-            default:
-                return std::nullopt;
-            }
+        on = [this](std::uint32_t uMsg, WPARAM, LPARAM) -> std::optional<LRESULT> {
+            if (uMsg == WM_MDIGETACTIVE) return activeChild;
+            if (std::ranges::find(kOfMenus, uMsg) == std::end(kOfMenus)) return std::nullopt;
+            ++heard;
+            return 77;
         };
     }
     int heard = 0;
     HWND activeChild = 0;
+
+private:
+    static constexpr std::uint32_t kOfMenus[] = {
+        WM_DRAWITEM,     WM_MEASUREITEM,    WM_INITMENUPOPUP,  WM_SETTINGCHANGE,    WM_MDISETMENU,
+        WM_APP_MDIFRAME, WM_APP_REQDATA_MI, WM_APP_REQDATA_DI, WM_APP_MDISAVEPOPUP,
+    };
 };
 
 class Menu : public testing::Test {
 public:
-    ~Menu() override { platform::test::settle(); }
+    ~Menu() override {
+        menu.Detach();
+        platform::test::settle();
+    }
     static WindowOptions childOf(HWND parent, Text className = {}) {
         WindowOptions options;
         options.parent = parent;
         options.className = std::move(className);
         return options;
     }
-    static MEASUREITEMSTRUCT measured(HWND hWnd, std::uint32_t key, LRESULT& answer) {
+    // Gives the window that menu, and the control the window.
+    HMENU attachTo(const std::vector<::test::MenuEntry>& tree) {
+        const HMENU bar = menuTree(tree);
+        SetMenu(window.hWnd(), bar);
+        menu.Attach(window.hWnd());
+        return bar;
+    }
+    struct Measured {
+        std::uint32_t width = 0, height = 0;
+        LRESULT answer = 0;
+    };
+    static Measured measured(HWND hWnd, std::uint32_t key) {
         MEASUREITEMSTRUCT item;
         item.itemWidth = 3;
         item.itemData = key;
-        answer = SendMessageW(hWnd, WM_MEASUREITEM, 0, reinterpret_cast<LPARAM>(&item));
-        return item;
+        const LRESULT answer =
+            SendMessageW(hWnd, WM_MEASUREITEM, 0, reinterpret_cast<LPARAM>(&item));
+        return {item.itemWidth, item.itemHeight, answer};
     }
     platform::test::WindowHookScope windowHooks;
     ::test::MessageLog log;
     HearingWindow window{log, "main", mainWindow()};
+    ctlUTF8Menu menu;
 };
 
 TEST_F(Menu, IsTakenOverWithAllItsLevelsAndGivenBackAsItWas) {
-    const HMENU bar = menuTree(kTree);
-    SetMenu(window.hWnd(), bar);
-    ctlUTF8Menu menu;
+    const HMENU bar = attachTo(kTree);
     for (int round = 0; round < 2; ++round) {
         menu.Attach(window.hWnd());
         EXPECT_EQ(menuDump(bar), kTaken);
@@ -125,7 +131,6 @@ TEST_F(Menu, IsTakenOverWithAllItsLevelsAndGivenBackAsItWas) {
                               "K3 SEP '[sep]More', K4 popup '', K5 SEP '[SEP]x', K6 popup 'Deep', "
                               "K7 popup 'Deeper'");
         menu.Attach(window.hWnd());  // gives all back first
-        EXPECT_EQ(menuDump(bar), kTaken);
         menu.Detach();
         menu.Detach();
         EXPECT_EQ(menuDump(bar), kNative);
@@ -157,10 +162,7 @@ TEST_F(Menu, OfAnOldPlatformLosesItsTextsMeanwhile) {
     for (const auto& c : kCases) {
         platform::test::setVersion(c.version);
         forgetWindowsVersion();
-        const HMENU bar = menuTree(kTree);
-        SetMenu(window.hWnd(), bar);
-        ctlUTF8Menu menu;
-        menu.Attach(window.hWnd());
+        const HMENU bar = attachTo(kTree);
         EXPECT_EQ(menuDump(bar), c.old ? "1 own d0 ''[20 own d1 '' 21 own sep d2 '' 22 own d3 '' "
                                          "23 d23000 ''] 2 own d4 ''[30 own d5 ''[31 own d6 '']]"
                                        : kTaken);
@@ -172,12 +174,9 @@ TEST_F(Menu, OfAnOldPlatformLosesItsTextsMeanwhile) {
 }
 
 TEST_F(Menu, FollowsItemsThatComeAndGo) {
-    const HMENU bar = menuTree({{1, u"File", {{20, u"a"}, {21, u"b"}, {22, u"c"}}}, {2, u"Help"}});
-    const HMENU file = GetSubMenu(bar, 0);
-    SetMenu(window.hWnd(), bar);
-    ctlUTF8Menu menu;
     menu.Refresh();  // nothing is taken: nothing happens
-    menu.Attach(window.hWnd());
+    const HMENU bar = attachTo({{1, u"File", {{20, u"a"}, {21, u"b"}, {22, u"c"}}}, {2, u"Help"}});
+    const HMENU file = GetSubMenu(bar, 0);
     EXPECT_TRUE(DeleteMenu(file, 21, MF_BYCOMMAND));
     addItem(file, 25, u"new|1");
     addItem(bar, 3, u"More");
@@ -227,7 +226,6 @@ TEST_F(Menu, ItemsThatShareAnIdentifierAreGivenBackOneByOne) {
     };
     number(bar);
     const std::string native = menuDump(bar);
-    ctlUTF8Menu menu;
     menu.Attach(window.hWnd());
     menu.Detach();
     EXPECT_EQ(menuDump(bar), native);
@@ -255,24 +253,18 @@ TEST_F(Menu, LongTextsAndTextsOfAnotherCodePageComeAsTheNativeMenuHasThem) {
         ~PageScope() { setAnsiCodePage(std::nullopt); }
     } const scope;
     setAnsiCodePage(936);
-    const HMENU bar = menuTree({{1, u"\u6253\u5F00\u0416|4"}, {2, Text(1000, u'x') + u"\tF1"}});
-    SetMenu(window.hWnd(), bar);
-    ctlUTF8Menu menu;
-    menu.Attach(window.hWnd());
+    attachTo({{1, u"\u6253\u5F00\u0416|4"}, {2, Text(1000, u'x') + u"\tF1"}});
     EXPECT_EQ(menu.Items()[0].Caption, u"\u6253\u5F00\u0416|4");
     EXPECT_EQ(menu.Items()[0].RawLength, 8);
     EXPECT_EQ(menu.Items()[1].Caption, Text(255, u'x'));
 }
 
 TEST_F(Menu, ItemsAreKnownToScreenReadersByTheDrawnCaption) {
-    const HMENU bar = menuTree(
-        {{1, u"0XQQA=7C|3\tCtrl+A"}, {2, u"&Plain|1"}, {3, u"[SEP]" + encodedText(u"\u6253")}});
-    SetMenu(window.hWnd(), bar);
-    ctlUTF8Menu menu;
     menu.OnOwnerDraw = [](MenuItemLook& look, bool) {
         if (look.sCaption == u"&Plain|1") look.sCaption = u"Pl&ainer";
     };
-    menu.Attach(window.hWnd());
+    const HMENU bar = attachTo(
+        {{1, u"0XQQA=7C|3\tCtrl+A"}, {2, u"&Plain|1"}, {3, u"[SEP]" + encodedText(u"\u6253")}});
     ShowWindow(window.hWnd(), SW_SHOW);
     platform::test::settle();
     EXPECT_EQ(platform::test::accessibleItems(bar),
@@ -285,10 +277,7 @@ TEST_F(Menu, ItemsAreKnownToScreenReadersByTheDrawnCaption) {
 // ---- Messages
 
 TEST_F(Menu, MessagesThatAreNotAboutTheMenuGoOnToTheWindow) {
-    const HMENU bar = menuTree(kTree);
-    SetMenu(window.hWnd(), bar);
-    ctlUTF8Menu menu;
-    menu.Attach(window.hWnd());
+    const HMENU bar = attachTo(kTree);
     const HWND hWnd = window.hWnd();
     const auto file = static_cast<WPARAM>(GetSubMenu(bar, 0));
     const auto system = static_cast<WPARAM>(GetSystemMenu(hWnd, false));
@@ -335,18 +324,16 @@ TEST_F(Menu, MessagesThatAreNotAboutTheMenuGoOnToTheWindow) {
 }
 
 TEST_F(Menu, ItemsWithoutRecordAndHandlersThatFailLeaveItUsable) {
-    const HMENU bar = menuTree(kTree);
-    SetMenu(window.hWnd(), bar);
-    ctlUTF8Menu menu;
-    menu.Attach(window.hWnd());
+    const HMENU bar = attachTo(kTree);
     const int before = handleCount(HandleKind::DeviceContext);
-    LRESULT answer = 0;
-    EXPECT_EQ(measured(window.hWnd(), 99, answer).itemWidth, 3U);
-    EXPECT_EQ(answer, 0) << "stopped, without an answer";
+    Measured item = measured(window.hWnd(), 99);
+    EXPECT_EQ(item.width, 3U);
+    EXPECT_EQ(item.answer, 0) << "stopped, without an answer";
     EXPECT_EQ(window.heard, 0);
     menu.OnOwnerDraw = [](MenuItemLook&, bool) { throw std::runtime_error("no"); };
-    EXPECT_EQ(measured(window.hWnd(), 0, answer).itemHeight, 0U);
-    EXPECT_EQ(answer, 0);
+    item = measured(window.hWnd(), 0);
+    EXPECT_EQ(item.height, 0U);
+    EXPECT_EQ(item.answer, 0);
     // The handler may even take everything away, and put another handler in its place.
     menu.OnOwnerDraw = [&](MenuItemLook& look, bool) {
         look.sCaption = u"gone";
@@ -354,9 +341,9 @@ TEST_F(Menu, ItemsWithoutRecordAndHandlersThatFailLeaveItUsable) {
         menu.Detach();
         menu.OnOwnerDraw = nullptr;
     };
-    const MEASUREITEMSTRUCT item = measured(window.hWnd(), 0, answer);
-    EXPECT_GT(item.itemWidth, 3U);
-    EXPECT_EQ(answer, 1);
+    item = measured(window.hWnd(), 0);
+    EXPECT_GT(item.width, 3U);
+    EXPECT_EQ(item.answer, 1);
     EXPECT_EQ(handleCount(HandleKind::DeviceContext), before);
 }
 
@@ -370,23 +357,23 @@ TEST_F(Menu, AHandlerMayEndTheControlAndTheWindowWhileTheMenuIsShown) {
             HearingWindow shown(log, "shown", mainWindow());
             const HMENU bar = menuTree(kTree);
             SetMenu(shown.hWnd(), bar);
-            auto menu = std::make_unique<ctlUTF8Menu>();
+            auto ending = std::make_unique<ctlUTF8Menu>();
             int asked = 0;
             bool armed = !inDrawing;
-            menu->OnOwnerDraw = [&, hWnd = shown.hWnd()](MenuItemLook& look, bool) {
+            ending->OnOwnerDraw = [&, hWnd = shown.hWnd()](MenuItemLook& look, bool) {
                 if (!armed || ++asked > 1) return;
                 look.sCaption = u"deed";
                 if (deed == Deed::Throw) throw std::runtime_error("no");
-                if (deed == Deed::EndMenu || deed == Deed::EndBoth) menu.reset();
+                if (deed == Deed::EndMenu || deed == Deed::EndBoth) ending.reset();
                 if (deed == Deed::EndWindow || deed == Deed::EndBoth) DestroyWindow(hWnd);
-                if (deed == Deed::AttachAgain) menu->Attach(hWnd);
+                if (deed == Deed::AttachAgain) ending->Attach(hWnd);
                 if (deed == Deed::Rewrite) {
                     EXPECT_TRUE(DeleteMenu(bar, 0, MF_BYPOSITION));
                     addItem(bar, 9, u"New");
-                    menu->Refresh();
+                    ending->Refresh();
                 }
             };
-            menu->Attach(shown.hWnd());
+            ending->Attach(shown.hWnd());
             ShowWindow(shown.hWnd(), SW_SHOW);
             if (inDrawing) {
                 platform::test::settle();
@@ -405,10 +392,10 @@ TEST_F(Menu, AHandlerMayEndTheControlAndTheWindowWhileTheMenuIsShown) {
                 EXPECT_EQ(menuDump(bar), kNative);
             }
             if (deed == Deed::Rewrite) {
-                EXPECT_EQ(dump(*menu), "K5 SEP '[SEP]x', K6 popup 'Deep', K7 popup 'Deeper', "
-                                       "K8 bar 'New'");
+                EXPECT_EQ(dump(*ending), "K5 SEP '[SEP]x', K6 popup 'Deep', K7 popup 'Deeper', "
+                                         "K8 bar 'New'");
             }
-            menu.reset();
+            ending.reset();
             DestroyWindow(shown.hWnd());
             platform::test::settle();
             EXPECT_EQ(handleCount(HandleKind::DeviceContext), before);
@@ -418,7 +405,6 @@ TEST_F(Menu, AHandlerMayEndTheControlAndTheWindowWhileTheMenuIsShown) {
 
 TEST_F(Menu, PopupsOfAWindowWithoutAMenuAreDrawnToo) {
     const HMENU popup = menuTree({{40, u"Copy"}, {41, u"More", {{42, u"Deep"}}}});
-    ctlUTF8Menu menu;
     std::string drawn;
     menu.OnOwnerDraw = [&](MenuItemLook& look, bool bSelected) {
         if (bSelected) drawn += toUtf8(look.sCaption) + ' ';
@@ -446,11 +432,8 @@ TEST_F(Menu, PopupsOfAWindowWithoutAMenuAreDrawnToo) {
 }
 
 TEST_F(Menu, AttachingSomewhereElseLetsGoOfTheFormerWindow) {
-    const HMENU bar = menuTree(kTree);
-    SetMenu(window.hWnd(), bar);
+    const HMENU bar = attachTo(kTree);
     HearingWindow other(log, "other", mainWindow());
-    ctlUTF8Menu menu;
-    menu.Attach(window.hWnd());
     menu.Attach(other.hWnd());  // without a menu: only the messages
     EXPECT_EQ(menuDump(bar), kNative);
     SendMessageW(window.hWnd(), WM_INITMENUPOPUP, 0, 0);
@@ -478,16 +461,13 @@ TEST_F(Menu, AttachingSomewhereElseLetsGoOfTheFormerWindow) {
 }
 
 TEST_F(Menu, TheFontFollowsTheSettingsAndTheCustomFace) {
-    const HMENU bar = menuTree({{1, u"Width"}});
-    SetMenu(window.hWnd(), bar);
-    ctlUTF8Menu menu;
-    menu.Attach(window.hWnd());
+    const HMENU bar = attachTo({{1, u"Width"}});
     menu.IconDim(0);  // the text alone decides the height
-    const auto height = [&] {
-        LRESULT answer = 0;
-        return measured(window.hWnd(), 0, answer).itemHeight;
-    };
+    const auto height = [&] { return measured(window.hWnd(), 0).height; };
+    const int fonts = handleCount(HandleKind::Font);
+    (void)height();
     const std::uint32_t plain = height();
+    EXPECT_EQ(handleCount(HandleKind::Font), fonts + 1) << "one for all items";
     menu.CustomFontFace(u"Noto Sans Thai");
     EXPECT_EQ(height(), plain);
     SendMessageW(window.hWnd(), WM_SETTINGCHANGE, 0, 0);
@@ -507,16 +487,6 @@ TEST_F(Menu, TheFontFollowsTheSettingsAndTheCustomFace) {
     EXPECT_EQ(height(), plain);
 }
 
-TEST_F(Menu, MeasuringMakesOneFontForAllItems) {
-    SetMenu(window.hWnd(), menuTree(kTree));
-    ctlUTF8Menu menu;
-    menu.Attach(window.hWnd());
-    LRESULT answer = 0;
-    const int before = handleCount(HandleKind::Font);
-    for (std::uint32_t key = 0; key < 8; ++key) (void)measured(window.hWnd(), key, answer);
-    EXPECT_EQ(handleCount(HandleKind::Font), before + 1);
-}
-
 TEST_F(Menu, TenThousandItemsComeAndGo) {
     const HMENU bar = CreateMenu();
     MENUITEMINFOW info;
@@ -534,7 +504,6 @@ TEST_F(Menu, TenThousandItemsComeAndGo) {
     ASSERT_TRUE(InsertMenuItemW(shown, 0, true, info));
     SetMenu(window.hWnd(), shown);
     const std::string before = menuDump(bar);
-    ctlUTF8Menu menu;
     menu.Attach(window.hWnd());
     EXPECT_EQ(menu.Items().size(), 10001U);
     window.on = [](std::uint32_t uMsg, WPARAM, LPARAM) -> std::optional<LRESULT> {
@@ -563,11 +532,12 @@ public:
     HearingWindow client{log, "client", childOf(window.hWnd(), u"MDIClient")};
     HearingWindow child{log, "child", childOf(client.hWnd())};
     HMENU bar = menuTree({{1, u"File", {{20, u"a"}}}});
+    ctlUTF8Menu& onFrame = menu;
+    ctlUTF8Menu onChild;
 };
 
 TEST_F(MdiMenu, ChildrenHaveTheirItemsMeasuredAndDrawnByTheFrame) {
     SetMenu(window.hWnd(), bar);
-    ctlUTF8Menu onChild, onFrame;
     PropertyBag bag;
     bag.WriteProperty(u"StringMode", std::int32_t{smPackedUTF8}, std::int32_t{smEncoded});
     onChild.ReadProperties(bag);
@@ -577,8 +547,7 @@ TEST_F(MdiMenu, ChildrenHaveTheirItemsMeasuredAndDrawnByTheFrame) {
     // Without a link to a frame it draws nothing, and says that it did.
     DRAWITEMSTRUCT draw;
     EXPECT_EQ(SendMessageW(child.hWnd(), WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&draw)), 1);
-    LRESULT answer = 0;
-    EXPECT_EQ(measured(child.hWnd(), 0, answer).itemWidth, 3U);
+    EXPECT_EQ(measured(child.hWnd(), 0).width, 3U);
 
     onFrame.Attach(window.hWnd());  // tells the active child
     std::string drawn;
@@ -586,10 +555,9 @@ TEST_F(MdiMenu, ChildrenHaveTheirItemsMeasuredAndDrawnByTheFrame) {
         drawn += toUtf8(look.sCaption) + ' ';
         look.sCaption = u"\u00C3\u2013";  // one character in the child's string mode
     };
-    const std::uint32_t own = measured(window.hWnd(), 0, answer).itemWidth;
-    const std::uint32_t forwarded = measured(child.hWnd(), 0, answer).itemWidth;
-    EXPECT_LT(forwarded, own);
-    EXPECT_EQ(answer, 1);
+    const Measured forwarded = measured(child.hWnd(), 0);
+    EXPECT_LT(forwarded.width, measured(window.hWnd(), 0).width);
+    EXPECT_EQ(forwarded.answer, 1);
     EXPECT_EQ(SendMessageW(child.hWnd(), WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&draw)), 1);
     EXPECT_EQ(drawn, "File File File ");
 
@@ -602,13 +570,12 @@ TEST_F(MdiMenu, ChildrenHaveTheirItemsMeasuredAndDrawnByTheFrame) {
     // A frame that is gone leaves a control on a standard window.
     onFrame.Detach();
     SendMessageW(child.hWnd(), WM_APP_MDIFRAME, 12345, 0);
-    EXPECT_EQ(measured(child.hWnd(), 0, answer).itemWidth, 3U);
-    EXPECT_EQ(answer, 0);
+    EXPECT_EQ(measured(child.hWnd(), 0).width, 3U);
+    EXPECT_EQ(measured(child.hWnd(), 0).answer, 0);
 }
 
 TEST_F(MdiMenu, AHandlerOnTheFrameMayEndTheControlOfTheChildThatAsks) {
     SetMenu(window.hWnd(), bar);
-    ctlUTF8Menu onFrame;
     DRAWITEMSTRUCT draw;
     MEASUREITEMSTRUCT measure;
     const struct {
@@ -617,12 +584,12 @@ TEST_F(MdiMenu, AHandlerOnTheFrameMayEndTheControlOfTheChildThatAsks) {
     } kCases[] = {{WM_DRAWITEM, reinterpret_cast<LPARAM>(&draw)},
                   {WM_MEASUREITEM, reinterpret_cast<LPARAM>(&measure)}};
     for (const auto& c : kCases) {
-        auto onChild = std::make_unique<ctlUTF8Menu>();
-        onChild->Attach(child.hWnd());
+        auto ending = std::make_unique<ctlUTF8Menu>();
+        ending->Attach(child.hWnd());
         onFrame.Attach(window.hWnd());
-        onFrame.OnOwnerDraw = [&](MenuItemLook&, bool) { onChild.reset(); };
+        onFrame.OnOwnerDraw = [&](MenuItemLook&, bool) { ending.reset(); };
         EXPECT_EQ(SendMessageW(child.hWnd(), c.uMsg, 0, c.lParam), 1);
-        EXPECT_EQ(onChild, nullptr);
+        EXPECT_EQ(ending, nullptr);
         EXPECT_EQ(SendMessageW(child.hWnd(), c.uMsg, 0, c.lParam), 77)
             << "it is the window's again";
     }
@@ -632,24 +599,21 @@ TEST_F(MdiMenu, AHandlerOnTheFrameMayEndTheControlOfTheChildThatAsks) {
 TEST_F(MdiMenu, AChildThatHoldsRecordsDrawsThemItself) {
     HearingWindow standard(log, "standard", mainWindow());
     SetMenu(standard.hWnd(), bar);
-    ctlUTF8Menu other, frame;
-    other.Attach(standard.hWnd());
+    onChild.Attach(standard.hWnd());
     std::string calls;
-    other.OnOwnerDraw = [&](MenuItemLook&, bool) { calls += "own "; };
-    frame.OnOwnerDraw = [&](MenuItemLook&, bool) { calls += "frame "; };
-    SetMenu(window.hWnd(), menuTree({{5, u"Frame"}}));
-    frame.Attach(window.hWnd());
+    onChild.OnOwnerDraw = [&](MenuItemLook&, bool) { calls += "own "; };
+    onFrame.OnOwnerDraw = [&](MenuItemLook&, bool) { calls += "frame "; };
+    attachTo({{5, u"Frame"}});
     SendMessageW(standard.hWnd(), WM_APP_MDIFRAME, static_cast<WPARAM>(window.hWnd()), 0);
     DRAWITEMSTRUCT draw;
     SendMessageW(standard.hWnd(), WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&draw));
-    LRESULT answer = 0;
-    (void)measured(standard.hWnd(), 0, answer);
+    (void)measured(standard.hWnd(), 0);
+    onChild.Detach();  // ahead of its window
     EXPECT_EQ(calls, "own frame ");
 }
 
 TEST_F(MdiMenu, TheFrameFollowsTheMenuThatItIsGiven) {
     SetMenu(window.hWnd(), bar);
-    ctlUTF8Menu onChild, onFrame;
     onChild.Attach(child.hWnd());
     onFrame.Attach(window.hWnd());
     const HMENU second = menuTree({{7, u"Edit", {{70, u"Undo"}}}});
@@ -663,8 +627,7 @@ TEST_F(MdiMenu, TheFrameFollowsTheMenuThatItIsGiven) {
     EXPECT_EQ(client.heard, 3);
     EXPECT_EQ(menuDump(bar), "1 d1000 'File'[20 d20000 'a']");
     EXPECT_EQ(dump(onFrame), "K0 bar 'Edit', K1 popup 'Undo'");
-    LRESULT answer = 0;
-    EXPECT_GT(measured(child.hWnd(), 0, answer).itemWidth, 3U) << "the child was told";
+    EXPECT_GT(measured(child.hWnd(), 0).width, 3U) << "the child was told";
 
     // The menus of the windows themselves are nobody's here.
     const auto opens = [&](HMENU hMenu) {
@@ -684,42 +647,47 @@ TEST_F(MdiMenu, TheFrameFollowsTheMenuThatItIsGiven) {
 
 // ---- Properties
 
-TEST_F(Menu, PropertiesAreStoredByNameUnlessTheyAreTheDefaults) {
-    PropertyBag empty;
-    ctlUTF8Menu menu(false);
-    menu.WriteProperties(empty);
-    EXPECT_EQ(empty.Count(), 0U);
-    menu.ReadProperties(empty);
-    EXPECT_EQ(menu.Properties(), MenuProps());
+namespace {
 
-    menu.IconDim(20);
-    menu.FadeBackground(true);
-    menu.MenuBackColor(0x010203);
-    menu.MenuForeColorNormal(0x040506);
-    menu.MenuForeColorDisabled(0x070809);
-    menu.SelectorBackColor(0xA78A7F);
-    menu.SelectorForeColor(0xFFFFFF);
-    menu.ExtSepBackColor(0x111111);
-    menu.ExtSepForeColor(0x222222);
-    menu.FadeExtSep(true);
-    menu.SelectorStyle(4);
-    menu.FullSelector(false);
-    menu.LeftBand(true);
-    menu.LeftBandBackColor(0x333333);
-    menu.FadeLeftBand(true);
-    menu.Separators3D(false);
-    menu.LeftBandSeparators(true);
-    menu.StringMode(smPlain);
-    menu.RoundSelector(true);
-    menu.CustomFontFace(u"Arial");
-    menu.ImageArray(std::make_shared<MenuPictures>(2));
+// Another value than the default for each property, and each number another one.
+PropertyBag otherValues() {
     PropertyBag bag;
-    menu.WriteProperties(bag);
-    EXPECT_EQ(bag.Count(), kMenuProperties.size());
-    for (const MenuProperty& property : kMenuProperties) EXPECT_TRUE(bag.Contains(property.sName));
+    const MenuProps defaults;
+    int number = 0;
+    for (const MenuProperty& property : kMenuProperties) {
+        std::visit(
+            [&]<class T>(T MenuProps::*member) {
+                T value{};
+                if constexpr (std::is_same_v<T, Text>) value = u"Arial";
+                if constexpr (std::is_same_v<T, bool>) value = !(defaults.*member);
+                if constexpr (std::is_same_v<T, std::int16_t> || std::is_same_v<T, std::int32_t>) {
+                    value = static_cast<T>(defaults.*member + ++number);
+                }
+                if constexpr (std::is_same_v<T, std::shared_ptr<MenuPictures>>) {
+                    value = std::make_shared<MenuPictures>(2);
+                }
+                bag.WriteProperty(property.sName, value, defaults.*member);
+            },
+            property.member);
+    }
+    return bag;
+}
+
+}  // namespace
+
+TEST(MenuProperties, AreStoredByNameUnlessTheyAreTheDefaults) {
     ctlUTF8Menu read;
-    read.ReadProperties(bag);
-    EXPECT_EQ(read.Properties(), menu.Properties());
+    const PropertyBag stored = otherValues();
+    read.ReadProperties(stored);
+    EXPECT_EQ(read.IconDim(), 17);
+    EXPECT_EQ(read.CustomFontFace(), u"Arial");
+    PropertyBag written, none;
+    read.WriteProperties(written);
+    EXPECT_TRUE(written == stored);
+    read.ReadProperties({});
+    EXPECT_EQ(read.Properties(), MenuProps());
+    read.WriteProperties(none);
+    EXPECT_EQ(none.Count(), 0U);
 
     // The colours of text separators follow those of the menu where nothing else is stored.
     PropertyBag colors;
@@ -731,6 +699,9 @@ TEST_F(Menu, PropertiesAreStoredByNameUnlessTheyAreTheDefaults) {
     EXPECT_EQ(::test::raised([&] { read.StringMode(1); }),
               "StringMode: This property can be set only a design time!");
     EXPECT_EQ(read.StringMode(), smEncoded);
+    ctlUTF8Menu designed(false);
+    designed.StringMode(1);
+    EXPECT_EQ(designed.StringMode(), smPackedUTF8);
 }
 
 }  // namespace
