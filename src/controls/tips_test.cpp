@@ -23,44 +23,35 @@ protected:
     static void at(POINT mouse) { platform::test::setCursorPos(mouse); }
     static ctlUniToolTip& tip() { return dynamic_cast<ctlUniToolTip&>(*tipService().m_oTipForm); }
     static std::string state() { return TipIsVisible() ? "shows" : "hidden"; }
-    static RECT placeOfTip() {
-        RECT place;
-        platform::GetWindowRect(tip().hWnd(), place);
-        return place;
+    static std::string after(std::uint32_t milliseconds) {
+        advanceTimers(milliseconds);
+        return state();
     }
     ctlUniTooltipManager m_manager;
 };
 
 TEST_F(Tips, ComeAfterARestAndGoWithTheMouseOrTheTime) {
     ShowTip(u"Browse...", kTipWidth);
-    advanceTimers(399);
-    EXPECT_EQ(state(), "hidden");
-    advanceTimers(1);
-    EXPECT_EQ(state(), "shows");
+    EXPECT_EQ(after(399), "hidden");
+    EXPECT_EQ(after(1), "shows");
     EXPECT_EQ(tip().lblTip.Caption(), u"Browse... ");
     EXPECT_EQ(platform::test::runningTimers(), 2);
     ShowTip(u"Browse...", kTipWidth);
     EXPECT_EQ(state(), "shows") << "a mouse at rest changes nothing";
-    advanceTimers(2999);
-    EXPECT_EQ(state(), "shows");
-    advanceTimers(1);
-    EXPECT_EQ(state(), "hidden");
+    EXPECT_EQ(after(2999), "shows");
+    EXPECT_EQ(after(1), "hidden");
     EXPECT_EQ(platform::test::runningTimers(), 0) << "nothing runs while nothing shows";
 
     at({101, 100});
     ShowTip(u"Browse...", kTipWidth);
-    advanceTimers(400);
-    EXPECT_EQ(state(), "shows");
+    EXPECT_EQ(after(400), "shows");
     at({101, 101});
-    advanceTimers(99);
-    EXPECT_EQ(state(), "shows");
-    advanceTimers(1);
-    EXPECT_EQ(state(), "hidden") << "the mouse has moved";
+    EXPECT_EQ(after(99), "shows");
+    EXPECT_EQ(after(1), "hidden") << "the mouse has moved";
 
     ShowTip(u"Browse...", kTipWidth);
     at({150, 101});
-    advanceTimers(400);
-    EXPECT_EQ(state(), "hidden") << "moved while it waited";
+    EXPECT_EQ(after(400), "hidden") << "moved while it waited";
     EXPECT_EQ(platform::test::runningTimers(), 0);
 
     for (int x = 0; x < 5; ++x) {
@@ -69,8 +60,7 @@ TEST_F(Tips, ComeAfterARestAndGoWithTheMouseOrTheTime) {
         advanceTimers(300);
     }
     EXPECT_EQ(state(), "hidden") << "every move begins the wait anew";
-    advanceTimers(100);
-    EXPECT_EQ(state(), "shows");
+    EXPECT_EQ(after(100), "shows");
     ShowTip(u"Other", kTipWidth);
     EXPECT_EQ(state(), "hidden");
     advanceTimers(400);
@@ -83,19 +73,16 @@ TEST_F(Tips, ComeAfterARestAndGoWithTheMouseOrTheTime) {
 TEST_F(Tips, PersistentOnesStayWhileTheMouseRests) {
     m_manager.PersistentTip(true);
     ShowTip(u"Stay", kTipWidth);
-    advanceTimers(400);
-    advanceTimers(20000);
-    EXPECT_EQ(state(), "shows");
+    EXPECT_EQ(after(400), "shows");
+    EXPECT_EQ(after(20000), "shows");
     at({100, 101});
-    advanceTimers(100);
-    EXPECT_EQ(state(), "hidden");
+    EXPECT_EQ(after(100), "hidden");
 }
 
 TEST_F(Tips, ShowNothingForBlanks) {
     for (const char16_t* blanks : {u"", u" ", u"     "}) {
         ShowTip(blanks, kTipWidth, u"tag");
-        advanceTimers(1000);
-        EXPECT_EQ(state(), "hidden");
+        EXPECT_EQ(after(1000), "hidden");
         EXPECT_EQ(GetTip(), blanks);
         EXPECT_EQ(GetTipTag(), u"tag");
     }
@@ -106,25 +93,23 @@ TEST_F(Tips, ShowNothingForBlanks) {
 }
 
 TEST_F(Tips, StandBelowTheMouseAndStayOnTheScreen) {
-    const struct {
-        POINT mouse;
-        const char* where;
-    } kCases[] = {
+    const std::pair<POINT, const char*> kCases[] = {
         {{100, 100}, "right below"},
         {{100, 590}, "right above"},
         {{790, 100}, "edge below"},
         {{790, 590}, "edge above"},
     };
-    for (const auto& c : kCases) {
-        at(c.mouse);
+    for (const auto& [mouse, expected] : kCases) {
+        at(mouse);
         ShowTip(u"Somewhere on the screen", kTipWidth);
         advanceTimers(400);
-        const RECT place = placeOfTip();
-        std::string where = place.left == c.mouse.x + 1 ? "right " : "";
+        RECT place;
+        platform::GetWindowRect(tip().hWnd(), place);
+        std::string where = place.left == mouse.x + 1 ? "right " : "";
         if (place.right == 800) where = "edge ";
-        if (place.top == c.mouse.y + 15) where += "below";
-        if (place.bottom == c.mouse.y - 5) where += "above";
-        EXPECT_EQ(where, c.where) << c.mouse.x << ", " << c.mouse.y;
+        if (place.top == mouse.y + 15) where += "below";
+        if (place.bottom == mouse.y - 5) where += "above";
+        EXPECT_EQ(where, expected);
     }
 }
 
@@ -154,8 +139,7 @@ TEST_F(Tips, AreHandedOutByControlsUnderTheMouse) {
     button.Tip(u"Browse...");
     put(button);
     platform::test::mouse(button.hWnd(), test::MouseAction::Move, {3, 4}, 0);
-    advanceTimers(400);
-    EXPECT_EQ(state(), "shows");
+    EXPECT_EQ(after(400), "shows");
     button.Tip({});
     platform::test::mouse(button.hWnd(), test::MouseAction::Move, {5, 4}, 0);
     EXPECT_EQ(state(), "hidden");
@@ -184,11 +168,12 @@ TEST_F(Tips, LiveAsLongAsOneManagerIsActive) {
         EXPECT_EQ(tip().lblTip.Style(), 4) << "any manager may change how the one tip looks";
         idle.Style(-1);
         ShowTip(u"Still", kTipWidth);
-        advanceTimers(400);
-        EXPECT_EQ(state(), "shows");
+        EXPECT_EQ(after(400), "shows");
         PropertyBag written;
+        m_manager.WriteProperties(written);
+        EXPECT_TRUE(written.Contains(u"ActivateTips") && written.Count() == 1);
         idle.WriteProperties(written);
-        EXPECT_EQ(written.Count(), 3U);
+        EXPECT_TRUE(written == bag);
     }
     EXPECT_FALSE(tipService().m_bTipsActive);
     EXPECT_EQ(tipService().m_oTipForm, nullptr);
@@ -199,14 +184,12 @@ TEST_F(Tips, LiveAsLongAsOneManagerIsActive) {
     EXPECT_FALSE(TipIsVisible());
     m_manager.ActivateTips(true);
     ShowTip(u"Again", kTipWidth);
-    advanceTimers(400);
-    EXPECT_EQ(state(), "shows");
+    EXPECT_EQ(after(400), "shows");
     EXPECT_TRUE(tip().Unload());
     EXPECT_FALSE(tipService().m_bTipsActive) << "its unload ends the tips";
     m_manager.ActivateTips(true);
     ShowTip(u"Once more", kTipWidth);
-    advanceTimers(400);
-    EXPECT_EQ(state(), "shows") << "and a manager starts them anew";
+    EXPECT_EQ(after(400), "shows") << "and a manager starts them anew";
 }
 
 TEST_F(Tips, GetTheirTransparencyWhereThePlatformHasIt) {
