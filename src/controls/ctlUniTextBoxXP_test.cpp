@@ -1,21 +1,16 @@
 #include "controls/ctlUniTextBoxXP.h"
 
+#include "controls/controlWindow_test.h"
 #include "file/pvWindowsVersion.h"
 #include "gfx/modCtlCommon_ctl_colors.h"
-#include "host/Form.h"
-#include "host/tipService.h"
-#include "platform/base/failure.h"
 #include "platform/base/testhooks.h"
-#include "platform/window/application.h"
 #include "platform/window/edit.h"
 #include "platform/window/input.h"
 #include "platform/window/surface.h"
-#include "platform/window/testhooks.h"
 #include "support/gui/Golden.h"
 
 #include <algorithm>
 #include <functional>
-#include <gtest/gtest.h>
 #include <optional>
 
 using namespace platform;
@@ -30,11 +25,6 @@ using platform::test::releaseKey;
 using platform::test::settle;
 using platform::test::typeText;
 
-class Window : public Form {
-public:
-    Window() : Form(WindowKind::Main) { ClientSize(240, 120); }
-};
-
 constexpr std::nullopt_t kSame = std::nullopt;  // handlers leave a code as it is
 
 std::string number(double value) { return std::to_string(static_cast<int>(value)); }
@@ -48,11 +38,10 @@ std::uint32_t pixelOf(COLORREF color) {
     return static_cast<std::uint32_t>(redOf(color) << 16 | greenOf(color) << 8 | blueOf(color));
 }
 
-class TextBox : public testing::Test {
+class TextBox : public ::test::ControlTest {
 protected:
-    TextBox() {
-        form.Show();
-        settle();
+    void SetUp() override {
+        ControlTest::SetUp();
         makeBox();
     }
     ~TextBox() override {
@@ -67,15 +56,15 @@ protected:
     ctlUniTextBoxXP& makeBox(const std::function<void(ctlUniTextBoxXP&)>& prepare = {}) {
         box = std::make_unique<ctlUniTextBoxXP>();
         if (prepare) prepare(*box);
-        EXPECT_TRUE(box->create(form.hWnd(), {10, 10, 130, 50}));
+        EXPECT_TRUE(box->create(m_form.hWnd(), {10, 10, 130, 50}));
         listen(*box);
         box->SetFocus();
         settle();
-        log.clear();
+        (void)taken();
         return *box;
     }
     void note(const std::string& event, const std::string& rest = {}) {
-        log += event + (rest.empty() ? "" : ' ' + rest) + ';';
+        m_log += event + (rest.empty() ? "" : ' ' + rest) + ';';
         const auto handler = on;
         if (handler) handler(event);
     }
@@ -110,7 +99,6 @@ protected:
         };
         b.IMEComposition = [this](const Text& text) { note("IMEComposition", toUtf8(text)); };
     }
-    std::string taken() { return std::exchange(log, {}); }
     void key(std::int32_t code, TextView typed = {}, WPARAM modifiers = 0) {
         const HWND edit = box->hWnd();
         pressKey(edit, code, typed, modifiers);
@@ -128,51 +116,32 @@ protected:
         return toUtf8(text);
     }
 
-    platform::test::WindowHookScope hooks;
-    Window form;
+    // Another control beside it.
+    void putOther() { ASSERT_TRUE(other.create(m_form.hWnd(), {140, 10, 200, 50})); }
+
     std::unique_ptr<ctlUniTextBoxXP> box;
     HostWindow other;
-    std::string log;
     std::function<void(const std::string&)> on;
     std::optional<std::int16_t> changeCode;
 };
 
 }  // namespace
 
-TEST_F(TextBox, StoresItsPropertiesUnderTheirNames) {
-    EXPECT_EQ(ctlUniTextBoxXP::properties().dump(TextBoxProps()),
-              "BorderColor 32 -1\nBackColor 32 -2147483643\nForeColor 32 -2147483640\n"
-              "Locked bool false\nText text \"\"\nMaxLength 32 0\nMultiLine bool false\n"
-              "Alignment 32 0\nScrollBars 32 0\nPasswordChar text \"\"\nTrapTab bool false\n"
-              "EnableContextMenu bool true\nRaiseChangeEvent bool true\nTip text \"\"\n"
-              "NoHideSel bool false\nRightToLeft bool false\nManualStart bool false\n"
-              "RoundedBorders bool false\nBackColorOut 32 -1\nUseRoundRegions bool false\n"
-              "OnlyBottomBorder bool false\n");
-    PropertyBag bag;
-    box->WriteProperties(bag);
-    EXPECT_EQ(bag.Count(), 0U) << "nothing differs from its default";
-
+TEST_F(TextBox, StoresWhatItsEditWindowSays) {
     box->Text(u"\u05D0\r\n\xD800");
     box->MultiLine(true);
     box->Locked(true);
     box->PasswordChar(u"*");
     box->RightToLeft(true);
-    box->TrapTabKey(true);
     box->MaxLength(77);
-    box->Tip(u"tip");
-    box->Enabled(false);
-    box->MousePointer(3);
+    PropertyBag bag, again;
     box->WriteProperties(bag);
-    EXPECT_EQ(bag.Count(), 10U);
+    EXPECT_EQ(bag.Count(), 6U);
     EXPECT_EQ(bag.ReadProperty(u"Text", Bytes()), (Bytes{0xD0, 0x05, 13, 0, 10, 0, 0x00, 0xD8}));
     EXPECT_EQ(bag.ReadProperty(u"PasswordChar", Text()), u"*");
     makeBox([&](ctlUniTextBoxXP& fresh) { fresh.ReadProperties(bag); });
-    PropertyBag again;
     box->WriteProperties(again);
-    EXPECT_EQ(again.Count(), 10U);
-    EXPECT_EQ(box->Text(), u"\u05D0\r\n\xD800");
-    EXPECT_TRUE(box->Locked() && box->MultiLine() && box->RightToLeft() && box->TrapTabKey());
-    EXPECT_EQ(box->MaxLength(), 77);
+    EXPECT_TRUE(again == bag);
     box->InitProperties();
     EXPECT_EQ(box->Text(), u"") << "also while it runs";
     EXPECT_FALSE(box->MultiLine() || box->Locked());
@@ -241,7 +210,7 @@ TEST_F(TextBox, KeepsItsValuesBeforeItsWindowAndAfterIt) {
     };
     box = std::make_unique<ctlUniTextBoxXP>();
     use();
-    ASSERT_TRUE(box->create(form.hWnd(), {0, 0, 50, 30}));
+    ASSERT_TRUE(box->create(m_form.hWnd(), {0, 0, 50, 30}));
     ASSERT_TRUE(box->IsStarted());
     EXPECT_EQ(box->Text(), u"some");
     EXPECT_EQ(GetWindowLongW(box->hWnd(), GWL_STYLE),
@@ -253,10 +222,10 @@ TEST_F(TextBox, KeepsItsValuesBeforeItsWindowAndAfterIt) {
     EXPECT_FALSE(box->IsStarted());
     EXPECT_EQ(box->Text(), u"last");
     use();
-    ASSERT_TRUE(box->create(form.hWnd(), {0, 0, 50, 30}));
+    ASSERT_TRUE(box->create(m_form.hWnd(), {0, 0, 50, 30}));
     EXPECT_EQ(box->Text(), u"some");
     box->Text(u"kept");
-    form.Unload();
+    m_form.Unload();
     EXPECT_FALSE(box->IsStarted());
     EXPECT_EQ(box->Text(), u"kept") << "also when the form takes the window away";
 }
@@ -324,12 +293,12 @@ TEST_F(TextBox, MadeAnewItKeepsTextLimitAndFocus) {
 TEST_F(TextBox, GivesTheFocusThatIsInsideOfItToTheEditWindow) {
     const HWND owner = box->HostWindow::hWnd();
     const HWND child = CreateWindowExW(0, u"EDIT", {}, WS_CHILD | WS_VISIBLE, 0, 0, 9, 9, owner);
-    ASSERT_TRUE(other.create(form.hWnd(), {140, 10, 200, 50}));
+    putOther();
     const std::pair<HWND, HWND> kCases[] = {
         {child, box->hWnd()}, {box->hWnd(), box->hWnd()}, {other.hWnd(), other.hWnd()}};
     for (const auto& [before, after] : kCases) {
         platform::SetFocus(before);
-        SendMessageW(owner, WM_MOUSEACTIVATE, form.hWnd(), 0);
+        SendMessageW(owner, WM_MOUSEACTIVATE, m_form.hWnd(), 0);
         EXPECT_EQ(GetFocus(), after);
     }
     box->SetFocus();
@@ -439,7 +408,7 @@ TEST_F(TextBox, LockedItKeepsTheClipboardAndUndoAway) {
 }
 
 TEST_F(TextBox, TabMovesTheFocusUnlessItIsTrapped) {
-    ASSERT_TRUE(other.create(form.hWnd(), {140, 10, 200, 50}));
+    putOther();
     for (const bool multiLine : {false, true}) {
         makeBox([&](ctlUniTextBoxXP& fresh) { fresh.MultiLine(multiLine); });
         pressKey(box->hWnd(), VK_TAB, u"\t");
@@ -465,7 +434,7 @@ TEST_F(TextBox, TabMovesTheFocusUnlessItIsTrapped) {
 
 TEST_F(TextBox, HearsTheKeysOfTheCaretAheadOfTheFormAndTheOthersBehindIt) {
     std::string heard;
-    setKeyFilter(form.hWnd(), [&](HWND, std::uint32_t uMsg, WPARAM wParam, LPARAM) {
+    setKeyFilter(m_form.hWnd(), [&](HWND, std::uint32_t uMsg, WPARAM wParam, LPARAM) {
         if (uMsg == WM_KEYDOWN) heard += std::to_string(wParam) + ' ';
         return false;
     });
@@ -539,32 +508,6 @@ TEST_F(TextBox, SetsItsPointerOverTheEditWindow) {
     }
 }
 
-TEST_F(TextBox, HandsItsTipOnWhileTheMouseMoves) {
-    struct Tip : TipWindow {
-        void SetTip(const Text& sTip, std::int32_t width, const std::optional<Text>&) override {
-            shown = toUtf8(sTip) + ' ' + std::to_string(width);
-        }
-        void UpdateTip(const Text&, std::int32_t, const std::optional<Text>&) override {}
-        Text GetTip() const override { return {}; }
-        Text GetTipTag() const override { return {}; }
-        bool TipIsVisible() const override { return false; }
-        std::string& shown;
-        explicit Tip(std::string& to) : shown(to) {}
-    };
-    std::string shown;
-    TipService& service = tipService();
-    const auto make =
-        std::exchange(service.makeTipForm, [&] { return std::make_unique<Tip>(shown); });
-    auto form_ = std::exchange(service.m_oTipForm, nullptr);
-    service.m_bTipsActive = true;
-    box->Tip(u"what to type");
-    mouse(box->hWnd(), MouseAction::Move, {3, 4}, 0);
-    EXPECT_EQ(shown, "what to type 300");
-    service.m_bTipsActive = false;
-    service.m_oTipForm = std::move(form_);
-    service.makeTipForm = make;
-}
-
 TEST_F(TextBox, RaisesAKeyPressForEachUnitOfAComposedText) {
     const struct {
         std::optional<std::int16_t> change;
@@ -603,7 +546,7 @@ TEST_F(TextBox, RaisesAKeyPressForEachUnitOfAComposedText) {
 }
 
 TEST_F(TextBox, ACompositionEndsWhereTheInputMethodLosesTheField) {
-    ASSERT_TRUE(other.create(form.hWnd(), {140, 10, 200, 50}));
+    putOther();
     const std::pair<const char*, std::function<void()>> kWays[] = {
         {"text", [&] { box->Text(u"another"); }},
         {"locked", [&] { box->Locked(true), box->Locked(false); }},
@@ -734,7 +677,7 @@ TEST_F(TextBox, SurvivesWhateverAHandlerDoes) {
     const std::pair<const char*, std::function<void()>> kDeeds[] = {
         {"ends the control", [&] { box.reset(); }},
         {"ends its window", [&] { box->destroy(); }},
-        {"ends the form", [&] { form.Unload(); }},
+        {"ends the form", [&] { m_form.Unload(); }},
         {"makes the edit window anew", [&] { box->MultiLine(!box->MultiLine()); }},
         {"moves the focus", [&] { other.SetFocus(); }},
         {"sets the text", [&] { box->Text(u"another text"); }},
@@ -743,9 +686,9 @@ TEST_F(TextBox, SurvivesWhateverAHandlerDoes) {
     for (const auto& [deed, act] : kDeeds) {
         for (const auto& [event, cause] : kCauses) {
             for (const bool multiLine : {false, true}) {
-                form.Show();
+                m_form.Show();
                 other.destroy();
-                ASSERT_TRUE(other.create(form.hWnd(), {140, 10, 200, 50}));
+                putOther();
                 makeBox([&](ctlUniTextBoxXP& fresh) {
                     fresh.MultiLine(multiLine);
                     fresh.TrapTabKey(true);
@@ -822,7 +765,7 @@ TEST_F(TextBox, GivesItsColoursToTheEditWindow) {
     RECT whole;
     GetClientRect(box->hWnd(), whole);
     const auto all = std::int64_t{whole.right} * whole.bottom;
-    other.create(form.hWnd(), {140, 10, 200, 50});
+    putOther();
     other.SetFocus();  // without a caret
     for (const Color color : {sysColor(5), rgb(10, 20, 30), sysColor(13)}) {
         box->BackColor(color);
@@ -851,8 +794,8 @@ TEST_F(TextBox, LosesItsCornersWhileItsBordersAreRound) {
     for (const auto& [shape, step] : kSteps) {
         step();
         settle();
-        const HWND corner = platform::test::windowAt(form.hWnd(), {10, 10});
-        EXPECT_EQ(corner, shape == std::string("round") ? form.hWnd() : box->HostWindow::hWnd());
+        const HWND corner = platform::test::windowAt(m_form.hWnd(), {10, 10});
+        EXPECT_EQ(corner, shape == std::string("round") ? m_form.hWnd() : box->HostWindow::hWnd());
     }
 }
 
@@ -880,43 +823,34 @@ TEST_F(TextBox, PaintsInsideOfAnySize) {
 
 TEST_F(TextBox, LooksAsItShould) {
     constexpr SIZE kSize{110, 21};
-    const struct {
-        const char* what;
-        std::function<void(ctlUniTextBoxXP&)> prepare;
-    } kBoxes[] = {
-        {"plain", [](auto& b) { b.Text(u"Plain text"); }},
-        {"right", [](auto& b) { b.Text(u"Right"), b.Alignment(1); }},
-        {"centre", [](auto& b) { b.Text(u"Centre"), b.Alignment(2); }},
-        {"rounded", [](auto& b) { b.Text(u"Rounded"), b.RoundedBorders(true); }},
-        {"bottom", [](auto& b) { b.Text(u"Bottom border"), b.OnlyBottomBorder(true); }},
-        {"colours",
-         [](auto& b) {
-             b.Text(u"Colours");
-             b.BackColor(rgb(255, 250, 205));
-             b.ForeColor(rgb(160, 0, 0));
-             b.BorderColor(rgb(0, 0, 160));
-         }},
-        {"disabled", [](auto& b) { b.Text(u"Disabled"), b.Enabled(false); }},
-        {"locked", [](auto& b) { b.Text(u"Locked"), b.Locked(true); }},
-        {"password", [](auto& b) { b.Text(u"secret"), b.PasswordChar(u"*"); }},
-        {"hebrew", [](auto& b) { b.Text(u"\u05E9\u05DC\u05D5\u05DD abc!"), b.RightToLeft(true); }},
-        {"selected",
-         [](auto& b) { b.Text(u"Selected"), b.NoHideSel(true), b.SelStart(1), b.SelLength(4); }},
-        {"manual", [](auto& b) { b.Text(u"Not started"), b.ManualStart(true); }},
-        {"manualright",
-         [](auto& b) { b.Text(u"Not & started"), b.ManualStart(true), b.Alignment(1); }},
-        {"manualpassword",
-         [](auto& b) { b.Text(u"secret"), b.PasswordChar(u"#"), b.ManualStart(true); }},
-        {"corners",
-         [](auto& b) { b.Text(u"Corners"), b.RoundedBorders(true), b.BackColorOut(255); }},
-        {"lines", [](auto& b) { b.Text(u"Line 1\r\nLine 2\r\nLine 3"), b.MultiLine(true); }},
-        {"bars", [](auto& b) { b.Text(u"Line 1\r\nLine 2"), b.MultiLine(true), b.ScrollBars(3); }},
-        {"wrapped",
-         [](auto& b) {
-             b.Text(u"A longer text of several words, in the centre");
-             b.MultiLine(true);
-             b.Alignment(2);
-         }},
+    const std::function<void(ctlUniTextBoxXP&)> kBoxes[] = {
+        [](auto& b) { b.Text(u"Plain text"); },
+        [](auto& b) { b.Text(u"Right"), b.Alignment(1); },
+        [](auto& b) { b.Text(u"Centre"), b.Alignment(2); },
+        [](auto& b) { b.Text(u"Rounded"), b.RoundedBorders(true); },
+        [](auto& b) { b.Text(u"Bottom border"), b.OnlyBottomBorder(true); },
+        [](auto& b) {
+            b.Text(u"Colours");
+            b.BackColor(rgb(255, 250, 205));
+            b.ForeColor(rgb(160, 0, 0));
+            b.BorderColor(rgb(0, 0, 160));
+        },
+        [](auto& b) { b.Text(u"Disabled"), b.Enabled(false); },
+        [](auto& b) { b.Text(u"Locked"), b.Locked(true); },
+        [](auto& b) { b.Text(u"secret"), b.PasswordChar(u"*"); },
+        [](auto& b) { b.Text(u"\u05E9\u05DC\u05D5\u05DD abc!"), b.RightToLeft(true); },
+        [](auto& b) { b.Text(u"Selected"), b.NoHideSel(true), b.SelStart(1), b.SelLength(4); },
+        [](auto& b) { b.Text(u"Not started"), b.ManualStart(true); },
+        [](auto& b) { b.Text(u"Not & started"), b.ManualStart(true), b.Alignment(1); },
+        [](auto& b) { b.Text(u"secret"), b.PasswordChar(u"#"), b.ManualStart(true); },
+        [](auto& b) { b.Text(u"Corners"), b.RoundedBorders(true), b.BackColorOut(255); },
+        [](auto& b) { b.Text(u"Line 1\r\nLine 2\r\nLine 3"), b.MultiLine(true); },
+        [](auto& b) { b.Text(u"Line 1\r\nLine 2"), b.MultiLine(true), b.ScrollBars(3); },
+        [](auto& b) {
+            b.Text(u"A longer text of several words, in the centre");
+            b.MultiLine(true);
+            b.Alignment(2);
+        },
     };
     constexpr int kGap = 6, kColumns = 3;
     const int rows = static_cast<int>(std::size(kBoxes) + kColumns - 1) / kColumns;
@@ -927,14 +861,14 @@ TEST_F(TextBox, LooksAsItShould) {
     sheet.pixels.assign(static_cast<std::size_t>(sheet.width * sheet.height), 0xD4D0C8);
     box.reset();
     int index = 0;
-    for (const auto& c : kBoxes) {
+    for (const auto& prepare : kBoxes) {
         const int row = index / kColumns, x = kGap + index % kColumns * (kSize.cx + kGap);
         const int y = kGap + row * (kSize.cy + kGap);
         ++index;
         ctlUniTextBoxXP shown;
-        c.prepare(shown);
-        ASSERT_TRUE(shown.create(form.hWnd(), {0, 0, kSize.cx, kSize.cy * (tall(row) ? 4 : 1)}));
-        c.prepare(shown);  // the selection is one of the edit window
+        prepare(shown);
+        ASSERT_TRUE(shown.create(m_form.hWnd(), {0, 0, kSize.cx, kSize.cy * (tall(row) ? 4 : 1)}));
+        prepare(shown);  // the selection is one of the edit window
         settle();
         const auto picture = platform::test::shownPicture(shown.HostWindow::hWnd());
         for (int line = 0; line < picture.height; ++line) {

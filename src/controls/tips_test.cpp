@@ -1,6 +1,7 @@
 // The tip window and its managers, on a clock and a mouse of the test's own.
 #include "controls/controlWindow_test.h"
 #include "controls/ctlUniButtonXP.h"
+#include "controls/ctlUniTextBoxXP.h"
 #include "controls/ctlUniToolTip.h"
 #include "controls/ctlUniTooltipManager.h"
 #include "file/pvWindowsVersion.h"
@@ -147,6 +148,13 @@ TEST_F(Tips, AreHandedOutByControlsUnderTheMouse) {
     button.Tip(u"Design");
     platform::test::mouse(button.hWnd(), test::MouseAction::Move, {3, 4}, 0);
     EXPECT_EQ(GetTip(), u"") << "not in a designer";
+    ctlUniTextBoxXP box;
+    box.Tip(Text(200, u'x') + u" what to type");
+    put(box, {10, 50, 110, 74});
+    platform::test::mouse(box.hWnd(), test::MouseAction::Move, {3, 4}, 0);
+    EXPECT_EQ(after(400), "shows");
+    EXPECT_EQ(GetTip(), box.Tip()) << "over the edit window";
+    EXPECT_FALSE(tip().lblTip.AutoSize()) << "wider than the tip of a control may be";
 }
 
 TEST_F(Tips, LiveAsLongAsOneManagerIsActive) {

@@ -51,6 +51,7 @@ protected:
     void onKeyPress(std::int16_t& code) override { note("char " + number(code)); }
     void onAccessKey(std::int16_t code) override { note("access " + number(code)); }
     void onAmbientChanged() override { note("ambient"); }
+    void onDestroy() override { note("destroy"); }
     void onOLEDragOver(DataObject& data, std::int32_t& effect, std::int16_t, std::int16_t, float,
                        float, std::int16_t state) override {
         effect &= platform::DROPEFFECT_COPY;
@@ -172,31 +173,21 @@ TEST_F(HostTest, EnterEscapeAndAltReachButtonsAndAccessKeys) {
     EXPECT_FALSE(b.Default());
     c.Enabled(false);
     EXPECT_EQ(press('X', u"x", platform::test::kAlt), "a keydown 88 4\n");
-}
 
-TEST_F(HostTest, EnterWithControlIsNotTheDefaultButtons) {
-    place(a, 0);
-    place(b, 30);
-    b.Default(true);
-    a.SetFocus();
-    taken();
-    platform::test::pressKey(a.hWnd(), platform::VK_RETURN, u"\n", platform::MK_CONTROL);
-    EXPECT_EQ(taken(), "a keydown 13 2\na char 10\n");
-}
-
-TEST_F(HostTest, NothingInADisabledWindowIsCalledByKeys) {
-    Probe around("around");
-    ASSERT_TRUE(around.create(form.hWnd(), {0, 0, 100, 60}));
-    ASSERT_TRUE(b.create(around.hWnd(), {0, 0, 40, 20}));
-    place(a, 70);
-    b.Default(true);
-    b.AccessKeys(u"X");
-    a.SetFocus();
+    // In a disabled window nothing is called; Enter stays with the button that cannot be pressed.
+    Probe around("around"), inside("inside");
+    place(around, 90);
+    ASSERT_TRUE(inside.create(around.hWnd(), {0, 0, 9, 9}));
+    inside.Default(true);
+    inside.AccessKeys(u"Y");
     around.Enabled(false);
+    a.DefaultCancel(false);
     taken();
-    platform::test::pressKey(a.hWnd(), 'X', u"x", platform::test::kAlt);
-    platform::test::pressKey(a.hWnd(), platform::VK_RETURN, u"\r");
-    EXPECT_EQ(taken(), "a keydown 88 4\n") << "Enter stays with the button that cannot be pressed";
+    EXPECT_EQ(press('Y', u"y", platform::test::kAlt), "a keydown 89 4\n");
+    EXPECT_EQ(press(platform::VK_RETURN, u"\r"), "");
+    EXPECT_EQ(press(platform::VK_RETURN, u"\n", platform::MK_CONTROL),
+              "a keydown 13 2\na char 10\n")
+        << "with Ctrl it is no key of buttons";
 }
 
 TEST_F(HostTest, HandlersMayEndTheControlMoveTheFocusAndRaise) {
@@ -235,6 +226,10 @@ TEST_F(HostTest, HandlersMayEndTheControlMoveTheFocusAndRaise) {
     platform::setFailureHandler(nullptr);
     EXPECT_EQ(failure, "refused");
     EXPECT_EQ(taken(), "a exit\nb enter\n") << "the others hear of the move all the same";
+    a.on = [](const std::string&) { throw Failure(kOwnError, u"test", u"refused"); };
+    EXPECT_THROW(a.destroy(), Failure);
+    EXPECT_EQ(a.hWnd() + a.hDC(), 0U) << "a failure at the end leaves nothing behind";
+    a.on = nullptr;
 }
 
 TEST_F(HostTest, MembersWorkBeforeTheWindowAndAfterIt) {
@@ -354,16 +349,6 @@ TEST_F(HostTest, AModalFormReturnsWhenItIsHiddenOrGone) {
     EXPECT_FALSE(unloaded.Loaded());
 }
 
-TEST_F(HostTest, AFailureAtTheEndLeavesNothingBehind) {
-    class Failing final : public HostWindow {
-        void onDestroy() override { throw Failure(kOwnError, u"test", u"refused"); }
-    } failing;
-    ASSERT_TRUE(failing.create(form.hWnd(), {0, 0, 20, 20}));
-    EXPECT_THROW(failing.destroy(), Failure);
-    EXPECT_EQ(failing.hWnd(), 0U);
-    EXPECT_EQ(failing.hDC(), 0U);
-}
-
 TEST_F(HostTest, AFormAsksBeforeItGoes) {
     place(a, 0);
     form.refuses = true;
@@ -372,7 +357,7 @@ TEST_F(HostTest, AFormAsksBeforeItGoes) {
     EXPECT_EQ(taken(), "query 0\n");
     form.refuses = false;
     EXPECT_TRUE(form.Unload());
-    EXPECT_EQ(taken(), "query 1\nunload\n");
+    EXPECT_EQ(taken(), "query 1\nunload\na destroy\n");
     EXPECT_FALSE(form.Loaded());
     EXPECT_TRUE(form.Unload()) << "nothing is left to refuse";
 }
