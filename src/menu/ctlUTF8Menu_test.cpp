@@ -487,43 +487,6 @@ TEST_F(Menu, TheFontFollowsTheSettingsAndTheCustomFace) {
     EXPECT_EQ(height(), plain);
 }
 
-TEST_F(Menu, TenThousandItemsComeAndGo) {
-    const HMENU bar = CreateMenu();
-    MENUITEMINFOW info;
-    info.fMask = MIIM_ID | MIIM_STRING | MIIM_DATA;
-    for (info.wID = 0; info.wID < 10000; ++info.wID) {
-        info.dwItemData = info.wID ^ 0x5555;
-        info.dwTypeData = u"Item " + Text(info.wID % 7, u'|');
-        ASSERT_TRUE(InsertMenuItemW(bar, ~0U, true, info));
-    }
-    const HMENU shown = CreateMenu();
-    info = {};
-    info.fMask = MIIM_ID | MIIM_SUBMENU;
-    info.hSubMenu = bar;
-    info.wID = 10000;
-    ASSERT_TRUE(InsertMenuItemW(shown, 0, true, info));
-    SetMenu(window.hWnd(), shown);
-    const std::string before = menuDump(bar);
-    menu.Attach(window.hWnd());
-    EXPECT_EQ(menu.Items().size(), 10001U);
-    window.on = [](std::uint32_t uMsg, WPARAM, LPARAM) -> std::optional<LRESULT> {
-        if (uMsg == WM_APP) {
-            platform::test::settle();
-            platform::test::pressMenuKey(VK_END);
-            platform::test::pressMenuKey(VK_RETURN);
-        }
-        return std::nullopt;
-    };
-    PostMessageW(window.hWnd(), WM_APP, 0, 0);
-    EXPECT_EQ(TrackPopupMenu(bar, TPM_RETURNCMD, 0, 0, window.hWnd()), 9999);
-
-    for (int i = 0; i < 100; ++i) ASSERT_TRUE(RemoveMenu(bar, 0, MF_BYPOSITION));
-    menu.Refresh();
-    EXPECT_EQ(menu.Items().size(), 9901U);
-    menu.Detach();
-    EXPECT_EQ(menuDump(bar), before.substr(before.find(" 100 d") + 1));
-}
-
 // ---- Several documents
 
 class MdiMenu : public Menu {
