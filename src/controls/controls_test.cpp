@@ -321,23 +321,6 @@ TEST_F(Controls, ACheckBoxTogglesByWhatArmsIt) {
     EXPECT_EQ(check.AccessKeys(), u"");
 }
 
-TEST(CheckGeometry, FollowsTheSizeAndTheSide) {
-    const struct {
-        SIZE inner;
-        std::int32_t align;
-        RECT box;
-    } kCases[] = {
-        {{100, 15}, 0, {0, 0, 15, 15}}, {{100, 16}, 0, {0, 0, 15, 15}},
-        {{100, 18}, 0, {0, 2, 15, 17}}, {{100, 24}, 1, {85, 4, 100, 19}},
-        {{10, 5}, 1, {-5, -5, 10, 10}}, {{0, 0}, 0, {0, -8, 15, 7}},
-    };
-    for (const auto& c : kCases) {
-        CheckProps props;
-        props.Align = c.align;
-        EXPECT_EQ(checkBoxRect(c.inner, props), c.box) << c.inner.cx << " x " << c.inner.cy;
-    }
-}
-
 // ---- Frame
 
 TEST_F(Controls, ADisabledFrameDisablesWhatIsInIt) {
@@ -460,41 +443,44 @@ TEST_F(Controls, RoundedWindowsLoseTheirCorners) {
     ctlUniButtonXP button;
     ctlUniLabel label;
     ctlProgressXP progress;
-    put(button);
-    put(label, {10, 50, 110, 74});
-    put(progress, {10, 90, 110, 114});
+    ctlUniTextBoxXP box;
+    HostWindow* const all[] = {&button, &label, &progress, &box};
+    for (int i = 0; i < 4; ++i) put(*all[i], {10, 10 + 40 * i, 110, 34 + 40 * i});
+    // "round" when all have lost their corners, "whole" when none has.
     const auto corners = [&] {
         settle();
         std::string seen;
-        for (const HostWindow* control :
-             {static_cast<HostWindow*>(&button), static_cast<HostWindow*>(&label),
-              static_cast<HostWindow*>(&progress)}) {
-            const HWND corner =
-                platform::test::windowAt(m_form.hWnd(), {control->Left(), control->Top()});
-            const HWND middle = platform::test::windowAt(
-                m_form.hWnd(), {control->Left() + 50, control->Top() + 12});
-            EXPECT_EQ(middle, control->hWnd());
-            seen += corner == control->hWnd() ? "whole " : "round ";
+        for (const HostWindow* control : all) {
+            const auto at = [&](int x, int y) {
+                return platform::test::windowAt(m_form.hWnd(),
+                                                {control->Left() + x, control->Top() + y});
+            };
+            EXPECT_NE(at(50, 12), m_form.hWnd());
+            const std::string shape = at(0, 0) == m_form.hWnd() ? "round" : "whole";
+            seen = seen.empty() || seen == shape ? shape : "mixed";
         }
         return seen;
     };
-    EXPECT_EQ(corners(), "whole whole whole ");
+    const auto round = [&](bool on) {
+        button.UseRoundRegions(on);
+        label.UseRoundRegions(on);
+        progress.UseRoundRegions(on);
+        box.UseRoundRegions(on);
+        EXPECT_TRUE(label.RoundedBorders() == on && progress.RoundedBorders() == on);
+        EXPECT_TRUE(button.RoundedBorders() == on && box.RoundedBorders() == on);
+    };
+    EXPECT_EQ(corners(), "whole");
     button.Resize = [this] { note("Resize"); };
     label.Resize = [this] { note("label"); };
-    button.UseRoundRegions(true);
-    label.UseRoundRegions(true);
-    progress.UseRoundRegions(true);
-    EXPECT_EQ(corners(), "round round round ");
+    round(true);
+    EXPECT_EQ(corners(), "round");
     EXPECT_EQ(taken(), "Resize ") << "the button makes its shape as if resized";
-    EXPECT_TRUE(label.RoundedBorders() && progress.RoundedBorders());
-    button.move(10, 10, 120, 30);
-    progress.move(10, 90, 120, 30);
-    EXPECT_EQ(corners(), "round round round ");
-    button.UseRoundRegions(false);
-    label.UseRoundRegions(false);
-    progress.UseRoundRegions(false);
-    EXPECT_EQ(corners(), "whole whole whole ");
-    EXPECT_FALSE(button.RoundedBorders() || label.RoundedBorders() || progress.RoundedBorders());
+    for (HostWindow* control : all) control->move(control->Left(), control->Top(), 120, 30);
+    EXPECT_EQ(corners(), "round");
+    box.RoundedBorders(false);
+    EXPECT_EQ(corners(), "round") << "a repaint is no new shape";
+    round(false);
+    EXPECT_EQ(corners(), "whole");
 }
 
 // ---- Progress bar
@@ -709,6 +695,27 @@ protected:
     }
     std::int32_t allowed = DROPEFFECT_COPY | DROPEFFECT_MOVE;
 };
+
+TEST_F(Drags, GoOnlyWhereTheyAreTaken) {
+    ctlUniFrameXP frame;
+    put(frame);
+    listenToDrags(frame);
+    platform::DragContent content;
+    content.text = u"\u00E4";
+    content.files = {u"\\tmp\\a b.lng"};
+    const auto drag = [&](std::int32_t effects, bool drop) {
+        return platform::test::dragInto(frame.hWnd(), {7, 8}, content, effects, drop);
+    };
+    EXPECT_EQ(drag(DROPEFFECT_COPY | DROPEFFECT_MOVE, true), DROPEFFECT_MOVE);
+    EXPECT_EQ(taken(), "over0@7 over2@7 drop \u00E4 \\tmp\\a b.lng  ");
+    EXPECT_EQ(drag(DROPEFFECT_COPY, true), 0) << "it wants to move, which is not allowed";
+    EXPECT_EQ(taken(), "over0@7 over2@7 drop \u00E4 \\tmp\\a b.lng  ");
+    EXPECT_EQ(drag(DROPEFFECT_COPY, false), DROPEFFECT_COPY);
+    EXPECT_EQ(taken(), "over0@7 over2@7 over1@0 ") << "gone again";
+    frame.OLEDropMode(0);
+    EXPECT_EQ(drag(DROPEFFECT_COPY, true), 0);
+    EXPECT_EQ(taken(), "");
+}
 
 TEST_F(Drags, GoFromOneControlToAnother) {
     ctlUniCheckXP check;

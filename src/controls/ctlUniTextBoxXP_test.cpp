@@ -629,18 +629,6 @@ TEST_F(TextBox, CutsALongerTextToANewLimit) {
     EXPECT_EQ(box->Text(), u"0123456789") << "the program is not held to it";
 }
 
-TEST_F(TextBox, TakesALargeTextFromTheClipboard) {
-    box->MultiLine(true);
-    Text large;
-    while (large.size() < 5U << 20) large += u"Строка текста, a line of text: 0123456789\r\n";
-    platform::test::setClipboardText(large);
-    SendMessageW(box->hWnd(), WM_PASTE, 0, 0);
-    EXPECT_TRUE(box->Text() == large);
-    EXPECT_EQ(box->SelStart(), static_cast<std::int32_t>(large.size()));
-    SendMessageW(box->hWnd(), WM_UNDO, 0, 0);
-    EXPECT_EQ(box->Text(), u"");
-}
-
 // ---- Handlers that do what nobody would
 
 namespace {
@@ -778,25 +766,6 @@ TEST_F(TextBox, GivesItsColoursToTheEditWindow) {
     EXPECT_GT(count(rgb(200, 0, 0)), 20);
     box->Enabled(false);
     EXPECT_GT(count(GetSysColor(17)), 20);
-}
-
-TEST_F(TextBox, LosesItsCornersWhileItsBordersAreRound) {
-    const std::pair<const char*, std::function<void()>> kSteps[] = {
-        {"whole", [] {}},
-        {"round", [&] { box->UseRoundRegions(true); }},
-        {"round", [&] { box->move(10, 10, 90, 30); }},
-        {"round", [&] { box->RoundedBorders(false); }},  // a repaint is no new shape
-        {"whole", [&] { box->move(10, 10, 80, 30); }},
-        {"whole", [&] { box->RoundedBorders(true); }},
-        {"round", [&] { box->move(10, 10, 90, 30); }},
-        {"whole", [&] { box->UseRoundRegions(false); }},
-    };
-    for (const auto& [shape, step] : kSteps) {
-        step();
-        settle();
-        const HWND corner = platform::test::windowAt(m_form.hWnd(), {10, 10});
-        EXPECT_EQ(corner, shape == std::string("round") ? m_form.hWnd() : box->HostWindow::hWnd());
-    }
 }
 
 TEST_F(TextBox, PaintsInsideOfAnySize) {

@@ -52,16 +52,6 @@ protected:
     void onAccessKey(std::int16_t code) override { note("access " + number(code)); }
     void onAmbientChanged() override { note("ambient"); }
     void onDestroy() override { note("destroy"); }
-    void onOLEDragOver(DataObject& data, std::int32_t& effect, std::int16_t, std::int16_t, float,
-                       float, std::int16_t state) override {
-        effect &= platform::DROPEFFECT_COPY;
-        note("over " + number(state) + ' ' + toUtf8(data.GetText()));
-    }
-    void onOLEDragDrop(DataObject& data, std::int32_t& effect, std::int16_t, std::int16_t, float,
-                       float) override {
-        effect = platform::DROPEFFECT_COPY;
-        note("drop " + std::to_string(data.Files().size()) + ' ' + toUtf8(data.GetText()));
-    }
 
 private:
     std::string m_name;
@@ -302,23 +292,6 @@ TEST_F(HostTest, TheMaskLetsTheMouseThrough) {
     EXPECT_EQ(seen({5, 5}), a.hWnd());
     a.BackStyle(1);
     EXPECT_EQ(seen({0, 0}), a.hWnd());
-}
-
-TEST_F(HostTest, DropsCarryTextAndFiles) {
-    place(a, 0);
-    platform::DragContent content;
-    content.text = u"\u00E4";
-    content.files = {u"\\tmp\\a b.lng"};
-    constexpr std::int32_t kBoth = platform::DROPEFFECT_COPY | platform::DROPEFFECT_MOVE;
-    EXPECT_EQ(platform::test::dragInto(a.hWnd(), {1, 1}, content, kBoth, true), 0);
-    EXPECT_EQ(taken(), "") << "OLEDropMode 0 takes none";
-    a.OLEDropMode(1);
-    EXPECT_EQ(platform::test::dragInto(a.hWnd(), {1, 1}, content, kBoth, true),
-              platform::DROPEFFECT_COPY);
-    EXPECT_EQ(taken(), "a over 0 \xC3\xA4\na over 2 \xC3\xA4\na drop 1 \xC3\xA4\n");
-    EXPECT_EQ(platform::test::dragInto(a.hWnd(), {1, 1}, content, platform::DROPEFFECT_MOVE, false),
-              platform::DROPEFFECT_NONE);
-    EXPECT_EQ(taken(), "a over 0 \xC3\xA4\na over 2 \xC3\xA4\na over 1 \n");
 }
 
 TEST_F(HostTest, AFormGivesTheFocusToItsFirstControl) {
