@@ -703,13 +703,15 @@ TEST_F(Drags, GoOnlyWhereTheyAreTaken) {
     platform::DragContent content;
     content.text = u"\u00E4";
     content.files = {u"\\tmp\\a b.lng"};
+    content.others = {{"text/rtf", Bytes{'r'}}};
+    content.provide = [](const std::string&) { return Bytes{'?'}; };  // all of it is there
     const auto drag = [&](std::int32_t effects, bool drop) {
         return platform::test::dragInto(frame.hWnd(), {7, 8}, content, effects, drop);
     };
     EXPECT_EQ(drag(DROPEFFECT_COPY | DROPEFFECT_MOVE, true), DROPEFFECT_MOVE);
-    EXPECT_EQ(taken(), "over0@7 over2@7 drop \u00E4 \\tmp\\a b.lng  ");
+    EXPECT_EQ(taken(), "over0@7 over2@7 drop \u00E4 \\tmp\\a b.lng r ");
     EXPECT_EQ(drag(DROPEFFECT_COPY, true), 0) << "it wants to move, which is not allowed";
-    EXPECT_EQ(taken(), "over0@7 over2@7 drop \u00E4 \\tmp\\a b.lng  ");
+    EXPECT_EQ(taken(), "over0@7 over2@7 drop \u00E4 \\tmp\\a b.lng r ");
     EXPECT_EQ(drag(DROPEFFECT_COPY, false), DROPEFFECT_COPY);
     EXPECT_EQ(taken(), "over0@7 over2@7 over1@0 ") << "gone again";
     frame.OLEDropMode(0);
