@@ -5,28 +5,17 @@
 #include "controls/ctlUniFrameXP.h"
 #include "controls/ctlUniLabel.h"
 #include "host/Form.h"
-#include "platform/window/application.h"
+#include "offScreen.h"
 #include "platform/window/testhooks.h"
 
 #include <benchmark/benchmark.h>
 
 namespace {
 
-// The window system, without a display, for the whole run.
-void startWindows() {
-    static int argc = 1;
-    static char name[] = "controls_bench";
-    static char* argv[] = {name, nullptr};
-    platform::ApplicationOptions options;
-    options.offScreen = true;
-    static const auto* application = new platform::Application(argc, argv, options);
-    benchmark::DoNotOptimize(application);
-}
-
 // A memory context with the font of controls.
 struct Target {
     explicit Target(SIZE size) {
-        startWindows();
+        startOffScreen();
         surface.CreateDC(size.cx, size.cy);
         font.SetFontToDCStdFont(surface.Hdc(), StdFont());
     }
@@ -75,7 +64,7 @@ BENCHMARK(Frame);
 
 // All of a step: the property, the paint, and the way to the screen.
 void ProgressStep(benchmark::State& state) {
-    startWindows();
+    startOffScreen();
     Form form(platform::WindowKind::Main);
     form.ClientSize(900, 100);
     form.Show();
@@ -93,7 +82,7 @@ BENCHMARK(ProgressStep)->Arg(1)->Arg(0);
 
 // A transparent label whose text changes: its shape follows at once.
 void TransparentLabel(benchmark::State& state) {
-    startWindows();
+    startOffScreen();
     Form form(platform::WindowKind::Main);
     form.ClientSize(400, 100);
     form.Show();

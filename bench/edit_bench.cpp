@@ -1,6 +1,6 @@
 // Edit windows: from a key to the character on the screen in a field of 100,000 characters, and
 // pasting a large text.
-#include "platform/window/application.h"
+#include "offScreen.h"
 #include "platform/window/edit.h"
 #include "platform/window/testhooks.h"
 
@@ -50,18 +50,9 @@ private:
     HWND m_main = 0;
 };
 
-Application& application() {
-    static int argc = 1;
-    static char name[] = "edit_bench";
-    static char* argv[] = {name, nullptr};
-    // Never ends: what it works with goes first when a program exits.
-    static auto* const started = new Application(argc, argv, {.offScreen = true});
-    return *started;
-}
-
 // range 0: units in a line; range 1: at the start, in the middle or at the end of the text.
 void keyToShown(benchmark::State& state) {
-    application();
+    startOffScreen();
     const Field field(state.range(0) > 1000 ? kWrapped : kUnwrapped);
     const Text text = linesOf(100'000, static_cast<std::size_t>(state.range(0)));
     SetWindowTextW(field.edit, text);
@@ -84,7 +75,7 @@ BENCHMARK(keyToShown)
 
 // range 0: units in a line.
 void paste(benchmark::State& state) {
-    application();
+    startOffScreen();
     test::setClipboardText(linesOf(5 << 20, static_cast<std::size_t>(state.range(0))));
     for (auto _ : state) {
         state.PauseTiming();

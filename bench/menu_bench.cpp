@@ -2,25 +2,15 @@
 // given back.
 #include "gfx/modCtlCommon_ctl_shapes.h"
 #include "menu/ctlUTF8Menu.h"
-#include "platform/window/application.h"
+#include "offScreen.h"
 #include "platform/window/screen.h"
 #include "platform/window/window.h"
 
-#include <QApplication>
 #include <benchmark/benchmark.h>
-#include <cstdlib>
 
 namespace {
 
 using namespace platform;
-
-void startToolkit() {
-    static int argc = 1;
-    static char name[] = "menu_bench";
-    static char* argv[] = {name, nullptr};
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    static const QApplication application(argc, argv);
-}
 
 Picture icon() {
     const HDC screen = GetDC(0);
@@ -50,7 +40,7 @@ HMENU popupOf(std::uint32_t count, std::uint32_t firstId) {
 class MenuWindow {
 public:
     MenuWindow(std::uint32_t popups, std::uint32_t items) {
-        startToolkit();
+        startOffScreen();
         WindowOptions options;
         options.kind = WindowKind::Main;
         options.size = {400, 300};

@@ -1,12 +1,11 @@
 // Messages to a window: without attachments, with attachments to other messages, through one and
 // four sinks.
+#include "offScreen.h"
 #include "platform/window/window.h"
 #include "win/MSubclass.h"
 
-#include <QApplication>
 #include <array>
 #include <benchmark/benchmark.h>
-#include <cstdlib>
 
 namespace {
 
@@ -28,11 +27,7 @@ private:
 LRESULT answer(HWND, std::uint32_t, WPARAM wParam, LPARAM) { return wParam; }
 
 HWND plainWindow() {
-    static int argc = 1;
-    static char name[] = "messages_bench";
-    static char* argv[] = {name, nullptr};
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    static const QApplication application(argc, argv);
+    startOffScreen();
     WindowOptions options;
     options.kind = WindowKind::Main;
     options.procedure = answer;

@@ -741,28 +741,6 @@ TEST_F(TextBox, GivesItsColoursToTheEditWindow) {
     EXPECT_GT(count(GetSysColor(17)), 20);
 }
 
-TEST_F(TextBox, PaintsInsideOfAnySize) {
-    constexpr int kSide = 12;
-    TextBoxProps props;
-    props.Text = Text(1 << 20, u'W') + Text(u"\0\xD800\u202E", 3);
-    for (int size = 0; size <= 6; ++size) {
-        for (const bool rounded : {false, true}) {
-            props.RoundedBorders = rounded;
-            const auto picture = ::test::painted({kSide, kSide}, [&](HDC hDC) {
-                const HBRUSH brush = CreateSolidBrush(rgb(1, 2, 3));
-                FillRect(hDC, {0, 0, kSide, kSide}, brush);
-                DeleteObject(brush);
-                paintTextBox(hDC, {size, size}, props, {});
-            });
-            EXPECT_GE(std::ranges::count(picture.pixels, 0x010203U), kSide * kSide - size * size);
-        }
-        box->Text(u"text");
-        box->move(0, 0, size, size);
-        settle();
-        EXPECT_EQ(state(), "|text");
-    }
-}
-
 TEST_F(TextBox, LooksAsItShould) {
     constexpr SIZE kSize{110, 21};
     const std::function<void(ctlUniTextBoxXP&)> kBoxes[] = {

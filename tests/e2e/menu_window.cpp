@@ -2,6 +2,7 @@
 // standard output where the selector is, what is picked, and what becomes of the focus. It ends
 // when it is closed and by Exit.
 #include "menu/ctlUTF8Menu.h"
+#include "menu/menuTree_test.h"
 #include "platform/base/failure.h"
 #include "platform/window/application.h"
 #include "platform/window/surface.h"
@@ -9,7 +10,6 @@
 
 #include <cstdio>
 #include <string>
-#include <vector>
 
 using namespace platform;
 
@@ -18,28 +18,6 @@ namespace {
 void say(const std::string& line) {
     std::printf("%s\n", line.c_str());
     std::fflush(stdout);
-}
-
-struct Entry {
-    std::uint32_t id;
-    Text text;
-    std::uint32_t state = 0;
-    HMENU opens = 0;
-};
-
-HMENU menuOf(const std::vector<Entry>& entries) {
-    const HMENU hMenu = CreateMenu();
-    for (const Entry& entry : entries) {
-        MENUITEMINFOW info;
-        info.fMask = MIIM_ID | MIIM_STATE | MIIM_FTYPE | MIIM_STRING | MIIM_SUBMENU;
-        info.wID = entry.id;
-        info.fState = entry.state;
-        info.fType = entry.text == u"-" ? MFT_SEPARATOR : MFT_STRING;
-        if (entry.text != u"-") info.dwTypeData = entry.text;
-        info.hSubMenu = entry.opens;
-        (void)InsertMenuItemW(hMenu, ~0U, true, info);
-    }
-    return hMenu;
 }
 
 enum Command : std::uint32_t {
@@ -71,14 +49,18 @@ public:
         options.size = {100, 50};
         m_child = createWindow(options);
 
-        m_recent = menuOf({{First, u"&1 first"}, {Second, u"&2 second"}});
-        m_file = menuOf({{Open, u"&Open\tCtrl+O"},
-                         {Line, u"-"},
-                         {Save, u"&Save\tCtrl+S"},
-                         {Recent, u"&Recent", 0, m_recent},
-                         {Exit, u"E&xit"}});
-        m_tools = menuOf({{Find, u"&Find\tF3"}, {Filter, u"Fi&lter", MFS_CHECKED}});
-        SetMenu(m_main, menuOf({{1, u"&File", 0, m_file}, {2, u"&Tools", 0, m_tools}}));
+        const HMENU bar = ::test::menuTree({
+            {1,
+             u"&File",
+             {{Open, u"&Open\tCtrl+O"},
+              {Line, u"-"},
+              {Save, u"&Save\tCtrl+S"},
+              {Recent, u"&Recent", {{First, u"&1 first"}, {Second, u"&2 second"}}},
+              {Exit, u"E&xit"}}},
+            {2, u"&Tools", {{Find, u"&Find\tF3"}, {Filter, u"Fi&lter", {}, MFS_CHECKED}}},
+        });
+        m_tools = GetSubMenu(bar, 1);
+        SetMenu(m_main, bar);
         const ACCEL kKeys[] = {{FCONTROL, 'O', Open}, {FCONTROL, 'S', Save}, {0, VK_F1 + 2, Find}};
         setAccelerators(m_main, kKeys);
         m_menu.LeftBand(true);
@@ -151,8 +133,8 @@ private:
     }
 
     HWND m_main = 0, m_child = 0;
-    HMENU m_file = 0, m_tools = 0, m_recent = 0;
-    Text m_selected;  // what the selector was drawn on last
+    HMENU m_tools = 0;  // also the menu at the mouse
+    Text m_selected;    // what the selector was drawn on last
     ctlUTF8Menu m_menu;
 };
 
