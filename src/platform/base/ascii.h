@@ -1,5 +1,5 @@
-// platform/base/ascii.h: runs of ASCII between bytes and units, 16 at a time. Internal to the
-// platform layer.
+// platform/base/ascii.h: runs of ASCII and Latin letters between bytes and units, 16 at a time.
+// Internal to the platform layer.
 #pragma once
 #include <bit>
 #include <cstddef>
@@ -45,6 +45,27 @@ inline std::size_t narrowAscii(const char16_t* from, std::size_t count, std::uin
     }
 #endif
     for (; i < count && from[i] < 0x80; ++i) to[i] = static_cast<std::uint8_t>(from[i]);
+    return i;
+}
+
+// The same for units that are their own byte on code page 1252, too: all below 100 but 80 to 9F.
+inline std::size_t narrowLatin(const char16_t* from, std::size_t count, std::uint8_t* to) {
+    std::size_t i = 0;
+#if defined(__SSE2__)
+    for (; i + 16 <= count; i += 16) {
+        const __m128i low = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from + i));
+        const __m128i high = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from + i + 8));
+        const __m128i bytes = _mm_packus_epi16(low, high);
+        const __m128i beyond = _mm_srli_epi16(_mm_or_si128(low, high), 8);
+        const __m128i others = _mm_or_si128(_mm_cmpgt_epi16(beyond, _mm_setzero_si128()),
+                                            _mm_cmplt_epi8(bytes, _mm_set1_epi8('\xA0')));
+        if (_mm_movemask_epi8(others) != 0) break;
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(to + i), bytes);
+    }
+#endif
+    for (; i < count && (from[i] < 0x80 || (from[i] >= 0xA0 && from[i] <= 0xFF)); ++i) {
+        to[i] = static_cast<std::uint8_t>(from[i]);
+    }
     return i;
 }
 

@@ -314,11 +314,13 @@ void widenBytes(const std::uint8_t* bytes, std::size_t count, const char16_t* ta
     std::size_t i = 0;
 #if defined(__SSE2__)
     const __m128i zero = _mm_setzero_si128();
+    const bool latin = table == kWesternTable.data();  // only 80 to 9F are not their own units
     for (; i + 16 <= count; i += 16) {
         const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + i));
         _mm_storeu_si128(reinterpret_cast<__m128i*>(out + i), _mm_unpacklo_epi8(block, zero));
         _mm_storeu_si128(reinterpret_cast<__m128i*>(out + i + 8), _mm_unpackhi_epi8(block, zero));
-        auto others = static_cast<unsigned>(_mm_movemask_epi8(block));
+        auto others = static_cast<unsigned>(
+            _mm_movemask_epi8(latin ? _mm_cmplt_epi8(block, _mm_set1_epi8('\xA0')) : block));
         if (others == 0xFFFF) {
             for (std::size_t k = i; k < i + 16; ++k) out[k] = table[bytes[k]];
             continue;
@@ -361,10 +363,12 @@ Bytes textToBytes(TextView s, std::uint32_t page) {
         std::transform(text.begin(), text.end(), text.begin(), circled);
         return convertToBytes(converter, text);
     }
+    const auto narrow =
+        kPages[index].page == kWestern ? internal::narrowLatin : internal::narrowAscii;
     const ReverseTable& reverse = reverseOf(index);
     Bytes result(s.size());
     for (std::size_t i = 0; i < s.size();) {
-        i += internal::narrowAscii(s.data() + i, s.size() - i, result.data() + i);
+        i += narrow(s.data() + i, s.size() - i, result.data() + i);
         // One by one until ASCII comes in pairs: in a text of another script, blanks stand alone.
         for (; i < s.size(); ++i) {
             if (s[i] < 0x80 && i + 1 < s.size() && s[i + 1] < 0x80) break;

@@ -113,6 +113,17 @@ TEST(codepages, LongTextsAreConvertedTheSameAsTheirParts) {
         }
         EXPECT_EQ(toBytes(expected, page), bytes);
     }
+    // At every place of a block: a unit that the page lacks, and one that is another byte or none.
+    for (const auto& [unit, byte] :
+         {std::pair{u'\u0100', '?'}, {u'\uFF41', '?'}, {u'\u0085', '?'}, {u'\u20AC', '\x80'}}) {
+        for (std::size_t at = 0; at < 40; ++at) {
+            Text s(40, u'\u00E9');
+            s[at] = unit;
+            std::string latin(40, '\xE9');
+            latin[at] = byte;
+            EXPECT_EQ(toBytes(s, 1252), latin) << at;
+        }
+    }
     std::string japanese;
     Text expected;
     for (int i = 0; i < 3'000; ++i) {
