@@ -1,12 +1,21 @@
 #include "file/FileBytes.h"
 
 #include "file/clsUniFile.h"
+#include "platform/base/memory.h"
+
+bool writeFile(TextView sFile, const Bytes& bytes) {
+    clsUniFile file;
+    file.UseCache(false);
+    return file.OpenFileWrite(sFile, true) && (bytes.empty() || file.WriteBytes(bytes));
+}
 
 FileBytes::FileBytes(TextView sFile) : m_sFile(sFile) {
     clsUniFile file;
     if (!file.OpenFileRead(sFile, true)) return;
     const std::int64_t length = file.LOF();  // -1 when it is not to be had
     if (length < 0 || length > kMost) return;
+    m_bytes.reserve(static_cast<std::size_t>(length));
+    platform::adviseLargePages(m_bytes.data(), m_bytes.capacity());
     m_bytes.resize(static_cast<std::size_t>(length));
     m_read = m_bytes.empty() || file.ReadBytes(m_bytes);
 }
@@ -14,6 +23,5 @@ FileBytes::FileBytes(TextView sFile) : m_sFile(sFile) {
 void FileBytes::putBack() const {
     if (!m_read) return;
     if (const FileBytes now(m_sFile); now.m_read && now.m_bytes == m_bytes) return;
-    clsUniFile file;
-    if (file.OpenFileWrite(m_sFile, true) && !m_bytes.empty()) (void)file.WriteBytes(m_bytes);
+    (void)writeFile(m_sFile, m_bytes);
 }

@@ -1,6 +1,10 @@
-// file/FileBytes.h: what stands in a file, kept while it is written over.
+// file/FileBytes.h: files as bytes, written whole, and what stood in them before.
 #pragma once
 #include "platform/base/text.h"
+
+// Makes a file hold these bytes and nothing else, past the cache: the result is the disk's answer.
+// False when the file could not be opened or not all of it be written.
+[[nodiscard]] bool writeFile(TextView sFile, const Bytes& bytes);
 
 // Files are replaced in place, which keeps their links and permissions. A write that fails half-way
 // has then destroyed what was there; this puts it back.

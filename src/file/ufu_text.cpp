@@ -1,5 +1,6 @@
 #include "file/ufu_text.h"
 
+#include "file/FileBytes.h"
 #include "file/clsUniFile.h"
 #include "file/filledText.h"
 #include "platform/base/codepages.h"
@@ -103,11 +104,7 @@ bool readTextFile(TextView sPath, Text& sRet) {
 // The writers work without the cache, so that the result of each write is the disk's answer.
 
 bool ufu_StringToAnsiFile(TextView sPath, TextView sText) {
-    const Bytes bytes = platform::textToBytes(sText, platform::GetACP());
-    clsUniFile file;
-    file.UseCache(false);
-    if (!file.OpenFileWrite(sPath, true)) return false;
-    return sText.empty() || file.WriteBytes(bytes);
+    return writeFile(sPath, platform::textToBytes(sText, platform::GetACP()));
 }
 
 bool ufu_StringToUnicodeFile(TextView sPath, TextView sText) {

@@ -10,6 +10,7 @@ void clsFileIniEx::pvCheckLoaded() const {
 void clsFileIniEx::forget() {
     m_bLoaded = false;
     m_recentHead = kRoot;
+    m_recentRow = kNone;
     m_records.clear();
     m_heads.clear();
     m_sections.clear();
@@ -57,9 +58,18 @@ std::uint32_t clsFileIniEx::pvFindSection(TextView sSection) const {
     return m_sectionTable.find(hashFolded(name), isSectionNamed(name));
 }
 
+std::uint32_t clsFileIniEx::findRow(std::uint32_t section, TextView sTrimmedKey,
+                                    std::uint32_t next) const {
+    constexpr int kMostSkipped = 4;  // comments and blank lines in between
+    for (int i = 0; i < kMostSkipped && next != kNone && !isKeyRow(m_records[next]); ++i) {
+        next = m_records[next].next;
+    }
+    const auto isKey = isKeyOf(section, sTrimmedKey);
+    if (next != kNone && isKeyRow(m_records[next]) && isKey(next)) return next;
+    return m_keyTable.find(hashOf(section, sTrimmedKey), isKey);
+}
+
 std::uint32_t clsFileIniEx::pvFindRow(TextView sSection, TextView sKey) const {
     const std::uint32_t section = sSection.empty() ? kRoot : pvFindSection(sSection);
-    if (section == kNone) return kNone;
-    const TextView key = pvTrim(sKey);
-    return m_keyTable.find(hashOf(section, key), isKeyOf(section, key));
+    return section == kNone ? kNone : findRow(section, pvTrim(sKey), kNone);
 }

@@ -10,6 +10,7 @@
 #include "platform/base/TextArena.h"
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 class clsFileIniEx {
@@ -44,13 +45,7 @@ public:
     // first!" with nothing loaded.
     [[nodiscard]] TextView GetString(TextView sAppName, TextView sKeyName,
                                      TextView sDefault = {}) const;
-    // The same for many keys of one section, in two steps: between them the memory that the second
-    // one needs is on its way. The key's view must live until then. With nothing loaded, or for an
-    // unknown section, the second step gives sDefault or raises as GetString does.
-    class Lookup;
-    [[nodiscard]] std::uint32_t SectionNumber(TextView sAppName) const;
-    [[nodiscard]] Lookup Prepare(std::uint32_t section, TextView sKeyName) const;
-    [[nodiscard]] TextView GetString(const Lookup& lookup, TextView sDefault = {}) const;
+    class InOrder;  // the same for many keys, see below
     // True exactly when the value, trimmed, is "1". Raises as GetString.
     [[nodiscard]] bool GetBool(TextView sAppName, TextView sKeyName, bool bDefault = false) const;
 
@@ -72,8 +67,6 @@ public:
     // is rewritten as key, separator, value; a new one goes to the end of its section, a new
     // section to the end of the document, a root key in front of the first section.
     void AddString(TextView sAppName, TextView sKeyName, TextView sKeyVal);
-    // Makes room for so many more keys at once.
-    void Reserve(std::size_t rows);
     void AddBool(TextView sAppName, TextView sKeyName, bool bKeyVal);
 
     // Both give false when there is nothing to remove, also with nothing loaded.
@@ -128,21 +121,18 @@ private:
         bool removed = false;
     };
 
-    // A key row on its way into the document.
-    struct NewRow {
-        Record record;
-        TextView trimmedKey;
-        std::uint64_t hash;
-    };
-
     void pvParseText(Text sText);
     void pvAddPlainRow(std::uint32_t head, TextView sLine);
-    void pvAddKeyRow(TextView sSection, TextView sKey, TextView sLine);
+    void pvAddKeyRow(TextView sSection, TextView sKey, TextView sValue);
     [[nodiscard]] std::uint32_t pvFindSection(TextView sSection) const;
     [[nodiscard]] std::uint32_t pvFindRow(TextView sSection, TextView sKey) const;
     [[nodiscard]] static TextView pvTrim(TextView s) { return trimBlanksAndTabs(s); }
     void pvCheckLoaded() const;
     [[nodiscard]] bool pvSave(TextView sLineSep, bool bSaveEmptyKeyVal) const;
+    template <class Put> void forEachPart(TextView sLineSep, bool bSaveEmptyKeyVal, Put put) const;
+    [[nodiscard]] std::size_t textLength(TextView sLineSep, bool bSaveEmptyKeyVal) const;
+    // The bytes of toText on the ANSI code page, without the text; nothing when it is no ANSI text.
+    [[nodiscard]] std::optional<Bytes> toAnsi(TextView sLineSep, bool bSaveEmptyKeyVal) const;
 
     class LineReader;
 
@@ -154,13 +144,15 @@ private:
     void removeRecord(std::uint32_t section, std::uint32_t before, std::uint32_t record);
     void dropSection(std::uint32_t section);
     void mergeInto(clsFileIniEx& oTarget) const;
-    [[nodiscard]] NewRow prepareRow(TextView sSection, TextView sKey, TextView sLine);
-    void putRow(const NewRow& row);
     [[nodiscard]] TextView cleaned(TextView s) const { return m_bAllowTabs ? s : pvTrim(s); }
     [[nodiscard]] std::uint32_t headNamed(TextView sSection);
     [[nodiscard]] std::uint32_t sectionOf(std::uint32_t head);
-    [[nodiscard]] TextView lineOf(TextView sKey, TextView sValue);
+    void setLine(Record& row, TextView sKey, TextView sValue);
     [[nodiscard]] std::uint64_t hashOf(std::uint32_t section, TextView sTrimmedKey) const;
+    // The row or kNone. `next`, or a key row soon behind it, is where it stands for one who goes by
+    // the order of the file: that is looked at first. kNone: nowhere in particular.
+    [[nodiscard]] std::uint32_t findRow(std::uint32_t section, TextView sTrimmedKey,
+                                        std::uint32_t next) const;
     // Compares an entry of m_keyTable.
     [[nodiscard]] auto isKeyOf(std::uint32_t section, TextView sTrimmedKey) const;
     [[nodiscard]] auto isSectionNamed(TextView sTrimmedName) const;
@@ -186,8 +178,8 @@ private:
     char16_t m_cSeparator = u'=';
 
     std::uint32_t m_recentHead = kRoot;  // of the last row that was added by section name
+    std::uint32_t m_recentRow = kNone;   // the last row that was added
     bool m_bLoaded = false;
-    bool m_bPackedSplits = false;        // some line holds the separator of packed lists
     std::shared_ptr<const Text> m_text;  // of the file; the records of its lines point into it
     platform::TextArena m_edited;        // lines and names that came later
     std::vector<Record> m_records;       // in the order in which they came
@@ -197,11 +189,20 @@ private:
     KeyTable m_keyTable;                 // by section and lower-cased trimmed key
 };
 
-class clsFileIniEx::Lookup {
-    friend clsFileIniEx;
-    TextView key;  // trimmed
-    std::uint32_t section = kNone;
-    std::uint64_t hash = 0;
+// GetString for keys that come in the order of another file of the same program: as their rows
+// mostly follow each other here, too, most are found without a look into the table.
+class clsFileIniEx::InOrder {
+public:
+    // The document must live longer and not change.
+    explicit InOrder(const clsFileIniEx& document) : m_document(document) {}
+    // The section of the keys from now on; for the name see GetString.
+    void section(TextView sAppName);
+    [[nodiscard]] TextView GetString(TextView sKeyName, TextView sDefault = {});
+
+private:
+    const clsFileIniEx& m_document;
+    std::uint32_t m_section = kRoot;
+    std::uint32_t m_next = kNone;  // the row behind the one that was found last
 };
 
 template <class Visit> void clsFileIniEx::forEachRow(Visit visit) const {

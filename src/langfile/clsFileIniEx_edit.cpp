@@ -1,33 +1,33 @@
 #include "langfile/clsFileIniEx.h"
 #include "langfile/clsFileIniEx_entries.h"
-#include "langfile/scanText.h"
 
 #include <algorithm>
-#include <array>
 
 void clsFileIniEx::AddString(TextView sAppName, TextView sKeyName, TextView sKeyVal) {
     if (!m_bLoaded) startRows();
-    const TextView key = cleaned(sKeyName);
-    pvAddKeyRow(cleaned(sAppName), key, lineOf(key, cleaned(sKeyVal)));
+    pvAddKeyRow(cleaned(sAppName), cleaned(sKeyName), cleaned(sKeyVal));
 }
 
 void clsFileIniEx::AddBool(TextView sAppName, TextView sKeyName, bool bKeyVal) {
     AddString(sAppName, sKeyName, bKeyVal ? u"1" : u"0");
 }
 
-TextView clsFileIniEx::lineOf(TextView sKey, TextView sValue) {
+void clsFileIniEx::setLine(Record& row, TextView sKey, TextView sValue) {
     char16_t* const line = m_edited.allocate(sKey.size() + 1 + sValue.size());
     char16_t* end = std::copy(sKey.begin(), sKey.end(), line);
     *end++ = m_cSeparator;
     end = std::copy(sValue.begin(), sValue.end(), end);
-    return {line, static_cast<std::size_t>(end - line)};
+    row.line = line;
+    row.lineLength = static_cast<std::uint32_t>(end - line);
+    row.keyLength = static_cast<std::uint32_t>(sKey.size());
 }
 
 // The head to file a row of this section under: a spelling that is there already, else a new one.
 std::uint32_t clsFileIniEx::headNamed(TextView sSection) {
     if (pvTrim(sSection).empty()) return kRoot;
     const Head& recent = m_heads[m_recentHead];
-    if (recent.name == sSection && recent.section != kNone && !m_sections[recent.section].removed) {
+    if (sameUnits(recent.name, sSection) && recent.section != kNone &&
+        !m_sections[recent.section].removed) {
         return m_recentHead;
     }
     const std::uint32_t section = pvFindSection(sSection);
@@ -43,64 +43,38 @@ std::uint32_t clsFileIniEx::headNamed(TextView sSection) {
     return m_recentHead;
 }
 
-// sLine begins with sKey and the separator and lives as long as the document's rows.
-clsFileIniEx::NewRow clsFileIniEx::prepareRow(TextView sSection, TextView sKey, TextView sLine) {
+// A row that says the same already keeps its line: of a file that is saved again, nearly all do.
+void clsFileIniEx::pvAddKeyRow(TextView sSection, TextView sKey, TextView sValue) {
     const std::uint32_t head = headNamed(sSection);
+    const std::uint32_t section = sectionOf(head);
     const TextView key = pvTrim(sKey);
-    const std::uint64_t hash = hashOf(sectionOf(head), key);
-    m_keyTable.prefetch(hash);
-    if (containsText(sLine, ROW_SEP)) m_bPackedSplits = true;
-    return {Record{sLine.data(), static_cast<std::uint32_t>(sLine.size()),
-                   static_cast<std::uint32_t>(sKey.size()), head, kNone},
-            key, hash};
-}
-
-void clsFileIniEx::putRow(const NewRow& row) {
-    const std::uint32_t section = m_heads[row.record.head].section;
-    const auto number = static_cast<std::uint32_t>(m_records.size());
+    const bool goesOn =
+        m_recentRow != kNone && m_heads[m_records[m_recentRow].head].section == section;
     const std::uint32_t there =
-        m_keyTable.insert(row.hash, number, isKeyOf(section, row.trimmedKey));
+        findRow(section, key, goesOn ? m_records[m_recentRow].next : m_sections[section].first);
     if (there != kNone) {
-        const std::uint32_t next = m_records[there].next;
-        m_records[there] = row.record;
-        m_records[there].next = next;
-    } else {
-        m_records.push_back(row.record);
-        append(section, number);
+        Record& row = m_records[there];
+        const bool same = sameUnits(keyOf(row), sKey) && sameUnits(valueOf(row), sValue);
+        if (!same) setLine(row, sKey, sValue);
+        row.head = head;
+        m_recentRow = there;
+        return;
     }
+    const auto number = static_cast<std::uint32_t>(m_records.size());
+    Record row{nullptr, 0, 0, head, kNone};
+    setLine(row, sKey, sValue);
+    m_records.push_back(row);
+    (void)m_keyTable.insert(hashOf(section, key), number, [](std::uint32_t) { return false; });
+    append(section, number);
+    m_recentRow = number;
 }
 
-void clsFileIniEx::pvAddKeyRow(TextView sSection, TextView sKey, TextView sLine) {
-    putRow(prepareRow(sSection, sKey, sLine));
-}
-
-void clsFileIniEx::Reserve(std::size_t rows) {
-    if (rows == 0) return;
-    if (!m_bLoaded) startRows();
-    m_records.reserve(m_records.size() + rows);
-    m_keyTable.reserve(m_records.size() + rows);
-}
-
-// The lines that can be taken over as they are stay this document's, which must outlive the target.
 void clsFileIniEx::mergeInto(clsFileIniEx& oTarget) const {
-    constexpr std::size_t kAhead = 16;  // far enough for a row's slot to have come from memory
-    std::array<NewRow, kAhead> ahead;
-    std::size_t prepared = 0;
     for (const Section& section : m_sections) {
         for (std::uint32_t r = section.first; r != kNone; r = m_records[r].next) {
             const Record& row = m_records[r];
-            if (!isKeyRow(row)) continue;
-            const TextView key = oTarget.cleaned(keyOf(row));
-            const TextView value = oTarget.cleaned(valueOf(row));
-            const bool clean = key.size() + 1 + value.size() == row.lineLength;
-            if (prepared >= kAhead) oTarget.putRow(ahead[prepared % kAhead]);
-            ahead[prepared++ % kAhead] =
-                oTarget.prepareRow(oTarget.cleaned(m_heads[row.head].name), key,
-                                   clean ? textOf(row) : oTarget.lineOf(key, value));
+            if (isKeyRow(row)) oTarget.AddString(m_heads[row.head].name, keyOf(row), valueOf(row));
         }
-    }
-    for (std::size_t i = prepared - std::min(prepared, kAhead); i < prepared; ++i) {
-        oTarget.putRow(ahead[i % kAhead]);
     }
 }
 
@@ -126,6 +100,7 @@ void clsFileIniEx::removeRecord(std::uint32_t section, std::uint32_t before, std
         const TextView key = pvTrim(keyOf(gone));
         m_keyTable.remove(hashOf(section, key), isKeyOf(section, key));
     }
+    if (m_recentRow == record) m_recentRow = kNone;
     Section& list = m_sections[section];
     (before == kNone ? list.first : m_records[before].next) = gone.next;
     if (list.last == record) list.last = before;

@@ -2,6 +2,7 @@
 #include "langfile/clsFileIniEx.h"
 #include "langfile/clsFileIniEx_entries.h"
 #include "langfile/scanText.h"
+#include "platform/base/memory.h"
 
 namespace {
 
@@ -92,10 +93,10 @@ void clsFileIniEx::pvParseText(Text sText) {
     if (!end.found) sText += end.separator;
     m_text = std::make_shared<const Text>(std::move(sText));
     const TextView text = *m_text;
-    m_bPackedSplits = containsText(text, ROW_SEP);
 
     // Address space only: a page is paid for when the first record comes to it.
     m_records.reserve(text.size() / 4 + 2);
+    platform::adviseLargePages(m_records.data(), text.size() / 48 * sizeof(Record));
 
     const char16_t lastOfEnd = end.separator.back();
     const bool twoUnits = end.separator.size() == 2;
@@ -139,8 +140,11 @@ void clsFileIniEx::linkParsedRows() {
         const Record record = m_records[i];
         const std::uint32_t section = sectionOf(record.head);
         if (record.keyLength != kNoKey) {
-            const std::uint32_t there =
-                m_keyTable.insert(tableHash(record), i, isKeyOf(section, pvTrim(keyOf(record))));
+            // Few have to look at the key itself, which is no longer in the cache.
+            const auto isSame = [&](std::uint32_t entry) {
+                return isKeyOf(section, pvTrim(keyOf(record)))(entry);
+            };
+            const std::uint32_t there = m_keyTable.insert(tableHash(record), i, isSame);
             if (there != kNone) {
                 const std::uint32_t next = m_records[there].next;
                 m_records[there] = record;

@@ -1,5 +1,6 @@
 #include "langfile/clsFileIniEx.h"
 #include "langfile/clsFileIniEx_entries.h"
+#include "langfile/scanText.h"
 
 namespace {
 
@@ -21,26 +22,19 @@ TextView clsFileIniEx::GetString(TextView sAppName, TextView sKeyName, TextView 
     return row == kNone ? sDefault : cleaned(valueOf(m_records[row]));
 }
 
-std::uint32_t clsFileIniEx::SectionNumber(TextView sAppName) const {
-    if (!m_bLoaded) return kNone;
-    return sAppName.empty() ? kRoot : pvFindSection(sAppName);
+void clsFileIniEx::InOrder::section(TextView sAppName) {
+    m_section = sAppName.empty() ? kRoot : m_document.pvFindSection(sAppName);
+    m_next =
+        m_document.m_bLoaded && m_section != kNone ? m_document.m_sections[m_section].first : kNone;
 }
 
-clsFileIniEx::Lookup clsFileIniEx::Prepare(std::uint32_t section, TextView sKeyName) const {
-    Lookup lookup;
-    if (section == kNone) return lookup;
-    lookup.key = pvTrim(sKeyName);
-    lookup.section = section;
-    lookup.hash = hashOf(section, lookup.key);
-    m_keyTable.prefetch(lookup.hash);
-    return lookup;
-}
-
-TextView clsFileIniEx::GetString(const Lookup& lookup, TextView sDefault) const {
-    pvCheckLoaded();
-    if (lookup.section == kNone) return sDefault;
-    const std::uint32_t row = m_keyTable.find(lookup.hash, isKeyOf(lookup.section, lookup.key));
-    return row == kNone ? sDefault : cleaned(valueOf(m_records[row]));
+TextView clsFileIniEx::InOrder::GetString(TextView sKeyName, TextView sDefault) {
+    m_document.pvCheckLoaded();
+    if (m_section == kNone) return sDefault;
+    const std::uint32_t row = m_document.findRow(m_section, pvTrim(sKeyName), m_next);
+    if (row == kNone) return sDefault;
+    m_next = m_document.m_records[row].next;
+    return m_document.cleaned(valueOf(m_document.m_records[row]));
 }
 
 bool clsFileIniEx::GetBool(TextView sAppName, TextView sKeyName, bool bDefault) const {
@@ -62,10 +56,11 @@ void clsFileIniEx::GetSectionRows(TextView sSecName, std::vector<TextView>& vRow
     if (section == kNone) return;
     for (std::uint32_t r = m_sections[section].first; r != kNone; r = m_records[r].next) {
         if (!isKeyRow(m_records[r])) continue;
-        if (m_bPackedSplits) {
-            splitPacked(textOf(m_records[r]), vRows);
+        const TextView line = textOf(m_records[r]);
+        if (mayHold(line, ROW_SEP.front())) {
+            splitPacked(line, vRows);
         } else {
-            vRows.push_back(textOf(m_records[r]));
+            vRows.push_back(line);
         }
     }
 }

@@ -3,6 +3,7 @@
 #include "file/ufu_text.h"
 #include "langfile/clsFileIniEx.h"
 #include "langfile/clsFileIniEx_entries.h"
+#include "platform/base/codepages.h"
 #include "platform/base/failure.h"
 #include "platform/base/memory.h"
 
@@ -29,24 +30,57 @@ bool clsFileIniEx::Save(TextView sFile, TextView sLineSep, bool bUpdate, bool bS
     return saved;
 }
 
-Text clsFileIniEx::toText(TextView sLineSep, bool bSaveEmptyKeyVal) const {
-    const auto eachLine = [&](auto put) {
-        forEachRow([&](const clsFileIniEx_Row& row) {
-            if (bSaveEmptyKeyVal || row.sKey.empty() || !row.sValue.empty()) put(row.sLine);
-        });
-    };
+// Calls put(text) for the lines that are written and for the separators between them, in order.
+template <class Put>
+void clsFileIniEx::forEachPart(TextView sLineSep, bool bSaveEmptyKeyVal, Put put) const {
+    bool first = true;
+    forEachRow([&](const clsFileIniEx_Row& row) {
+        if (!bSaveEmptyKeyVal && !row.sKey.empty() && row.sValue.empty()) return;
+        if (!first) put(sLineSep);
+        first = false;
+        put(row.sLine);
+    });
+}
+
+std::size_t clsFileIniEx::textLength(TextView sLineSep, bool bSaveEmptyKeyVal) const {
     std::size_t length = 0;
-    eachLine([&](TextView line) { length += line.size() + sLineSep.size(); });
+    forEachPart(sLineSep, bSaveEmptyKeyVal, [&](TextView part) { length += part.size(); });
+    return length;
+}
+
+Text clsFileIniEx::toText(TextView sLineSep, bool bSaveEmptyKeyVal) const {
     Text text;
-    text.reserve(length);
-    platform::adviseLargePages(text.data(), length * sizeof(char16_t));
-    eachLine([&](TextView line) { text.append(line).append(sLineSep); });
-    if (!sLineSep.empty() && text.ends_with(sLineSep)) text.resize(text.size() - sLineSep.size());
+    text.reserve(textLength(sLineSep, bSaveEmptyKeyVal));
+    platform::adviseLargePages(text.data(), text.capacity() * sizeof(char16_t));
+    forEachPart(sLineSep, bSaveEmptyKeyVal, [&](TextView part) { text.append(part); });
     return text;
+}
+
+std::optional<Bytes> clsFileIniEx::toAnsi(TextView sLineSep, bool bSaveEmptyKeyVal) const {
+    constexpr std::size_t kPiece = 16384;  // units: they stay in the cache until they are bytes
+    Bytes bytes;
+    bytes.reserve(textLength(sLineSep, bSaveEmptyKeyVal));
+    platform::adviseLargePages(bytes.data(), bytes.capacity());
+    Text piece;
+    bool ansi = true;
+    const auto convertPiece = [&] {
+        ansi = ansi && IsAnsiText(piece);
+        if (!ansi) return;
+        const Bytes converted = platform::textToBytes(piece, platform::GetACP());
+        bytes.insert(bytes.end(), converted.begin(), converted.end());
+        piece.clear();
+    };
+    forEachPart(sLineSep, bSaveEmptyKeyVal, [&](TextView part) {
+        if (!ansi) return;
+        piece.append(part);
+        if (piece.size() >= kPiece) convertPiece();
+    });
+    convertPiece();
+    return ansi ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
 bool clsFileIniEx::pvSave(TextView sLineSep, bool bSaveEmptyKeyVal) const {
     if (!m_bLoaded) return ufu_StringToTextFile(m_sFile, {}, ufeAnsi);
-    const Text text = toText(sLineSep, bSaveEmptyKeyVal);
-    return ufu_StringToTextFile(m_sFile, text, IsAnsiText(text) ? ufeAnsi : ufeUnicode);
+    if (const auto bytes = toAnsi(sLineSep, bSaveEmptyKeyVal)) return writeFile(m_sFile, *bytes);
+    return ufu_StringToTextFile(m_sFile, toText(sLineSep, bSaveEmptyKeyVal), ufeUnicode);
 }

@@ -2,6 +2,7 @@
 // UTF-8.
 #pragma once
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,6 +11,12 @@
 using Text = std::u16string;
 using TextView = std::u16string_view;
 using Bytes = std::vector<std::uint8_t>;
+
+// The same as ==, which compares unit by unit.
+[[nodiscard]] inline bool sameUnits(TextView a, TextView b) {
+    return a.size() == b.size() &&
+           (a.empty() || std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0);
+}
 
 // UTF-8 for messages and results. Surrogate pairs become four bytes, a lone surrogate becomes
 // U+FFFD.

@@ -32,56 +32,6 @@ template <class Ask> auto asked(const clsFileIniEx& document, Ask ask) {
     }
 }
 
-// Gives the rows of one section, a batch at a time: while the keys of a batch are read, what their
-// translations need is on its way from memory.
-class SectionWalk {
-public:
-    SectionWalk(const clsFileIniEx& oMain, const clsFileIniEx& oTrans, bool bOnlyUntranslated,
-                PairSink& sink)
-        : m_oMain(oMain), m_oTrans(oTrans), m_bOnlyUntranslated(bOnlyUntranslated), m_sink(sink) {}
-
-    void give(TextView section, const std::vector<TextView>& rows) {
-        m_row.section = section;
-        const std::uint32_t inTrans = m_oTrans.SectionNumber(section);
-        for (std::size_t j = 0; j < rows.size(); ++j) {
-            const TextView key = m_oMain.GetSectionRowKey(rows, j);
-            if (trimBlanks(key).empty()) continue;
-            m_batch[m_used++] = {key, m_oMain.GetSectionRowValue(rows, j),
-                                 m_oTrans.Prepare(inTrans, key)};
-            if (m_used == m_batch.size()) giveBatch();
-        }
-        giveBatch();
-    }
-
-private:
-    struct Prepared {
-        TextView key;
-        TextView defaultText;
-        clsFileIniEx::Lookup translation;
-    };
-
-    void giveBatch() {
-        for (std::size_t i = 0; i < m_used; ++i) {
-            m_row.key = m_batch[i].key;
-            m_row.defaultText = m_batch[i].defaultText;
-            m_row.translation =
-                asked(m_oTrans, [&] { return m_oTrans.GetString(m_batch[i].translation); });
-            m_row.state = stateOf(m_row.defaultText, m_row.translation);
-            ++m_row.number;
-            if (!m_bOnlyUntranslated || m_row.state != RowState::Translated) m_sink.row(m_row);
-        }
-        m_used = 0;
-    }
-
-    const clsFileIniEx& m_oMain;
-    const clsFileIniEx& m_oTrans;
-    bool m_bOnlyUntranslated;
-    PairSink& m_sink;
-    PairRow m_row;
-    std::array<Prepared, 32> m_batch;
-    std::size_t m_used = 0;
-};
-
 }  // namespace
 
 Text PairRow::rowText() const {
@@ -129,12 +79,23 @@ PairFiles pvComparePair(TextView sMainFile, TextView sTransFile, bool bOnlyUntra
     std::vector<TextView> sections;
     std::vector<TextView> rows;
     asked(oMain, [&] { oMain.GetSectionNames(sections); });
-    SectionWalk walk(oMain, oTrans, bOnlyUntranslated, sink);
+    clsFileIniEx::InOrder translations(oTrans);
+    PairRow row;
     for (std::size_t i = 0; i < sections.size(); ++i) {
         oMain.GetSectionRows(sections[i], rows);
         listener.pvSetProgress(
             percentOf(static_cast<std::int64_t>(i), static_cast<std::int64_t>(sections.size())));
-        walk.give(sections[i], rows);
+        row.section = sections[i];
+        translations.section(sections[i]);
+        for (std::size_t j = 0; j < rows.size(); ++j) {
+            row.key = oMain.GetSectionRowKey(rows, j);
+            if (trimBlanks(row.key).empty()) continue;
+            row.defaultText = oMain.GetSectionRowValue(rows, j);
+            row.translation = asked(oTrans, [&] { return translations.GetString(row.key); });
+            row.state = stateOf(row.defaultText, row.translation);
+            ++row.number;
+            if (!bOnlyUntranslated || row.state != RowState::Translated) sink.row(row);
+        }
     }
     return {oMain.IniFile(), oTrans.IniFile()};
 }
