@@ -1,6 +1,7 @@
 #include "workbench/frmInputBox.h"
 
 #include "gfx/modCtlCommon_ctl_text.h"
+#include "platform/base/casemap.h"
 #include "workbench/modMain.h"
 #include "workbench/product.h"
 #include "workbench/storedValues.h"
@@ -15,8 +16,6 @@ void frmInputBox::onLoad() {
     placeControl(*this, btnCancel, u"btnCancel", PlaceOfTwips(3120, 570, 1185, 375),
                  StoredValues().text(u"Caption", u"&Cancel"));
     connectButtons();
-    btnOk.AccessKeys(u"O");
-    btnCancel.AccessKeys(u"C");
     btnOk.Default(true);
     if (g_bHasUnicodeFont) ApplyUnicodeFont(*this);
     CenterOnScreen();
@@ -30,4 +29,22 @@ void frmInputBox::InitMap(TextView Prompt, TextView Title, TextView Default,
     txtText.PasswordChar(Text(PasswordChar));
     txtText.Text(Default);
     start();
+}
+
+// A button takes no letter itself, but these two show one.
+bool frmInputBox::onFormKey(HWND hWnd, std::uint32_t uMsg, platform::WPARAM wParam,
+                            platform::LPARAM lParam) {
+    if (uMsg == platform::WM_SYSCHAR) {
+        switch (platform::lowerUnit(static_cast<char16_t>(wParam))) {
+        case u'o':
+            confirm();
+            return true;
+        case u'c':
+            cancel();
+            return true;
+        default:
+            break;
+        }
+    }
+    return InputForm::onFormKey(hWnd, uMsg, wParam, lParam);
 }

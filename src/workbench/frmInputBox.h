@@ -13,6 +13,8 @@ public:
 
 protected:
     void onLoad() override;
+    bool onFormKey(HWND hWnd, std::uint32_t uMsg, platform::WPARAM wParam,
+                   platform::LPARAM lParam) override;
 
 private:
     ctlUniLabel lblText;
