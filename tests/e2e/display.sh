@@ -3,6 +3,7 @@
 
 fail() {
     echo "FAILED: $*" >&2
+    [[ -z ${work-} ]] || window_manager_is_there || tail -n 5 "$work"/{Xvfb,openbox}.log >&2
     exit 1
 }
 
@@ -67,6 +68,15 @@ bring_to_front() {
     window=$(xdotool search --sync --onlyvisible --name "$1" | head -n 1)
     xdotool windowactivate --sync "$window"
 }
+# visible TITLE: sets `found` to the window with exactly that title, when there is one.
+visible() { found=$(xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | head -n 1) && [[ -n $found ]]; }
+gone() { ! visible "$1"; }
+closed() { ! xdotool search --onlyvisible --name . 2>/dev/null | grep -qx "$1"; }  # by its id
+# comes TITLE: waits for a window and its focus; sets `found`.
+comes() {
+    await "the window \"$1\"" visible "$1"
+    await "the focus of \"$1\"" has_focus "$found"
+}
 has_focus() { [[ $(xdotool getwindowfocus 2>/dev/null) == "$1" && $(xdotool getactivewindow 2>/dev/null) == "$1" ]]; }
 
 # From each step on, what the program has said since the step before.
@@ -89,6 +99,27 @@ press() {
         xdotool key "$key"
         sleep 0.05
     done
+}
+key() { xdotool key --delay 30 "$@"; }
+type_text() { xdotool type --delay 15 -- "$1"; }
+# keys_for TEXT...: a key for each character of the texts that no key of the keyboard has. Without it they would be
+# typed by keys that change their meaning on the way.
+keys_for() {
+    local -A seen=()
+    local text=$* character symbols= code=208 pair=()
+    for ((i = 0; i < ${#text}; i++)); do
+        character=${text:i:1}
+        [[ $character > '~' && -z ${seen[$character]-} ]] || continue
+        seen[$character]=1
+        pair+=("$(printf 'U%04X' "'$character")")
+        ((${#pair[@]} == 2)) || continue
+        symbols+="key <I$((code++))> { [ ${pair[0]}, ${pair[1]} ] }; "
+        pair=()
+    done
+    symbols+="key <I$((code++))> { [ ${pair[0]-NoSymbol}, NoSymbol ] };"
+    ((code <= 256)) || fail "the keyboard has too few keys for these texts"
+    setxkbmap -print | sed "/xkb_symbols/ s/};/$symbols };/" | xkbcomp -w 0 - "$DISPLAY" 2>/dev/null
+    sleep 0.5 # until all programs have heard of it
 }
 # color X Y: the colour on the screen at a point of the window, as #RRGGBB.
 color() {

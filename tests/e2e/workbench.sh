@@ -4,6 +4,8 @@
 set -euo pipefail
 # shellcheck source=tests/e2e/display.sh
 source "$(dirname -- "$(readlink -f -- "$0")")/display.sh"
+# shellcheck source=tests/e2e/translator.sh
+source "$(dirname -- "$(readlink -f -- "$0")")/translator.sh"
 quillmere=$1 cli=$2 samples=$3 pictures=${4-}
 start_display
 export XDG_STATE_HOME=$work/state
@@ -12,65 +14,9 @@ mkdir "$work/files"
 cp "$samples"/*.lng "$work/files"
 cd "$work/files"
 
-# visible TITLE: sets `found` to the window with exactly that title, when there is one.
-visible() { found=$(xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | head -n 1) && [[ -n $found ]]; }
-gone() { ! visible "$1"; }
-# comes TITLE: waits for a window and its focus; sets `found`.
-comes() {
-    await "the window \"$1\"" visible "$1"
-    await "the focus of \"$1\"" has_focus "$found"
-}
-key() { xdotool key --delay 30 "$@"; }
-picture() { [[ -z $pictures ]] || import -silent -window "$1" "$pictures/$2.png"; }
-start() {
-    "$quillmere" "$@" 2>>"$work/errors" &
-    program=$!
-    started+=("$program")
-    comes Quillmere
-    main=$found
-}
-back() { await "the main window's focus" has_focus "$main"; }
-# edit TEXT: of the current row, by the keyboard alone.
-edit() {
-    key Return
-    comes Translation
-    sleep 0.2 # until its text is selected
-    xdotool type --delay 15 -- "$1"
-    key Return
-    await "the end of the editor" gone Translation
-    back
-}
-over_main() { found=$(xdotool getwindowfocus 2>/dev/null) && [[ $found != "$main" ]] && visible_id "$found"; }
-visible_id() { [[ $(xdotool getactivewindow 2>/dev/null) == "$1" ]]; }
-# answer_box TEXT: types into the box that asks for a line, whose title is that of the main window.
-answer_box() {
-    await "the box that asks" over_main
-    picture "$found" ask
-    sleep 0.2
-    xdotool type --delay 15 -- "$1"
-    key Return
-    back
-}
-# question KEY: answers the box with the title "Attention"; another one of that title may follow.
-question() {
-    comes Attention
-    key "$1"
-    await "the end of the box" closed "$found"
-}
-closed() { ! xdotool search --onlyvisible --name . 2>/dev/null | grep -qx "$1"; }
-is_saved() { [[ $(stat -c %Y%s%i "$1") != "$2" ]]; }
-
 # ---- Open both files by the dialog, from the menu and from the button.
 start
 picture "$main" start
-open_file() {
-    comes "Open File"
-    picture "$found" open-file
-    xdotool type --delay 15 -- "$1"
-    key Return
-    await "the end of the dialog" gone "Open File"
-    back
-}
 key alt+f
 sleep 0.3
 key Return
@@ -85,12 +31,9 @@ sleep 0.5 # the pair loads and its duplicates are filled
 mkdir "$work/expected"
 cp "$samples"/*.lng "$work/expected"
 expected=("$work/expected/english.lng" "$work/expected/dutch.lng")
-# save: by the key, and compares.
-save() {
-    local before
-    before=$(stat -c %Y%s%i dutch.lng)
-    key ctrl+s
-    await "the save" is_saved dutch.lng "$before"
+# save_and_compare: with what the command line program makes of the same edits.
+save_and_compare() {
+    save dutch.lng
     key ctrl+s # a second one has nothing to do
     back
     if cmp "${expected[1]}" dutch.lng; then return; fi
@@ -98,7 +41,7 @@ save() {
     fail "the window saved other bytes than the command line program"
 }
 "$cli" fill "${expected[@]}" >/dev/null
-save
+save_and_compare
 key F3
 edit 'Bestanden &laten staan'
 key F3
@@ -110,7 +53,7 @@ edits=('Bestanden &laten staan' "Foto's die er al zijn &overslaan" 'Gemaakt \"tu
 for i in 0 1 2; do
     printf '{"section":"%s","key":"%s","translation":"%s"}\n' "${keys[i]%%$'\t'*}" "${keys[i]##*$'\t'}" "${edits[i]}"
 done | "$cli" apply "${expected[@]}" -
-save
+save_and_compare
 
 # ---- Search, and the messages of it.
 key ctrl+f
@@ -150,8 +93,7 @@ await "the end of the program" ended
 
 start english.lng dutch.lng
 sleep 0.5
-key ctrl+g
-answer_box 59x
+go_to 59x
 picture "$main" main
 edit 'Nu bewaard'
 key alt+F4
@@ -162,8 +104,7 @@ grep -q 'Nu bewaard' dutch.lng || fail "Yes at the question did not save"
 # ---- What cannot be saved is kept as edits.
 start english.lng dutch.lng
 sleep 0.5
-key ctrl+g
-answer_box 59
+go_to 59
 edit 'Niet te bewaren'
 chmod 444 dutch.lng
 key alt+F4
@@ -221,6 +162,65 @@ back
 key alt+F4
 question alt+n
 await "the end of the program" ended
-grep -q 'EmptyTrans' "$XDG_CONFIG_HOME/Quillmere/settings.ini" || fail "no settings were kept"
+
+# ---- The mouse, and the settings of the last time: the widths of two columns, and the check box.
+# edges: of the columns on the screen, from the first row of pixels that holds nothing but the lines between them;
+# that row's place comes first.
+edges() {
+    import -silent -window "$main" -crop 900x150+0+100 +repage -depth 8 txt:- | awk '
+        NR > 1 && !all {
+            split($1, at, /[,:]/)
+            if (at[2] != y) { if (n >= 6) { all = 1; next } y = at[2]; n = other = 0; found = "" }
+            if ($3 == "#8C8C8C") { if (last != $3) n += other ? -9 : 1; found = found " " at[1] }
+            else if ($3 != "#FFFFFF") other = 1
+            last = $3
+        }
+        END { print y + 100 found }'
+}
+start english.lng dutch.lng
+sleep 0.5
+xdotool windowsize --sync "$main" 1000 700
+sleep 0.3
+read -r y _ _ _ _ _ default_edge translation_edge < <(edges)
+xdotool mousemove --window "$main" "$((default_edge - 50))" "$((y + 30))" click --repeat 2 --delay 50 1
+comes Translation
+key Escape
+await "the end of the editor" gone Translation
+back
+xdotool click 3
+sleep 0.3
+picture root pop-up
+key Up Return # its last entry
+answer_box 1
+# drag X BY: the right edge of a column.
+drag() {
+    xdotool mousemove --window "$main" "$1" "$((y - 10))"
+    sleep 0.2
+    xdotool mousedown 1 mousemove_relative -- "$2" 0
+    sleep 0.2
+    xdotool mouseup 1
+    sleep 0.3
+}
+drag "$translation_edge" -45
+drag "$default_edge" 70
+read -r _ dragged < <(edges)
+key shift+Tab space # the check box
+key alt+F4
+await "the end of the program" ended
+start english.lng dutch.lng
+sleep 0.5
+xdotool windowsize --sync "$main" 1000 700
+sleep 0.3
+read -r _ found < <(edges)
+[[ $found == "$dragged" ]] || fail "the columns ended at $dragged, and end at $found after a new start"
+for setting in ColDefaultWidth=270 ColTransWidth=155 EmptyTrans=1; do
+    grep -q "$setting" "$XDG_CONFIG_HOME/Quillmere/settings.ini" || fail "$setting was not kept"
+done
+go_to 2
+edit Ook
+save dutch.lng
+grep -q '^[^;=]*=.\?$' dutch.lng || fail "after a new start empty translations are not saved"
+key alt+F4
+await "the end of the program" ended
 [[ ! -s $work/errors ]] || { cat "$work/errors" >&2; fail "the program complained"; }
 echo "OK"

@@ -1,0 +1,62 @@
+# What a translator does in the program's window, by real keys, for the tests beside this file: source it behind
+# display.sh, and set `quillmere` to the program and `pictures` to a folder for photographs, or to nothing.
+
+picture() { [[ -z $pictures ]] || import -silent -window "$1" "$pictures/$2.png"; }
+# start ARGUMENT...: sets `program` and `main`, its window.
+start() {
+    "$quillmere" "$@" 2>>"$work/errors" &
+    program=$!
+    started+=("$program")
+    comes Quillmere
+    main=$found
+}
+back() { await "the main window's focus" has_focus "$main"; }
+# open_file NAME: in the dialog that is coming up.
+open_file() {
+    comes "Open File"
+    picture "$found" open-file
+    type_text "$1"
+    key Return
+    await "the end of the dialog" gone "Open File"
+    back
+}
+# edit TEXT: of the current row, by the keyboard alone.
+edit() {
+    key Return
+    comes Translation
+    sleep 0.2 # until its text is selected
+    type_text "$1"
+    key Return
+    await "the end of the editor" gone Translation
+    back
+}
+over_main() { found=$(xdotool getwindowfocus 2>/dev/null) && [[ $found != "$main" ]] && is_active "$found"; }
+is_active() { [[ $(xdotool getactivewindow 2>/dev/null) == "$1" ]]; }
+# answer_box TEXT: types into the box that asks for a line, whose title is that of the main window.
+answer_box() {
+    await "the box that asks" over_main
+    picture "$found" ask
+    sleep 0.2
+    type_text "$1"
+    key Return
+    back
+}
+go_to() {
+    key ctrl+g
+    answer_box "$1"
+}
+# question KEY: answers the box with the title "Attention"; another one of that title may follow.
+question() {
+    comes Attention
+    key "$1"
+    await "the end of the box" closed "$found"
+}
+is_saved() { [[ $(stat -c %y%s%i "$1") != "$2" ]]; }
+# save FILE: by the key.
+save() {
+    local before
+    before=$(stat -c %y%s%i "$1")
+    key ctrl+s
+    await "the save" is_saved "$1" "$before"
+    back
+}
