@@ -1,19 +1,13 @@
 #include "workbench/menuPictures.h"
 
 #include "gfx/modCtlCommon_ctl_colors.h"
+#include "host/Form.h"
 #include "platform/window/resources.h"
 #include "workbench/menuEntries.h"
 
 namespace {
 
-constexpr int kCell = 16;  // at 96 dots per inch
-
-int dotsPerInch() {
-    const HDC screen = platform::GetDC(0);
-    const int dots = platform::GetDeviceCaps(screen, platform::LOGPIXELSY);
-    platform::ReleaseDC(0, screen);
-    return dots;
-}
+constexpr int kCell = 240;  // twips: 16 pixels at 96 dots per inch
 
 // The first of these entries whose caption it is gives the picture.
 constexpr struct {
@@ -29,7 +23,7 @@ constexpr struct {
 
 }  // namespace
 
-int EntryPictures::cellSize() { return platform::MulDiv(kCell, dotsPerInch(), 96); }
+int EntryPictures::cellSize() { return Form::PixelsY(kCell); }
 
 Picture EntryPictures::of(TextView sCaption, Color iBackground) {
     for (const auto& known : kPictures) {

@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # A private X server with a window manager, for the tests beside this file: source it, then call
 # start_display. Everything that was started ends with the test.
 
@@ -24,7 +25,7 @@ start_display() {
     await "the X server" test -s "$work/display"
     DISPLAY=:$(<"$work/display")
     export DISPLAY HOME=$work XDG_CONFIG_HOME=$work/config XDG_CACHE_HOME=$work/cache
-    export XDG_RUNTIME_DIR=$work QT_QPA_PLATFORM=xcb QT_QPA_PLATFORMTHEME= LC_ALL=C.UTF-8
+    export XDG_RUNTIME_DIR=$work QT_QPA_PLATFORM=xcb QT_QPA_PLATFORMTHEME='' LC_ALL=C.UTF-8
     unset WAYLAND_DISPLAY SESSION_MANAGER DBUS_SESSION_BUS_ADDRESS
     openbox >"$work/openbox.log" 2>&1 &
     started+=($!)
@@ -90,6 +91,7 @@ place() {
     local line
     line=$(grep "^at [0-9]*,[0-9]* $1\$" "$work/log" | tail -n 1) || fail "no place of $1 was told"
     [[ $line =~ ^at\ ([0-9]+),([0-9]+) ]]
+    # shellcheck disable=SC2034  # for who calls
     x=${BASH_REMATCH[1]} y=${BASH_REMATCH[2]}
 }
 # press KEY...: the keys, each when the one before has been handled by the program.
@@ -106,7 +108,7 @@ type_text() { xdotool type --delay 15 -- "$1"; }
 # typed by keys that change their meaning on the way.
 keys_for() {
     local -A seen=()
-    local text=$* character symbols= code=208 pair=()
+    local text=$* character symbols='' code=208 pair=()
     for ((i = 0; i < ${#text}; i++)); do
         character=${text:i:1}
         [[ $character > '~' && -z ${seen[$character]-} ]] || continue

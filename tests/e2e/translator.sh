@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2154,SC2034  # names that the other side sets or reads
 # What a translator does in the program's window, by real keys, for the tests beside this file: source it behind
 # display.sh, and set `quillmere` to the program and `pictures` to a folder for photographs, or to nothing.
 
