@@ -128,7 +128,6 @@ void HostWindow::leaveWindow() {
     if (m_hWnd == 0) return;
     const HWND window = std::exchange(m_hWnd, 0);
     hosts().erase(window);
-    forgetFocus(*this);
     (void)platform::setAccessible(window, nullptr);
     (void)platform::setDropTarget(window, nullptr);
     platform::SelectObject(m_hDC, m_hOldFont);
@@ -136,6 +135,7 @@ void HostWindow::leaveWindow() {
     platform::ReleaseDC(window, std::exchange(m_hDC, 0));
     m_hOldFont = 0;
     m_pressed = 0;
+    leaveFocus(*this);  // last: what it is told may fail
 }
 
 // ---- Messages

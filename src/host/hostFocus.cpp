@@ -63,8 +63,11 @@ public:
             }
         }
     }
+    static void leave(HostWindow& host) {
+        if (std::erase(inside(), &host) > 0) host.onExitFocus();
+    }
 };
 
 void startFocusWatch() { platform::setFocusObserver(HostFocus::follow); }
 
-void forgetFocus(const HostWindow& host) { std::erase(inside(), &host); }
+void leaveFocus(HostWindow& host) { HostFocus::leave(host); }

@@ -4,5 +4,5 @@
 class HostWindow;
 
 void startFocusWatch();
-// The host's window goes: it hears of no move any more.
-void forgetFocus(const HostWindow& host);
+// The host's window has gone, and the focus with it if it was inside. No later move is told.
+void leaveFocus(HostWindow& host);

@@ -137,6 +137,19 @@ TEST_F(HostTest, TheFocusGoesThroughTheControlsAndIntoWindowsInside) {
     EXPECT_EQ(tab(), "a keydown 9 0\na char 9\n") << "nowhere to go: the key is the control's";
 }
 
+TEST_F(HostTest, TheFocusIsLeftWhenItsWindowGoes) {
+    Window other;
+    ASSERT_TRUE(other.Load());
+    ASSERT_TRUE(a.create(other.hWnd(), {0, 0, 20, 20}));
+    other.Show();
+    settle();
+    ASSERT_TRUE(a.HasFocus()) << "the only control";
+    taken();
+    (void)other.Unload();
+    settle();
+    EXPECT_EQ(taken(), "query 1\nunload\na exit\n");
+}
+
 TEST_F(HostTest, EnterEscapeAndAltReachButtonsAndAccessKeys) {
     place(a, 0);
     place(b, 30);
