@@ -240,7 +240,7 @@ TEST_F(Dialogs, APictureLeavesOutWhatDoesNotCoverAndBlendsTheRest) {
 // ---- Texts in their places
 
 TEST_F(Dialogs, EveryTextFitsItsPlaceAtEachResolution) {
-    for (const int dpi : {96, 120, 144, 192}) {
+    for (const int dpi : {96, 108, 120, 132, 144, 168, 192, 288}) {
         platform::test::setScreens({{{0, 0, 4000, 3000}, {0, 0, 4000, 3000}, true, 32, dpi}});
         frmMain main;
         frmAbout about;
@@ -259,14 +259,16 @@ TEST_F(Dialogs, EveryTextFitsItsPlaceAtEachResolution) {
                 SIZE text{host->ScaleWidth(), 0};
                 TextSizeWrapped(host->hDC(), caption, 0, true, false, text);
                 EXPECT_LE(text.cx, host->ScaleWidth()) << dpi << " " << toUtf8(caption);
-                // A line has a free row above and below its letters.
-                EXPECT_LE(text.cy, host->ScaleHeight() + 2) << dpi << " " << toUtf8(caption);
+                EXPECT_LE(text.cy, host->ScaleHeight()) << dpi << " " << toUtf8(caption);
                 RECT around;
                 platform::GetClientRect(platform::GetParent(host->HostWindow::hWnd()), around);
                 EXPECT_LE(host->Left() + host->ScaleWidth(), around.right) << toUtf8(caption);
                 EXPECT_LE(host->Top() + host->ScaleHeight(), around.bottom) << toUtf8(caption);
             }
         }
+        EXPECT_EQ(controlOf<PlainLabel>(main, u"Label1").Left(),
+                  controlOf<PlainLabel>(main, u"Label2").Left())
+            << dpi;
     }
 }
 

@@ -1,12 +1,17 @@
 // What stands on the main window, and where.
 #include "gfx/modCtlCommon_ctl_faces.h"
 #include "gfx/modCtlCommon_ctl_text.h"
+#include "platform/window/surface.h"
 #include "win/modCommDialogs.h"
 #include "workbench/frmMain.h"
 #include "workbench/logic/columns.h"
 #include "workbench/logic/settingsRules.h"
 #include "workbench/modMain.h"
 #include "workbench/storedValues.h"
+
+#include <algorithm>
+#include <initializer_list>
+#include <limits>
 
 namespace {
 
@@ -94,17 +99,34 @@ StoredValues tipValues() {
 
 // The places were made for a narrower face. Where a text needs more than its own, it takes of the
 // space that the frame leaves free.
-void makeRoom(const HostWindow& frame, PlainLabel& label) {
-    constexpr int kEdge = 2;  // pixels, of the frame
-    const int beyond = label.Left() + label.ScaleWidth() - (frame.ScaleWidth() - kEdge);
-    if (beyond > 0) label.move(std::max(kEdge, label.Left() - beyond), label.Top());
+constexpr int kFrameEdge = 1;  // pixels
+
+// Labels of one line, one below the other: they keep a common left edge.
+void makeRoom(const HostWindow& frame, std::initializer_list<PlainLabel*> labels) {
+    const int end = frame.ScaleWidth() - 2 * kFrameEdge;
+    int left = std::numeric_limits<int>::max();
+    for (const PlainLabel* label : labels) {
+        left = std::min({left, label->Left(), end - label->ScaleWidth()});
+    }
+    for (PlainLabel* label : labels) label->move(std::max(left, 2 * kFrameEdge), label->Top());
 }
 
+// A text that is higher than the frame even so gets smaller letters, pixel by pixel.
 void makeRoom(const HostWindow& frame, ctlUniLabel& label) {
-    constexpr int kEdge = 1;
-    SIZE text{label.ScaleWidth(), 0};
-    TextSizeWrapped(label.hDC(), label.Caption(), 0, true, false, text);
-    const int height = std::min(static_cast<int>(text.cy), frame.ScaleHeight() - 2 * kEdge);
+    const auto textHeight = [&] {
+        SIZE text{label.ScaleWidth(), 0};
+        TextSizeWrapped(label.hDC(), label.Caption(), 0, true, false, text);
+        return static_cast<int>(text.cy);
+    };
+    constexpr double kSmallest = 6;  // points
+    const int most = frame.ScaleHeight() - 2 * kFrameEdge;
+    const double pixel = 72.0 / platform::GetDeviceCaps(label.hDC(), platform::LOGPIXELSY);
+    StdFont font = label.Font();
+    while (textHeight() > most && font.Size > kSmallest) {
+        font.Size -= pixel;
+        label.Font(font);
+    }
+    const int height = std::min(textHeight(), most);
     if (height <= label.ScaleHeight()) return;
     label.move(label.Left(), (frame.ScaleHeight() - height) / 2, label.ScaleWidth(), height);
 }
@@ -128,8 +150,7 @@ void frmMain::onLoad() {
     pvSetProgress(0);
     lblIstro.Caption(Text(kInstructions));
     makeRoom(ctlUniFrameXP1, lblIstro);
-    makeRoom(ctlUniFrameXP2, Label1);
-    makeRoom(ctlUniFrameXP2, Label2);
+    makeRoom(ctlUniFrameXP2, {&Label1, &Label2});
     platform::DragAcceptFiles(hWnd(), true);
     CenterOnScreen();
 }
