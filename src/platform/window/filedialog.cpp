@@ -13,12 +13,14 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QTreeView>
 #include <algorithm>
 #include <dirent.h>
 #include <filesystem>
@@ -168,6 +170,7 @@ public:
         // Without a layout the desktop's own dialog is used, which shows all names.
         auto* grid = qobject_cast<QGridLayout*>(layout());
         if (grid == nullptr) return;
+        fitColumns();
         m_odd = new OddNames(directoriesOnly);
         m_oddLabel = new QLabel(tr("Names with unknown characters:"));
         const int row = grid->rowCount();
@@ -273,6 +276,14 @@ protected:
 
 private:
     [[nodiscard]] bool isSave() const { return acceptMode() == AcceptSave; }
+    // Sizes and dates show whole; the names have the rest.
+    void fitColumns() {
+        const auto* view = findChild<QTreeView*>();
+        if (view == nullptr) return;
+        view->header()->setStretchLastSection(false);
+        view->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+        view->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    }
     void showOdd(const std::string& directory, bool all) {
         m_odd->enter(directory, all);
         m_odd->setVisible(m_odd->count() > 0);
