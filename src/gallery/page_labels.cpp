@@ -117,7 +117,7 @@ void drawFaces(HDC hDC, RECT area) {
     }
     for (const TextView caption :
          {u"\u041F\u0435\u0440\u0435\u0432\u043E\u0434 \u0433\u043E\u0442\u043E\u0432",
-          u"\u05EA\u05E8\u05D2\u05D5\u05DD, ready", u"\u7FFB\u8BD1\u5B8C\u6210"}) {
+          u"\u05EA\u05E8\u05D2\u05D5\u05DD, ready", u"\u6253\u5F00\u6587\u4EF6"}) {
         const RECT cell = cells.next();
         put(hDC, box(cell.left, cell.top, 112, 30),
             {.Caption = Text(caption), .BackColor = kTint, .Alignment = 2, .VAlignment = 1});
