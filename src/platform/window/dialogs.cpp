@@ -62,12 +62,23 @@ QMessageBox::Icon iconOf(std::uint32_t style) {
     }
 }
 
-// A message box that has to be answered by a button when none of them stands for closing it.
+// A message box that has to be answered by a button when none of them stands for closing it. Enter
+// that is still held down from what came before is no answer: nobody has read the box yet.
 class MessageBox final : public QMessageBox {
 public:
     MessageBox(QWidget* parent, bool closable) : QMessageBox(parent), m_closable(closable) {}
 
+    void add(QMessageBox::StandardButton button) { addButton(button)->installEventFilter(this); }
+
 private:
+    bool eventFilter(QObject* button, QEvent* event) override {
+        if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) {
+            const auto& key = static_cast<const QKeyEvent&>(*event);
+            const bool enter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+            if (isHeld(key) && enter) return true;
+        }
+        return QMessageBox::eventFilter(button, event);
+    }
     void closeEvent(QCloseEvent* event) override {
         if (m_closable) {
             QMessageBox::closeEvent(event);
@@ -104,7 +115,7 @@ int MessageBoxW(HWND hWnd, TextView text, TextView caption, std::uint32_t style)
     box->setWindowModality(Qt::ApplicationModal);
     if ((style & MB_TOPMOST) != 0) box->setWindowFlag(Qt::WindowStaysOnTopHint);
     for (const BoxButton& b : buttons) {
-        box->addButton(b.button);
+        box->add(b.button);
         if (b.id == escape) box->setEscapeButton(b.button);
     }
     const std::size_t first = std::min<std::size_t>((style >> 8) & 0xF, buttons.size() - 1);

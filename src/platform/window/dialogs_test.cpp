@@ -14,6 +14,7 @@
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QFontDialog>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
@@ -282,6 +283,20 @@ TEST_F(Dialogs, AMessageBoxHasTheButtonsOfItsStyle) {
             }
         }
     }
+}
+
+TEST_F(Dialogs, AMessageBoxIsNotAnsweredByEnterThatIsStillHeld) {
+    person.then<QMessageBox>([&](QMessageBox& box) {
+        const auto enter = [&](bool held) {
+            QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"),
+                            held);
+            QApplication::sendEvent(box.defaultButton(), &press);
+        };
+        enter(true);
+        EXPECT_TRUE(box.isVisible());
+        enter(false);
+    });
+    EXPECT_EQ(MessageBoxW(0, u"?", u"", MB_YESNOCANCEL), IDYES);
 }
 
 TEST_F(Dialogs, EndWhenTheirOwnerIsDestroyed) {

@@ -136,6 +136,20 @@ std::vector<Text> filesOf(const QMimeData& data) {
     return paths;
 }
 
+// A server of windows may send a key that is held as a release and a press of one moment. The
+// library knows them for what they are only when it finds both in its queue at once.
+bool isHeld(const QKeyEvent& key) {
+    static int releasedKey = 0;
+    static quint64 releasedAt = 0;
+    if (key.type() == QEvent::KeyPress) {
+        return key.isAutoRepeat() ||
+               (key.timestamp() != 0 && key.timestamp() == releasedAt && key.key() == releasedKey);
+    }
+    releasedKey = key.key();
+    releasedAt = key.timestamp();
+    return key.isAutoRepeat();
+}
+
 namespace {
 
 bool isKeyMessage(std::uint32_t uMsg) { return uMsg >= WM_KEYDOWN && uMsg <= WM_SYSCHAR; }
@@ -182,20 +196,6 @@ QString typedBy(const QKeyEvent& key, std::int32_t code) {
     if (key.key() >= Qt::Key_A && key.key() <= Qt::Key_Z) return QChar(key.key() - Qt::Key_A + 1);
     const QString text = key.text();
     return !text.isEmpty() && text.front().unicode() < 32 ? text : QString();
-}
-
-// A server of windows may send a key that is held as a release and a press of one moment. The
-// library knows them for what they are only when it finds both in its queue at once.
-bool isHeld(const QKeyEvent& key) {
-    static int releasedKey = 0;
-    static quint64 releasedAt = 0;
-    if (key.type() == QEvent::KeyPress) {
-        return key.isAutoRepeat() ||
-               (key.timestamp() != 0 && key.timestamp() == releasedAt && key.key() == releasedKey);
-    }
-    releasedKey = key.key();
-    releasedAt = key.timestamp();
-    return key.isAutoRepeat();
 }
 
 bool routeKey(WindowRecord& record, QKeyEvent* key, bool viewport) {

@@ -189,7 +189,10 @@ void reportPlace(WindowRecord& record, QEvent* event = nullptr);
 // The modifiers of the key event on its way, or those that are down now.
 [[nodiscard]] int keyModifiers();
 void noteModifiers(int qtModifiers);  // of an input event: fresher than any query
-void noteMouseWindow(HWND hWnd);      // the window that SetCursor means
+// Whether a key event is there because its key is held down. Wants to see each event of a key, once
+// or more often, the going up included.
+[[nodiscard]] bool isHeld(const QKeyEvent& key);
+void noteMouseWindow(HWND hWnd);  // the window that SetCursor means
 
 void killTimersOf(HWND hWnd);
 
