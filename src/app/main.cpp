@@ -3,6 +3,7 @@
 #include "platform/base/codepages.h"
 #include "platform/base/failure.h"
 #include "platform/window/application.h"
+#include "platform/window/ending.h"
 #include "platform/window/resources.h"
 #include "workbench/frmMain.h"
 #include "workbench/modMain.h"
@@ -35,6 +36,17 @@ void complain(TextView sMessage) {
     (void)std::fputs(("quillmere: " + toUtf8(sMessage) + "\n").c_str(), stderr);
 }
 
+// The process ends, asked for or not: what was typed stays, and who reads this knows where.
+void keepEdits(const frmMain& window) {
+    try {
+        if (const Text sFile = window.KeepEdits(); !sFile.empty()) {
+            complain(u"Your changes have not been saved. They have been kept in " + sFile);
+        }
+    } catch (const std::exception&) {
+        complain(u"Your changes could not be kept: " + messageOf(std::current_exception()));
+    }
+}
+
 // The names of files are in the command line of the process; the window system has no switches
 // here.
 int run(char* program) {
@@ -56,6 +68,7 @@ int run(char* program) {
         [&window](const std::exception_ptr& failure) { window.ShowError(messageOf(failure)); });
     window.Closed = [] { platform::PostQuitMessage(0); };
     window.Start(ufu_UniCommandLine());
+    const platform::EndWatch watch([&window] { keepEdits(window); });
     const int code = application.run();
     platform::setFailureHandler({});
     return code;

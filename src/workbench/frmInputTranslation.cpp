@@ -44,5 +44,12 @@ void frmInputTranslation::onLoad() {
 void frmInputTranslation::InitMap(TextView sDefaultText, TextView sTranslatedText) {
     txtTextOrig.Text(sDefaultText);
     txtText.Text(sTranslatedText);
+    m_sStart = txtText.Text();
     start();
+}
+
+std::optional<Text> frmInputTranslation::Typed() const {
+    Text s = txtText.Text();
+    if (s == m_sStart) return {};
+    return s;
 }

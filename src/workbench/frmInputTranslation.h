@@ -9,6 +9,8 @@ public:
 
     // Of a loaded form: the default text above, the translation to start from below.
     void InitMap(TextView sDefaultText, TextView sTranslatedText);
+    // What stands in the lower box, unless it still is what it started from.
+    [[nodiscard]] std::optional<Text> Typed() const;
 
 protected:
     void onLoad() override;
@@ -16,4 +18,5 @@ protected:
 private:
     ctlUniLabel ctlUniLabel1, ctlUniLabel2;
     ctlUniTextBoxXP txtTextOrig;
+    Text m_sStart;
 };

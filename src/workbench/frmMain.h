@@ -39,6 +39,11 @@ public:
     void ShowInfo(TextView sInfo);
     bool ShowYesNo(TextView sQuestion, TextView sTitle = {});  // true for Yes
 
+    // For a process that ends without having asked: writes what is not saved, the text of an open
+    // editor included, into the file that a failed save leaves behind. Gives its path in the
+    // system's spelling; empty when there is nothing to keep. Raises as rescueEdits.
+    [[nodiscard]] Text KeepEdits() const;
+
     // What is shown, for those who test it.
     [[nodiscard]] ctlUniGrid& grid() { return fxGrid; }
     [[nodiscard]] const PairList& list() const { return m_list; }

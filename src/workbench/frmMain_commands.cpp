@@ -8,6 +8,7 @@
 #include "platform/window/input.h"
 #include "platform/window/shell.h"
 #include "win/modCommDialogs.h"
+#include "workbench/frmInputTranslation.h"
 #include "workbench/frmMain.h"
 #include "workbench/logic/columns.h"
 #include "workbench/logic/editRow.h"
@@ -39,6 +40,12 @@ template <class F, class Show> bool guarded(F f, Show show) {
         show(messageOf(std::current_exception()));
         return false;
     }
+}
+
+// What is not saved goes into the user's folder for it. Raises as rescueEdits.
+Text keptEdits(const PairList& list, const std::optional<OpenEdit>& open = {}) {
+    return rescueEdits(list, platform::userStateFolder("quillmere"), platform::timeForFileName(),
+                       open);
 }
 
 }  // namespace
@@ -198,10 +205,7 @@ void frmMain::pvAskSaveChanges(bool& bCancel) {
 void frmMain::pvRescueEdits(bool& bCancel) {
     Text sFile;
     const bool kept = guarded(
-        [&] {
-            sFile = rescueEdits(m_list, platform::userStateFolder("quillmere"),
-                                platform::timeForFileName());
-        },
+        [&] { sFile = keptEdits(m_list); },
         [this](const Text& sMessage) {
             ShowError(sMessage + u"\r\n\r\nYour changes could not be kept anywhere else either. "
                                  u"Nothing has been closed.");
@@ -212,6 +216,16 @@ void frmMain::pvRescueEdits(bool& bCancel) {
              platform::pathForDisplay(sFile) +
              u"\r\n\r\n\"quillmere-cli apply MAIN TRANSLATED\" and the name of this file put them "
              u"into the translated file.");
+}
+
+Text frmMain::KeepEdits() const {
+    std::optional<OpenEdit> open;
+    HostWindow::forEachHost([&](HostWindow& host) {
+        const auto* const editor = dynamic_cast<frmInputTranslation*>(&host);
+        if (editor == nullptr) return;
+        if (std::optional<Text> sText = editor->Typed()) open = {fxGrid.Row(), *std::move(sText)};
+    });
+    return platform::pathForDisplay(keptEdits(m_list, open));
 }
 
 void frmMain::createNewTranslation(bool bFull) {

@@ -159,6 +159,31 @@ TEST_F(FrmMain, EditsByEnterFillsDuplicatesAndSaves) {
     EXPECT_FALSE(std::filesystem::exists(dir.path() / "trans.lng")) << "nothing is due";
 }
 
+TEST_F(FrmMain, KeepsWhatWasTypedForAnEndWithoutAQuestion) {
+    startWithPair();
+    EXPECT_EQ(window.KeepEdits(), u"");
+    std::vector<Text> kept;
+    const auto keepWhileOpen = [&](std::int32_t iRow, TextView sTyped) {
+        answers.next([&, sTyped](Form& form) {
+            if (!sTyped.empty()) controlOf<ctlUniTextBoxXP>(form, u"txtText").Text(sTyped);
+            kept.push_back(window.KeepEdits());
+            form.Unload(kClosedByUser);
+        });
+        window.grid().Row(iRow);
+        pressEnter();
+    };
+    keepWhileOpen(2, u"");  // it shows the default text, which nobody has typed
+    edit(3, u"Sluiten");
+    keepWhileOpen(5, u"Einde");
+    ASSERT_EQ(kept.size(), 2);
+    EXPECT_EQ(kept[0], u"");
+    EXPECT_EQ(
+        dir.read("state/quillmere/" + std::filesystem::path(toUtf8(kept[1])).filename().string()),
+        "{\"section\":\"Menu\",\"key\":\"Close\",\"translation\":\"Sluiten\"}\n"
+        "{\"section\":\"Menu\",\"key\":\"Quit\",\"translation\":\"Einde\"}\n");
+    EXPECT_EQ(rows(), "Title=Programma Open=! Close=Sluiten! Open2=! Quit=! OK=ok~");
+}
+
 TEST_F(FrmMain, StartsFromTheDefaultTextWhereThereIsNoTranslation) {
     dir.write("trans.lng", "[Menu]\r\nQuit= x\r\nClose=Sluiten\r\n");
     startWithPair();

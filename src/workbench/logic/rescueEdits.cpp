@@ -13,14 +13,14 @@ namespace {
 
 constexpr int kMostNames = 1000;  // that are taken by other files of one second
 
-void appendEdit(const GridData& fxGrid, std::int32_t iRow, std::string& edits) {
+void appendEdit(const GridData& fxGrid, std::int32_t iRow, TextView sTrans, std::string& edits) {
     edits += "{\"section\":";
     platform::appendJson(fxGrid.CellText(iRow, kSectionColumn), edits);
     edits += ",\"key\":";
     platform::appendJson(fxGrid.CellText(iRow, kKeyColumn), edits);
     edits += ",\"translation\":";
     // Edits refuse the lone CR or LF that a file's own translation may hold.
-    platform::appendJson(onOneLine(fxGrid.CellText(iRow, kTranslationColumn)), edits);
+    platform::appendJson(onOneLine(sTrans), edits);
     edits += "}\n";
 }
 
@@ -38,18 +38,23 @@ bool openNew(clsUniFile& file, TextView sStem, Text& sFile) {
 
 }  // namespace
 
-std::string changedAsEdits(const PairList& list) {
+std::string changedAsEdits(const PairList& list, const std::optional<OpenEdit>& open) {
     std::string edits;
     std::string cleared;
+    const auto append = [&](std::int32_t row, TextView sTrans) {
+        appendEdit(list.fxGrid, row, sTrans, sTrans.empty() ? cleared : edits);
+    };
     list.changed.forEach([&](std::int32_t row) {
-        const bool empty = list.fxGrid.CellText(row, kTranslationColumn).empty();
-        appendEdit(list.fxGrid, row, empty ? cleared : edits);
+        if (open && open->iRow == row) return;
+        append(row, list.fxGrid.CellText(row, kTranslationColumn));
     });
+    if (open) append(open->iRow, open->sText);
     return edits + cleared;
 }
 
-Text rescueEdits(const PairList& list, TextView sFolder, TextView sTime) {
-    const std::string edits = changedAsEdits(list);
+Text rescueEdits(const PairList& list, TextView sFolder, TextView sTime,
+                 const std::optional<OpenEdit>& open) {
+    const std::string edits = changedAsEdits(list, open);
     if (edits.empty()) return {};
     Text sFile(sFolder);
     const auto cannotWrite = [&] {

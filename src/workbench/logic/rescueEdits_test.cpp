@@ -38,6 +38,16 @@ TEST_F(RescueEdits, HoldsEachChangedRowOnceAndWhatWasClearedLast) {
               "{\"section\":\"S\",\"key\":\"d\",\"translation\":\"\"}\n");
 }
 
+TEST_F(RescueEdits, HoldsAnOpenEditInPlaceOfItsRow) {
+    edit(5, u"Stop");
+    edit(4, u"");
+    const std::string cleared = "{\"section\":\"S\",\"key\":\"d\",\"translation\":\"\"}\n";
+    EXPECT_EQ(changedAsEdits(list, OpenEdit{5, u"Halt\r\nnu"}),
+              "{\"section\":\"S\",\"key\":\"e\",\"translation\":\"Halt nu\"}\n" + cleared);
+    EXPECT_EQ(changedAsEdits(list, OpenEdit{5, u""}),
+              cleared + "{\"section\":\"S\",\"key\":\"e\",\"translation\":\"\"}\n");
+}
+
 TEST_F(RescueEdits, HoldsWhatTheWholeListFillDidAndForgetsItAtALoad) {
     EXPECT_EQ(pvFillAllDuplicates(list, listener), 3);
     EXPECT_EQ(std::ranges::count(changedAsEdits(list), '\n'), 3);
