@@ -37,19 +37,6 @@ HICON pictureCursor() {
 
 }  // namespace
 
-TEST(Input, KnowsTheKeysThatAreDown) {
-    const platform::test::WindowHookScope hooks;
-    EXPECT_EQ(GetAsyncKeyState(VK_SHIFT), 0);
-    platform::test::setKeysDown(std::vector<std::int32_t>{VK_SHIFT, VK_LBUTTON});
-    EXPECT_LT(GetAsyncKeyState(VK_SHIFT), 0);
-    EXPECT_LT(GetAsyncKeyState(VK_LBUTTON), 0);
-    EXPECT_EQ(GetAsyncKeyState(VK_CONTROL), 0);
-    platform::test::setKeysDown(std::vector<std::int32_t>{VK_MENU}, 2);
-    EXPECT_EQ(GetAsyncKeyState(VK_MENU), 0);
-    EXPECT_EQ(GetAsyncKeyState(VK_MENU), 0);
-    EXPECT_LT(GetAsyncKeyState(VK_MENU), 0);
-}
-
 TEST(Input, TakesTheModifiersOfAnEventForThoseOfTheMoment) {
     const platform::test::WindowHookScope hooks;
     ::test::MessageLog log;

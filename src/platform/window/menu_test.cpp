@@ -163,17 +163,6 @@ TEST(MenuItems, LoseTheirTextToAnOldTypeAndKeepItWithANewOne) {
     DestroyMenu(menu);
 }
 
-TEST(MenuItems, TenThousandAreChangedByIdentifierInNoTime) {
-    const HMENU menu = CreateMenu();
-    MENUITEMINFOW info;
-    info.fMask = MIIM_ID;
-    for (info.wID = 0; info.wID < 10000; ++info.wID) {
-        ASSERT_TRUE(InsertMenuItemW(menu, ~0U, true, info));
-    }
-    for (std::uint32_t id = 0; id < 10000; ++id) ASSERT_TRUE(setText(menu, id, u"x"));
-    DestroyMenu(menu);
-}
-
 // ---- Windows
 
 // Items that their owner draws are as wide as their user data, in a colour by their state.

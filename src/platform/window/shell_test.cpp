@@ -73,15 +73,3 @@ TEST(Shell, StartsAProgramWithItsParametersInADirectory) {
     }
     EXPECT_EQ(dir.read("out"), "one|two three|" + dir.path().string());
 }
-
-TEST(Shell, AsksTheHookInPlaceOfTheDesktop) {
-    const platform::test::WindowHookScope hooks;
-    std::string asked;
-    platform::test::setShell([&](const ShellRequest& request) {
-        asked = toUtf8(request.verb + u"|" + request.file + u"|" + request.parameters + u"|" +
-                       request.directory);
-        return request.show == 1 ? 42 : 5;
-    });
-    EXPECT_EQ(execute(u"open", u"https://example.invalid/", u"p", u"d"), 42);
-    EXPECT_EQ(asked, "open|https://example.invalid/|p|d");
-}
