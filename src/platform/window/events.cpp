@@ -27,7 +27,7 @@ namespace {
 
 int g_runningEvents = 0;
 std::vector<QPointer<QWidget>> g_condemned;  // one may take another along
-HWND g_focusBefore = 0;                      // the window of the last WM_KILLFOCUS for another
+HWND g_focusBefore = 0;                      // the window of the last WM_KILLFOCUS
 const QKeyEvent* g_key = nullptr;            // the one on its way
 HWND g_focusUnderMenu = 0;                   // whose keys a menu has taken
 
@@ -69,21 +69,10 @@ std::optional<bool> MessageTarget::routeSpecially(WindowRecord&, QEvent*, bool) 
 
 HWND focusUnderMenu() { return IsWindow(g_focusUnderMenu) ? g_focusUnderMenu : 0; }
 
-namespace {
-
-// Where the focus goes, for WM_KILLFOCUS; keeps where it came from for the WM_SETFOCUS there.
-HWND focusLeaves(HWND hWnd) {
-    const HWND next = GetFocus();
-    g_focusBefore = next == 0 ? 0 : hWnd;
-    return next;
-}
-
-}  // namespace
-
 void focusLeavesMenus() {
     const HWND hWnd = std::exchange(g_focusUnderMenu, 0);
-    const HWND next = focusLeaves(hWnd);
-    guarded([&] { SendMessageW(hWnd, WM_KILLFOCUS, next, 0); });
+    g_focusBefore = hWnd;
+    guarded([&] { SendMessageW(hWnd, WM_KILLFOCUS, GetFocus(), 0); });
 }
 
 // ---- Delivery
@@ -310,7 +299,8 @@ bool routeFocus(WindowRecord& record, QFocusEvent* focus, bool viewport) {
         return record.target->runNative(focus, viewport);
     }
     if (focus->lostFocus()) {
-        return deliver(record, focus, viewport, WM_KILLFOCUS, focusLeaves(record.handle), 0);
+        g_focusBefore = record.handle;
+        return deliver(record, focus, viewport, WM_KILLFOCUS, GetFocus(), 0);
     }
     const HWND before = IsWindow(g_focusBefore) ? g_focusBefore : 0;
     // With the real reason a field of the library would select its text, for one of them.

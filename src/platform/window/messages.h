@@ -16,7 +16,7 @@ enum : std::uint32_t {
     WM_DESTROY = 0x0002,        // the window and its children are still there
     WM_MOVE = 0x0003,           // lParam: left in the low, top in the high word, of the client area
     WM_SIZE = 0x0005,           // wParam: SIZE_...; lParam: width and height of the client area
-    WM_SETFOCUS = 0x0007,       // wParam: the window that had the focus, or 0
+    WM_SETFOCUS = 0x0007,       // wParam: the window that had the focus last, or 0
     WM_KILLFOCUS = 0x0008,      // wParam: the window that gets it, or 0
     WM_ENABLE = 0x000A,         // wParam: 1 enabled, 0 disabled
     WM_SETTEXT = 0x000C,        // lParam: const Text*

@@ -420,7 +420,7 @@ TEST_F(Window, TellsWhereTheFocusComesFromAndGoesTo) {
     EXPECT_EQ(GetFocus(), 0U);
     EXPECT_EQ(log.take(), "b: WM_KILLFOCUS 0\n");
     SetFocus(a.hWnd());
-    EXPECT_EQ(log.take(), "a: WM_SETFOCUS 0\n");
+    EXPECT_EQ(log.take(), "a: WM_SETFOCUS b\n");
     mouse(b.hWnd(), MouseAction::Press, {1, 1}, MK_LBUTTON, MK_LBUTTON);
     EXPECT_EQ(GetFocus(), a.hWnd()) << "a press moves no focus by itself";
     mouse(b.hWnd(), MouseAction::Release, {1, 1}, MK_LBUTTON);
