@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
@@ -122,31 +121,6 @@ TEST(Gradients, OfAnyLengthCostNoMoreThanWhatIsSeen) {
     EXPECT_GT(platform::GetPixel(canvas.hdc(), 1, 1), 200);
     GradientH(canvas.hdc(), 0, kMax, kMax, kMin, rgb(255, 255, 255), 0);
     EXPECT_EQ(canvas.picture(), "..\n..\n");
-}
-
-TEST(Shapes, DrawRectanglesLinesAndPixels) {
-    static constexpr RECT kAll{0, 0, 5, 4}, kPart{1, 1, 4, 3};
-    const struct {
-        const char* name;
-        std::function<void(HDC)> draw;
-        std::string picture;
-    } kCases[] = {
-        {"fill", [](HDC h) { DrawRect(h, kPart, kRed, true); }, ".....\n.rrr.\n.rrr.\n.....\n"},
-        {"frame", [](HDC h) { DrawRectXY(h, 0, 0, 5, 4, sysColor(6), false); },
-         "#####\n#...#\n#...#\n#####\n"},
-        {"line without its end", [](HDC h) { DrawLine(h, 0, 1, 4, 1, kRed); },
-         ".....\nrrrr.\n.....\n.....\n"},
-        {"dotted line", [](HDC h) { DrawLine(h, 0, 2, 5, 2, 0, 1, platform::PS_DOT); },
-         ".....\n.....\n###yy\n.....\n"},
-        {"pixel", [](HDC h) { DrawPixel(h, 4, 3, kRed); }, ".....\n.....\n.....\n....r\n"},
-        {"focus", [](HDC h) { DrawFocus(h, kAll); }, ".#.#.\n#...#\n.....\n#.#.#\n"},
-    };
-    for (const auto& c : kCases) {
-        const Canvas canvas(5, 4);
-        platform::SetBkColor(canvas.hdc(), rgb(255, 255, 0));
-        c.draw(canvas.hdc());
-        EXPECT_EQ(canvas.picture(), c.picture) << c.name;
-    }
 }
 
 TEST(Shapes, RoundRectanglesFillTheSameAreaWithAndWithoutAPen) {

@@ -22,10 +22,10 @@ constexpr std::uint32_t DEFAULT_CHARSET = 1;
 //
 // height: below 0 the em height in pixels, above 0 the height of a line (ascent and descent), 0 for
 // 16 pixels of em; held to 1 to 2048. width: the average character width in pixels, as
-// GetTextMetricsA gives it, to which characters are stretched or narrowed; 0 leaves them as they
-// are. weight: 0 is 400, held to 1 to 1000. Escapement, orientation, charSet, the precisions,
-// quality and pitchAndFamily have no influence. faceName: letter case and blanks around it don't
-// count.
+// GetTextMetricsA gives it, to which characters are stretched or narrowed, whatever its sign; 0
+// leaves them as they are. weight: 0 is 400, held to 1 to 1000. Escapement, orientation, charSet,
+// the precisions, quality and pitchAndFamily have no influence. faceName: letter case and blanks
+// around it don't count.
 [[nodiscard]] HFONT CreateFontW(int height, int width, int escapement, int orientation, int weight,
                                 std::uint32_t italic, std::uint32_t underline,
                                 std::uint32_t strikeOut, std::uint32_t charSet,

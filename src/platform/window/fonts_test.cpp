@@ -70,6 +70,7 @@ TEST(Fonts, HeightIsTheEmBelowZeroAndTheLineAboveZero) {
 TEST(Fonts, WidthStretchesTheCharactersToThatAverage) {
     const TextView text = u"the quick brown fox";
     const int natural = metricsOf(fontOf({-16})).tmAveCharWidth, whole = widthOf(text, {-16});
+    EXPECT_EQ(metricsOf(fontOf({-16, -natural - 1})).tmAveCharWidth, natural + 1);
     for (const int width : {natural - 3, natural - 1, natural + 1, natural + 5, 2 * natural}) {
         const TEXTMETRICA metrics = metricsOf(fontOf({-16, width}));
         EXPECT_EQ(metrics.tmAveCharWidth, width);

@@ -177,11 +177,13 @@ TEST(Bitmaps, TellTheirMeasuresAndFailBeyondTheLimits) {
         EXPECT_EQ(record.bmBitsPixel, c.bits == 0 ? 32 : std::abs(c.bits));
         EXPECT_EQ(record.bmBits, isSection ? pixels : nullptr);
     }
-    const HBITMAP least = CreateCompatibleBitmap(screen, 0, 7);
-    EXPECT_NE(GetObjectA(least, record), 0);
-    EXPECT_EQ(SIZE(record.bmWidth, record.bmHeight), SIZE(1, 1));
-    EXPECT_EQ(record.bmBitsPixel, 1);
-    DeleteObject(least);
+    for (const SIZE nothing : {SIZE{0, 7}, SIZE{7, 0}}) {
+        const HBITMAP least = CreateCompatibleBitmap(screen, nothing.cx, nothing.cy);
+        EXPECT_NE(GetObjectA(least, record), 0);
+        EXPECT_EQ((SIZE{record.bmWidth, record.bmHeight}), (SIZE{1, 1}));
+        EXPECT_EQ(record.bmBitsPixel, 1);
+        DeleteObject(least);
+    }
     DeleteDC(memory);
     ReleaseDC(0, screen);
 }
@@ -246,6 +248,9 @@ TEST(Bitmaps, TakeTheClosestColourOfTheirTable) {
         EXPECT_EQ(SetPixel(canvas.hdc(), 0, 0, wanted), taken);
         EXPECT_EQ(GetPixel(canvas.hdc(), 0, 0), taken);
     }
+    const Canvas bits(1, 1, Canvas::kMonochrome);
+    EXPECT_EQ(SetPixel(bits.hdc(), 0, 0, rgb(127, 127, 128)), 0);
+    EXPECT_EQ(SetPixel(bits.hdc(), 0, 0, rgb(127, 128, 128)), 0xFFFFFF);
 }
 
 // ---- Windows

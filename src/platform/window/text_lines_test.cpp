@@ -64,6 +64,7 @@ const struct {
     {u"     ", kWrap, u" ", ""},
     {u"one two\r\nthree four", kWrap, u"three", "one|two|three|four"},
     {u"semi-detached", kWrap, u"semi-", "semi-|detached"},
+    {u"one \ttwo", kWrap | DT_EXPANDTABS, u"one", "one|two"},
     {u"one two", 0, u"one", "one two"},
     // A word that is too wide
     {u"incomprehensible", kWrap, u"incom", "incomprehensible"},
@@ -73,6 +74,7 @@ const struct {
     {u"e\u0301e\u0301e\u0301", kEdit, u"ee", "e\u0301e\u0301|e\u0301"},
     {u"\U0001F469\u200D\U0001F469\u200D\U0001F467\U0001F44D\U0001F3FD", kEdit, u"x",
      "\U0001F469\u200D\U0001F469\u200D\U0001F467|\U0001F44D\U0001F3FD"},
+    {u"\U0001F3F4\U000E0067\U000E0062x", kEdit, u"", "\U0001F3F4\U000E0067\U000E0062|x"},
     // Scripts without blanks
     {u"一是在不了有和人", kWrap, u"一是在", "一是在|不了有|和人"},
     {u"他说「一是在」", kWrap, u"他说", "他说|「一|是|在」"},

@@ -173,6 +173,15 @@ TEST(DrawTextW, FillsBehindTheTextInOpaqueMode) {
     EXPECT_EQ(colorAt(190, 5), 0xFFFFFFU);
 }
 
+TEST(DrawTextW, UnderlinesTheMarkedCharacterAlsoOfTextThatIsKnownWithoutIt) {
+    const RECT rect{2, 2, 200, 60};
+    const Picture none = drawn(u"\u65E5\u672C", rect, 0), first = drawn(u"&\u65E5\u672C", rect, 0),
+                  second = drawn(u"\u65E5&\u672C", rect, 0);
+    EXPECT_FALSE(samePixels(none, first));
+    EXPECT_FALSE(samePixels(none, second));
+    EXPECT_FALSE(samePixels(first, second));
+}
+
 TEST(DrawTextW, MixesByCoverageAndKeepsTheColoursOfPictographs) {
     const RECT rect{2, 2, 200, 60};
     const Picture black = drawn(u"Wx", rect, 0, 0x000000), blue = drawn(u"Wx", rect, 0, 0xFF0000);
