@@ -359,7 +359,7 @@ struct PlainGrid {
     std::vector<std::vector<GridCell>> rows;
 
     void sort(std::size_t column, bool isText, bool bSortAsc) {
-        const PlainSort sort(rows, [=](const auto& a, const auto& b) {
+        sortPlainly(rows, [=](const auto& a, const auto& b) {
             const GridValue& left = a[column].Value;
             const GridValue& right = b[column].Value;
             return (isText ? platform::compareText(left.text(), right.text())

@@ -288,39 +288,30 @@ TEST(GridInteraction, HeaderClicksSort) {
         for (std::int32_t i = 1; i <= 3; ++i) all += toUtf8(grid.CellText(i, 1));
         return all;
     };
-    const auto clicked = [&](float x) {
-        grid.click(x, 5);
-        return column();
-    };
-    EXPECT_EQ(clicked(20), "abc");
-    EXPECT_TRUE(grid.isSortedColumn(1));
-    EXPECT_EQ(clicked(20), "cba");
-    EXPECT_EQ(clicked(80), "bac");  // another column: ascending again
-    EXPECT_TRUE(grid.isSortedColumn(2));
-    EXPECT_EQ(clicked(20), "abc");
     const struct {
-        float downX, downY, upX, upY;
-        std::int16_t button;
+        std::function<void()> act;
         std::string rows;
-    } kPresses[] = {
-        {20, 5, 21, 5, 1, "abc"},   // moved by a pixel
-        {20, 5, 20, 50, 1, "cba"},  // released elsewhere
-        {20, 50, 20, 5, 1, "cba"},  // pressed below the header
-        {20, 5, 20, 5, 2, "cba"},   // another button
+        std::int32_t sorted;  // column
+    } kSteps[] = {
+        {[&] { grid.click(20, 5); }, "abc", 1},
+        {[&] { grid.click(20, 5); }, "cba", 1},
+        {[&] { grid.click(80, 5); }, "bac", 2},  // another column: ascending again
+        {[&] { grid.click(20, 5); }, "abc", 1},
+        {[&] { grid.press(20, 5), grid.release(21, 5); }, "abc", 1},   // moved by a pixel
+        {[&] { grid.press(20, 5), grid.release(20, 50); }, "cba", 1},  // released elsewhere
+        {[&] { grid.press(20, 50), grid.release(20, 5); }, "cba", 1},  // pressed below the header
+        {[&] { grid.click(20, 5, 2); }, "cba", 1},                     // another button
+        {[&] { grid.doubleClick(20, 5); }, "abc", 1},       // once: its second press is none
+        {[&] { grid.SortByColum(u"b", true); }, "bac", 2},  // named by its key
+        {[&] { grid.click(80, 5); }, "cab", 2},
+        {[&] { grid.ColSortable(1, false), grid.click(20, 5); }, "cab", 2},
     };
-    for (const auto& c : kPresses) {
-        grid.press(c.downX, c.downY, c.button);
-        grid.release(c.upX, c.upY, c.button);
-        EXPECT_EQ(column(), c.rows) << &c - kPresses;
+    for (const auto& c : kSteps) {
+        c.act();
+        EXPECT_EQ(column(), c.rows) << &c - kSteps;
+        EXPECT_TRUE(grid.isSortedColumn(c.sorted)) << &c - kSteps;
+        EXPECT_FALSE(grid.isSortedColumn(3 - c.sorted)) << &c - kSteps;
     }
-    grid.doubleClick(20, 5);  // sorts once: its second press is none
-    EXPECT_EQ(column(), "abc");
-    // The column of the last sort may have been named by its key.
-    grid.SortByColum(u"b", true);
-    EXPECT_TRUE(grid.isSortedColumn(2));
-    EXPECT_EQ(clicked(80), "cab");
-    grid.ColSortable(1, false);
-    EXPECT_EQ(clicked(20), "cab");
     // No name is nobody's name, and neither is none.
     grid.AddColumn({});
     grid.AddColumn({.vKey = GridValue()});
@@ -340,46 +331,34 @@ TEST(GridInteraction, ColumnEdgesAreDraggedAndGivenBack) {
         grid.move(static_cast<float>(x), 5);
         EXPECT_EQ(grid.resizeCursor, zone.contains(x)) << x;
     }
-    grid.move(59, 30);
-    EXPECT_FALSE(grid.resizeCursor);
-
-    grid.move(60, 5);
-    for (const std::int16_t button : {2, 4}) grid.move(80, 5, button);  // drag nothing, leave it
-    EXPECT_EQ(grid.ColWidth(1), 60);
-    EXPECT_TRUE(grid.resizeCursor);
-    grid.move(10, 5);
-    grid.move(60, 5, 2);
-    EXPECT_FALSE(grid.resizeCursor);
-
-    grid.press(60, 5);
-    grid.drag(80, 5);  // the left edge counts from -1, as the width is one more than its step
-    EXPECT_EQ(grid.ColWidth(1), 81);
-    grid.drag(-300, 50);
-    EXPECT_EQ(grid.ColWidth(1), 0);
-    grid.drag(41, 5);
-    EXPECT_EQ(grid.ColWidth(1), 42);
-    grid.release(41, 5);
-    EXPECT_EQ(grid.notes(), "up");  // no click, no sort
-    EXPECT_FALSE(grid.isSortedColumn(1));
-    grid.drag(90, 5);  // the zone stays until a move without a button
-    EXPECT_EQ(grid.ColWidth(1), 91);
-    grid.move(10, 5);
-    grid.drag(95, 5);
-    EXPECT_EQ(grid.ColWidth(1), 91);
-
     grid.CellText(2, 1, u"twelve units");
-    grid.doubleClick(90, 5);
-    EXPECT_EQ(grid.ColWidth(1), 12 * 6 + 10);
-    grid.drag(120, 5);  // a double click ends it
-    EXPECT_EQ(grid.ColWidth(1), 82);
-    // In scrolled content.
-    grid.ColWidth(1, 180);
-    grid.HScroll_Value(30);
-    grid.move(149, 5);
-    EXPECT_TRUE(grid.resizeCursor);
-    grid.press(149, 5);
-    grid.drag(159, 5);
-    EXPECT_EQ(grid.ColWidth(1), 190);
+    const struct {
+        std::function<void()> act;
+        std::int32_t width;
+        bool cursor;
+    } kSteps[] = {
+        {[&] { grid.move(59, 30); }, 60, false},
+        {[&] { grid.move(60, 5); }, 60, true},
+        {[&] { grid.move(80, 5, 2), grid.move(80, 5, 4); }, 60, true},  // drag nothing, leave it
+        {[&] { grid.move(10, 5), grid.move(60, 5, 2); }, 60, false},
+        // The left edge counts from -1, as the width is one more than its step.
+        {[&] { grid.press(60, 5), grid.drag(80, 5); }, 81, true},
+        {[&] { grid.drag(-300, 50); }, 0, true},
+        {[&] { grid.drag(41, 5), grid.release(41, 5); }, 42, true},
+        {[&] { grid.drag(90, 5); }, 91, true},  // the zone stays until a move without a button
+        {[&] { grid.move(10, 5), grid.drag(95, 5); }, 91, false},
+        {[&] { grid.doubleClick(90, 5); }, 12 * 6 + 10, true},
+        {[&] { grid.drag(120, 5); }, 82, true},  // a double click has ended it
+        {[&] { grid.ColWidth(1, 180), grid.HScroll_Value(30), grid.move(149, 5); }, 180, true},
+        {[&] { grid.press(149, 5), grid.drag(159, 5); }, 190, true},
+    };
+    for (const auto& c : kSteps) {
+        c.act();
+        EXPECT_EQ(grid.ColWidth(1), c.width) << &c - kSteps;
+        EXPECT_EQ(grid.resizeCursor, c.cursor) << &c - kSteps;
+    }
+    EXPECT_EQ(grid.notes(), "up up up");  // no click, no sort
+    EXPECT_FALSE(grid.isSortedColumn(1));
 }
 
 // Whatever an owner does inside of an event, the grid goes on with what is there.

@@ -26,7 +26,7 @@ bool lessRank(const SortItem& a, const SortItem& b) { return a.rank < b.rank; }
 // Sorts in both ways; the rows come out in one order.
 void expectDescribedOrder(const std::vector<std::uint32_t>& ranks) {
     std::vector<SortItem> items = itemsOf(ranks), described = items;
-    const PlainSort sort(described, lessRank);
+    sortPlainly(described, lessRank);
     pvQuickSort(items);
     EXPECT_TRUE(std::is_sorted(items.begin(), items.end(), lessRank));
     EXPECT_TRUE(std::ranges::equal(items, described, {}, &SortItem::Row, &SortItem::Row));
@@ -114,76 +114,38 @@ TEST(valueSort, OrdersRowsByTheColumnsType) {
     }
 }
 
-// The owner's comparison, as it is described, on a list instead of rows.
-class PlainCustomSort {
-public:
-    explicit PlainCustomSort(std::vector<std::int32_t> values) : m_values(std::move(values)) {
-        quickSort(1, static_cast<std::int32_t>(m_values.size()));
-    }
-    std::vector<std::int32_t> m_values;
-    std::string m_asked;
-
-private:
-    std::int32_t& at(std::int32_t i) { return m_values[static_cast<std::size_t>(i) - 1]; }
-    bool ordersAfter(std::int32_t iRow1, std::int32_t iRow2) {
-        m_asked += std::to_string(iRow1) + ">" + std::to_string(iRow2) + " ";
-        return at(iRow1) > at(iRow2);
-    }
-    void quickSort(std::int32_t lo, std::int32_t hi) {
-        std::int32_t i = lo;
-        std::int32_t j = hi;
-        std::int32_t p = (lo + hi) / 2;
-        if ((lo + hi) % 2 == 1 && p % 2 == 1) ++p;
-        while (i <= j) {
-            for (bool b = true; i < hi && b;) {
-                b = ordersAfter(p, i);
-                if (i < hi && b) ++i;
-            }
-            for (bool b = true; j > lo && b;) {
-                b = ordersAfter(j, p);
-                if (b) --j;
-            }
-            if (i <= j) {
-                if (p == i) {
-                    p = j;
-                } else if (p == j) {
-                    p = i;
-                }
-                std::swap(at(i++), at(j--));
-            }
-        }
-        if (lo < j) quickSort(lo, j);
-        if (i < hi) quickSort(i, hi);
-    }
-};
-
 TEST(SortByColum, AsksTheOwnerInTheDescribedOrder) {
     test::Random random(3);
     for (const std::size_t count : {2U, 3U, 7U, 40U, 200U}) {
-        std::vector<std::int32_t> values(count);
-        for (std::int32_t& value : values) value = static_cast<std::int32_t>(random.below(count));
-        const PlainCustomSort plain(values);
-
         GridData grid;
         grid.AddColumn({.vKey = u"Size", .bSortWithCustomEvent = true, .iType = 1});
-        grid.Rows(static_cast<std::int32_t>(count));
-        for (std::size_t i = 0; i < count; ++i) {
-            grid.CellValue(static_cast<std::int32_t>(i + 1), 1, values[i]);
+        std::vector<std::size_t> values(count);
+        for (std::size_t& value : values) {
+            value = random.below(count);
+            grid.AddRow(GridValue(static_cast<double>(value)).toText());
         }
-        std::string asked;
+        const auto question = [](std::int32_t iRow1, std::int32_t iRow2) {
+            return std::to_string(iRow1) + ">" + std::to_string(iRow2) + " ";
+        };
+        std::string asked, described;
+        PlainSort(values, 0, [&](std::int32_t iRow1, std::int32_t iRow2) {
+            described += question(iRow1, iRow2);
+            return values[static_cast<std::size_t>(iRow1) - 1] >
+                   values[static_cast<std::size_t>(iRow2) - 1];
+        });
         grid.SortCompareRows = [&](const GridValue& vColKey, std::int32_t iRow1, std::int32_t iRow2,
                                    bool bSortAscending, bool& bMajor) {
             EXPECT_EQ(dump(vColKey), "text Size");
             EXPECT_FALSE(bSortAscending);
             EXPECT_TRUE(bMajor);
-            asked += std::to_string(iRow1) + ">" + std::to_string(iRow2) + " ";
+            asked += question(iRow1, iRow2);
             bMajor = grid.CellValue(iRow1, 1).toDouble() > grid.CellValue(iRow2, 1).toDouble();
         };
         grid.SortByColum(1, false);
-        EXPECT_EQ(asked, plain.m_asked);
+        EXPECT_EQ(asked, described);
         for (std::size_t i = 0; i < count; ++i) {
             EXPECT_EQ(grid.CellValue(static_cast<std::int32_t>(count - i), 1).toDouble(),
-                      plain.m_values[i]);
+                      static_cast<double>(values[i]));
         }
     }
 }
