@@ -47,11 +47,13 @@ TEST(clsCtlUniGrid_Column, ConvertsWhatIsAddedAndSetByItsType) {
         {3, true, false, "empty", "false"},
         {3, true, u"y", "empty", "text y"},
     };
+    const char* const kDefaults[] = {"text ", "int 0", "false", "empty"};
     for (const auto& c : kCases) {
         Column column;
         column.iType = c.iType;
         column.bAllowEmptyNumbers = c.bAllowEmptyNumbers;
         column.AddRow();
+        EXPECT_EQ(dumpRows(column), kDefaults[c.iType]);
         EXPECT_EQ(dumpOf([&] {
                       column.AddRow(c.value);
                       return column.Value(2);
@@ -63,13 +65,6 @@ TEST(clsCtlUniGrid_Column, ConvertsWhatIsAddedAndSetByItsType) {
                   }),
                   c.set);
         EXPECT_EQ(column.Rows(), c.added == kNo ? 1 : 2);
-    }
-    const char* const kDefaults[] = {"text ", "int 0", "false", "empty"};
-    for (std::int32_t iType = 0; iType < 4; ++iType) {
-        Column column;
-        column.iType = iType;
-        column.AddRow();
-        EXPECT_EQ(dumpRows(column), kDefaults[iType]);
     }
 }
 
