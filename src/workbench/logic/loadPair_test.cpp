@@ -107,16 +107,13 @@ TEST_F(LoadPair, KeepsWidthsSetByHandAndTheNamesOfTheLastLoad) {
     EXPECT_EQ(list.m_sLastTransFile, dir.inside("trans.lng"));
 }
 
-TEST_F(LoadPair, LeavesAllAsItIsForOneFileTwice) {
+TEST_F(LoadPair, LeavesAllAsItIsForOneNameTwice) {
     (void)load("main.lng", "trans.lng");
     const std::string before = dump(grid);
     EXPECT_EQ(load("main.lng", "main.lng"), "Please choose two different files");
     EXPECT_EQ(dump(grid), before);
     EXPECT_TRUE(list.m_bDirty);
-}
-
-TEST_F(LoadPair, TakesNamesThatDifferInCaseForTwoFiles) {
-    dir.write("MAIN.lng", "[S]\na=Ouvrir\n");
+    dir.write("MAIN.lng", "[S]\na=Ouvrir\n");  // case counts: another file
     (void)load("main.lng", "MAIN.lng", false);
     EXPECT_EQ(grid.CellText(1, kTranslationColumn), u"Ouvrir");
 }
