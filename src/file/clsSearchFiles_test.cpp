@@ -169,41 +169,24 @@ TEST_F(Tree, EntriesLoadAndCloneWithAllThatIsBelow) {
 }
 
 TEST(clsSearchFilesFInfo, ReadsAttributesBySingleBits) {
-    const auto told = [](std::uint32_t attributes) {
+    for (const std::uint32_t set : {0x80U, 0x1U | 0x4U, 0x2U | 0x10U, 0x800U, 0x4000U, ~0x10U}) {
         clsSearchFilesFInfo info;
-        info.lAttributes = attributes;
-        const std::pair<char, bool> flags[] = {
-            {'r', info.IsReadOnly()},  {'h', info.IsHidden()},     {'s', info.IsSystem()},
-            {'d', info.IsDirectory()}, {'c', info.IsCompressed()}, {'e', info.IsEncrypted()},
-            {'f', info.IsFile()},
-        };
-        std::string all;
-        for (const auto& [name, set] : flags) {
-            if (set) all += name;
+        info.lAttributes = set;
+        const bool told[] = {info.IsReadOnly(),  info.IsHidden(),     info.IsSystem(),
+                             info.IsDirectory(), info.IsCompressed(), info.IsEncrypted()};
+        const std::uint32_t bits[] = {0x1, 0x2, 0x4, 0x10, 0x800, 0x4000};
+        for (std::size_t i = 0; i < std::size(bits); ++i) {
+            EXPECT_EQ(told[i], (set & bits[i]) != 0) << set << ' ' << bits[i];
         }
-        return all;
-    };
-    EXPECT_EQ(told(0x80), "f");
-    EXPECT_EQ(told(0x1 | 0x4), "rsf");
-    EXPECT_EQ(told(0x2 | 0x10), "hd");
-    EXPECT_EQ(told(0x800), "cf");
-    EXPECT_EQ(told(0x4000), "ef");
-    EXPECT_EQ(told(~0x10U), "rhscef");
+        EXPECT_NE(info.IsFile(), info.IsDirectory());
+    }
 }
 
-TEST(clsSearchFilesFInfo, SizesBeyond32BitsAreExact) {
+TEST(clsSearchFilesFInfo, SizesGoBeyond32BitsAndDatesAreLocalOrUTC) {
     const test::TempDir dir;
     dir.write("f", "");
     constexpr std::int64_t kSize = 5'368'709'127;
     fs::resize_file(dir.path() / "f", kSize);
-    clsSearchFilesFInfo info;
-    EXPECT_TRUE(info.LoadFromFileOrDir(dir.inside("f"), false));
-    EXPECT_EQ(info.dFileSize, kSize);
-}
-
-TEST(clsSearchFilesFInfo, DatesAreLocalOrUTC) {
-    const test::TempDir dir;
-    dir.write("f", "");
     // 29 February 2024, 23:30:15.250 UTC, a Thursday
     const auto moment = std::chrono::sys_days(std::chrono::year(2024) / 2 / 29) +
                         std::chrono::hours(23) + std::chrono::minutes(30) +
@@ -215,6 +198,7 @@ TEST(clsSearchFilesFInfo, DatesAreLocalOrUTC) {
     clsSearchFilesFInfo info;
     FileDate utc, local, other, untouched{.iDay = 99};
     EXPECT_TRUE(info.LoadFromFileOrDir(dir.inside("f"), false));
+    EXPECT_EQ(info.dFileSize, kSize);
     info.GetUTCFileDate(fdtLastWrite, utc);
     info.GetFileDate(fdtLastWrite, local);
     EXPECT_TRUE(ufu_GetFileDate(dir.inside("f"), fdtLastWrite, other));

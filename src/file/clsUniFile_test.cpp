@@ -57,19 +57,6 @@ TEST(clsUniFile, ReadsByteByByteAcrossTheCachesBorders) {
     }
 }
 
-TEST(clsUniFile, ALongReadTakesWhatTheCacheHoldsFirst) {
-    OpenedFile opened(pattern(30'000));
-    clsUniFile& file = opened.file;
-    (void)readAny(file, 16284);  // 100 bytes are left in the cache
-    EXPECT_EQ(file.GetFilePos(), 16284);
-    EXPECT_EQ(file.RealFilePos(), 16384);
-    EXPECT_EQ(readAny(file, 13'716), pattern(30'000).substr(16284));
-    file.SetFilePos(16284 - 16284);
-    (void)readAny(file, 10'000);
-    EXPECT_EQ(readAny(file, 16'385), pattern(30'000).substr(10'000, 16'385));
-    EXPECT_EQ(file.GetFilePos(), 26'385);
-}
-
 TEST(clsUniFile, AReadBeyondTheEndFails) {
     OpenedFile opened(pattern(100));
     clsUniFile& file = opened.file;

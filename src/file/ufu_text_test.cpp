@@ -30,20 +30,14 @@ TEST_F(ufu_text, TheFirstByteChoosesTheEncoding) {
     } cases[] = {
         {"", ufeAnsi, true, u""},
         {"A", ufeAnsi, true, u"A"},
-        {"\xFE\xFF"
-         "A\0"s,
-         ufeAnsi, true, u"\u00FE\u00FFA\0"s},
+        {"\xFE\xFFx\0"s, ufeAnsi, true, u"\u00FE\u00FFx\0"s},
         {"\xC3\xA9", ufeAnsi, true, u"\u00C3\u00A9"},
         {"\x80\x81\r\n", ufeAnsi, true, u"\u20AC\u0081\r\n"},
         {"\xFF", ufeUnicode, false, u""},
         {"\xFF\xFE", ufeUnicode, true, u""},
         {"\xFFx", ufeUnicode, true, u""},  // the second byte is not looked at
-        {"\xFF\xFE"
-         "A",
-         ufeUnicode, true, u""},
-        {"\xFF\xFE"
-         "A\0B"s,
-         ufeUnicode, true, u"A"},
+        {"\xFF\xFEx", ufeUnicode, true, u""},
+        {"\xFF\xFEx\0y"s, ufeUnicode, true, u"x"},
         {"\xFF\xFE\0\xD8\n\0"s, ufeUnicode, true, u"\xD800\n"},
         {"\xEF", ufeUTF8, false, u""},
         {"\xEF\xBB", ufeUTF8, false, u""},
@@ -100,17 +94,13 @@ TEST_F(ufu_text, WritesEachEncodingWithItsMark) {
         std::int32_t encoding;
         std::string empty, some;
     } cases[] = {
-        {ufeAnsi, "", "a\x80\n?"},
-        {ufeUnicode, "\xFF\xFE",
-         "\xFF\xFE"
-         "a\0\xAC\x20\n\0\x16\4"s},
-        {ufeUTF8, "\xEF\xBB\xBF",
-         "\xEF\xBB\xBF"
-         "a\xE2\x82\xAC\n\xD0\x96"},
+        {ufeAnsi, "", "x\x80\n?"},
+        {ufeUnicode, "\xFF\xFE", "\xFF\xFEx\0\xAC\x20\n\0\x16\4"s},
+        {ufeUTF8, "\xEF\xBB\xBF", "\xEF\xBB\xBFx\xE2\x82\xAC\n\xD0\x96"},
     };
     for (const auto& c : cases) {
         dir.write("f", "a much longer text was here");
-        EXPECT_TRUE(ufu_StringToTextFile(dir.inside("f"), u"a\u20AC\n\u0416", c.encoding));
+        EXPECT_TRUE(ufu_StringToTextFile(dir.inside("f"), u"x\u20AC\n\u0416", c.encoding));
         EXPECT_EQ(dir.read("f"), c.some);
         EXPECT_TRUE(ufu_StringToTextFile(dir.inside("f"), u"", c.encoding));
         EXPECT_EQ(dir.read("f"), c.empty);
