@@ -144,6 +144,8 @@ TEST(pvWindowsVersion, TellsFamiliesApart) {
         EXPECT_EQ(pvWindowsVersion(), c.code)
             << c.version.dwPlatformId << ' ' << c.version.dwMajorVersion;
     }
+    forgetWindowsVersion();
+    EXPECT_EQ(pvWindowsVersion(), 11) << "the platform is a current one";
     const VersionScope scope({10, 0, 2});
     platform::test::failVersionQuery(true);
     EXPECT_EQ(pvWindowsVersion(), 0);

@@ -95,8 +95,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     clsFileIniEx asRead;
     hold(asRead.Load(file.path()), "the disk file can be read");
 
+    clsFileIniEx direct;
+    hold(direct.Load(file.path()), "the disk file can be read again");
+    list.forEachRow([&](const clsFileIniEx_Row& row) {
+        if (!row.sKey.empty()) direct.AddString(row.sSection, row.sKey, row.sValue);
+    });
     hold(list.Save(file.path(), u"\r\n", true, keepEmpty), "the list can be saved");
     const std::string first = file.read();
+    hold(direct.Save(file.path(), u"\r\n", false, keepEmpty), "the disk document can be saved");
+    hold(file.read() == first, "rows put into the disk document give the same");
     if (!first.empty() && (first[0] == '\xEF' || (first[0] == '\xFF' && first[1] != '\xFE')))
         return 0;
 

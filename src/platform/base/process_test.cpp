@@ -1,9 +1,6 @@
 #include "platform/base/process.h"
 
-#include "platform/base/clock.h"
 #include "platform/base/paths.h"
-#include "platform/base/testhooks.h"
-#include "platform/base/version.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -47,27 +44,4 @@ TEST(process, PrintsItsCommandLine) {
     EXPECT_NE(line.find("platform_base_test"), std::string::npos);
     if (std::getenv("QUILLMERE_PRINT_COMMAND_LINE") != nullptr)
         std::printf("line: %s\n", line.c_str());
-}
-
-TEST(version, IsACurrentOneUnlessATestSaysOtherwise) {
-    OSVERSIONINFOA info;
-    {
-        const test::HookScope hooks;
-        test::setVersion(OSVERSIONINFOA{4, 10, VER_PLATFORM_WIN32_WINDOWS});
-        EXPECT_TRUE(GetVersionExA(info));
-        EXPECT_EQ(info.dwMinorVersion, 10u);
-        test::failVersionQuery(true);
-        EXPECT_FALSE(GetVersionExA(info));
-    }
-    EXPECT_TRUE(GetVersionExA(info));
-    EXPECT_EQ(info.dwPlatformId, VER_PLATFORM_WIN32_NT);
-    EXPECT_GT(info.dwMajorVersion, 5u);
-}
-
-TEST(clock, RunsForwardUnlessATestHoldsIt) {
-    const std::uint32_t before = GetTickCount();
-    EXPECT_LT(GetTickCount() - before, 60'000u);
-    const test::HookScope hooks;
-    test::setTickCount(0xFFFFFFFF);
-    EXPECT_EQ(GetTickCount(), 0xFFFFFFFFu);
 }
