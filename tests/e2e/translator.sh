@@ -61,3 +61,24 @@ save() {
     await "the save" is_saved "$1" "$before"
     back
 }
+# stop_at_waiting_window: a large pair, large.lng and empty.lng, is loaded, and the program held as soon as its waiting
+# window is up; sets `program`, and `found` to the window.
+stop_at_waiting_window() {
+    local attempt i
+    awk 'BEGIN { for (i = 0; i < 450000; i++) printf "%x=a\r\n", i }' >large.lng
+    : >empty.lng
+    for ((attempt = 0; attempt < 5; attempt++)); do
+        "$quillmere" large.lng empty.lng 2>>"$work/errors" &
+        program=$!
+        started+=("$program")
+        for ((i = 0; i < 1500; i++)); do
+            visible 'Please wait' || continue
+            kill -STOP "$program"
+            ! visible 'Please wait' || return 0
+            break # it was too late
+        done
+        kill -KILL "$program"
+        wait "$program" 2>/dev/null || true
+    done
+    fail "the waiting window was never seen"
+}

@@ -118,20 +118,7 @@ kept=("$XDG_STATE_HOME"/quillmere/dutch-*.jsonl)
 grep -q 'Niet te bewaren' dutch.lng || fail "the edits that were kept are not in the file"
 
 # ---- The waiting window is painted while the job runs: the program is held as soon as it is up.
-awk 'BEGIN { for (i = 0; i < 450000; i++) printf "%x=a\r\n", i }' >large.lng
-: >empty.lng
-for ((attempt = 0, seen = 0; !seen; attempt++)); do
-    ((attempt < 5)) || fail "the waiting window was never seen"
-    "$quillmere" large.lng empty.lng 2>>"$work/errors" &
-    program=$!
-    started+=("$program")
-    for ((i = 0; i < 1500 && !seen; i++)); do
-        visible 'Please wait' || continue
-        kill -STOP "$program"
-        if visible 'Please wait'; then seen=1; else break; fi # it may have been too late
-    done
-    ((seen)) || { kill -KILL "$program"; wait "$program" 2>/dev/null || true; }
-done
+stop_at_waiting_window
 sleep 0.2
 wait_window=$found
 picture "$wait_window" wait

@@ -60,7 +60,7 @@ EndWatch::Impl::Impl(std::function<void()> f_) : f(std::move(f_)) {
         if (before[i].sa_handler == SIG_IGN) continue;
         struct sigaction action {};
         action.sa_handler = tell;
-        action.sa_flags = SA_RESTART;
+        action.sa_flags = SA_RESTART | SA_RESETHAND;  // the second one ends it at once
         ::sigaction(kSignals[i], &action, nullptr);
     }
 }
@@ -79,7 +79,6 @@ void EndWatch::Impl::hear() {
     unsigned char number = 0;
     if (::read(pipe[0], &number, 1) != 1) return;
     end();
-    std::signal(number, SIG_DFL);
     std::raise(number);
 }
 
