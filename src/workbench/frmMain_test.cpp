@@ -11,10 +11,11 @@ namespace {
 
 using platform::IDCANCEL;
 using platform::IDNO;
+using platform::IDOK;
 using platform::IDYES;
 
 constexpr const char* kLoaded = "Title=Programma Open=! Close=! Open2=! Quit=! OK=ok~";
-constexpr const char* kQuestion =
+const std::string kQuestion =
     "messagebox style=0x23 title=\"Attention\" text=\"Save the translated file?\"\n";
 
 // How a box about a failure, and one with news, stand in the log.
@@ -67,8 +68,7 @@ TEST_F(FrmMain, LoadsOnceBothFilesAreChosenAndAgainWhenTheDialogIsCancelled) {
     dialogs.answerFile(dir.inside("trans.lng"));
     pick(mnuOpenTranslatedFile);
     EXPECT_EQ(rows(), kLoaded);
-    EXPECT_NE(dialogs.log().find("open "), std::string::npos);
-    EXPECT_NE(dialogs.log().find("Open File"), std::string::npos) << dialogs.log();
+    EXPECT_NE(dialogs.log().find("title=\"Open File\""), std::string::npos) << dialogs.log();
 
     dir.write("trans.lng", "[Menu]\r\nQuit=Einde\r\n");
     window.grid().ColWidth(5, 321);
@@ -99,8 +99,7 @@ TEST_F(FrmMain, TakesDroppedFilesAsTheButtonsWould) {
 TEST_F(FrmMain, SaysWhatIsWrongWithAPairAndStaysUsable) {
     startWithPair();
     dialogs.answerFile(dir.inside("main.lng"));
-    dialogs.answerMessageBox(platform::IDOK);
-    pick(mnuOpenTranslatedFile);
+    pick(mnuOpenTranslatedFile, {IDOK});
     EXPECT_NE(dialogs.log().find("Please choose two different files"), std::string::npos);
     EXPECT_EQ(rows(), kLoaded) << "the list stays as it was";
     EXPECT_EQ(window.shownTransFile(), display("main.lng")) << "the box keeps the new name";
@@ -109,15 +108,13 @@ TEST_F(FrmMain, SaysWhatIsWrongWithAPairAndStaysUsable) {
     dialogs.answerFile(dir.inside("gone.lng"));
     pick(mnuOpenTranslatedFile);
     std::filesystem::remove(dir.path() / "main.lng");
-    dialogs.answerMessageBox(platform::IDOK);
-    pick(mnuShowOnlyUntranslated);
+    pick(mnuShowOnlyUntranslated, {IDOK});
     EXPECT_NE(dialogs.log().find("Please load the file first!"), std::string::npos);
     EXPECT_EQ(window.grid().Cols(), 5);
     EXPECT_EQ(rows(), "");
     dir.write("main.lng", "A=Again\n");
     pick(mnuShowOnlyUntranslated);
     EXPECT_EQ(rows(), "A=!");
-    EXPECT_EQ(dialogs.log().find("UNANSWERED"), std::string::npos) << dialogs.log();
 }
 
 TEST_F(FrmMain, NeverSavesOverTheMainFile) {
@@ -126,16 +123,11 @@ TEST_F(FrmMain, NeverSavesOverTheMainFile) {
     edit(2, u"Openen");
     dialogs.answerMessageBox(IDNO);
     dialogs.answerFile(dir.inside("main.lng"));
-    dialogs.answerMessageBox(platform::IDOK);
-    pick(mnuOpenTranslatedFile);
-    dialogs.answerMessageBox(platform::IDOK);
-    pick(mnuSave);
+    pick(mnuOpenTranslatedFile, {IDOK});
+    pick(mnuSave, {IDOK});
     EXPECT_EQ(state(), "dirty save");
     EXPECT_TRUE(dialogs.log().ends_with(errorBox("Please choose two different files")));
-    for (const int button : {IDYES, platform::IDOK, platform::IDOK}) {
-        dialogs.answerMessageBox(button);
-    }
-    pick(mnuExit);
+    pick(mnuExit, {IDYES, IDOK, IDOK});
     EXPECT_FALSE(window.Loaded());
     EXPECT_NE(dialogs.log().find("They have been kept"), std::string::npos) << dialogs.log();
     EXPECT_EQ(dir.read("main.lng"), main);
@@ -154,9 +146,6 @@ TEST_F(FrmMain, EditsByEnterFillsDuplicatesAndSaves) {
     EXPECT_EQ(state(), "clean");
     EXPECT_EQ(rows(), "Title=Programma Open=Openen Close=! Open2=Openen Quit=! OK=ok~");
     EXPECT_EQ(window.grid().Row(), 2);
-    std::filesystem::remove(dir.path() / "trans.lng");
-    pick(mnuSave);
-    EXPECT_FALSE(std::filesystem::exists(dir.path() / "trans.lng")) << "nothing is due";
 }
 
 TEST_F(FrmMain, KeepsWhatWasTypedForAnEndWithoutAQuestion) {
@@ -222,18 +211,6 @@ TEST_F(FrmMain, ConfirmsClearsOrLeavesATranslation) {
     EXPECT_EQ(rows(), "Title=! Open=Open dan Close= Open2=Open dan Quit=Quit! OK=!");
     window.grid().Row(-1);
     pressEnter();  // no dialog comes
-    window.grid().Row(1);
-    using platform::test::MouseAction;
-    const auto mouse = [&](MouseAction action, platform::WPARAM button, platform::WPARAM down) {
-        platform::test::mouse(window.grid().Pic().hWnd(), action, {5, 40}, button, down);
-    };
-    mouse(MouseAction::Move, 0, 0);
-    mouse(MouseAction::Press, platform::MK_LBUTTON, platform::MK_LBUTTON);
-    mouse(MouseAction::Release, platform::MK_LBUTTON, 0);
-    answers.type(u"Dubbel");
-    mouse(MouseAction::DoubleClick, platform::MK_LBUTTON, platform::MK_LBUTTON);
-    platform::test::settle();
-    EXPECT_NE(rows().find("=Dubbel"), std::string::npos) << rows();
 }
 
 TEST_F(FrmMain, AnEditorThatGoesWithoutAnAnswerChangesNothing) {
@@ -285,28 +262,6 @@ TEST_F(FrmMain, AModifierKeyEndsTheFillOfANewPair) {
 
 // ---- Closing and settings
 
-TEST_F(FrmMain, AsksBeforeClosingThreeWays) {
-    startWithPair();
-    edit(2, u"Openen");
-    dialogs.answerMessageBox(IDCANCEL);
-    pick(mnuExit);
-    EXPECT_TRUE(window.Loaded());
-    EXPECT_EQ(state(), "dirty save");
-    edit(3, u"Sluiten");
-    dialogs.answerMessageBox(IDYES);
-    pick(mnuExit);
-    EXPECT_FALSE(window.Loaded());
-    EXPECT_NE(dir.read("trans.lng").find("Close=Sluiten"), std::string::npos);
-
-    const std::string saved = dir.read("trans.lng");
-    startWithPair();
-    edit(2, u"Anders");
-    dialogs.answerMessageBox(IDNO);
-    EXPECT_TRUE(window.Unload(kClosedByUser));
-    EXPECT_EQ(dir.read("trans.lng"), saved);
-    EXPECT_EQ(dialogs.log(), std::string(kQuestion) + kQuestion + kQuestion);
-}
-
 TEST_F(FrmMain, SettingsComeBackAtTheNextStart) {
     const auto stored = [](TextView sKey) {
         return toUtf8(platform::GetSetting(kSettingsApplication, kSettingsSection, sKey, u"-"));
@@ -356,26 +311,19 @@ TEST_F(FrmMain, KeepsWhatCannotBeSavedAsEdits) {
     edit(2, u"Openen");
     pick(mnuFindPhrase);
     std::filesystem::permissions(dir.path() / "trans.lng", std::filesystem::perms(0444));
-    dialogs.answerMessageBox(platform::IDOK);
-    pick(mnuSave);
+    pick(mnuSave, {IDOK});
     EXPECT_EQ(state(), "dirty save") << "it can be tried again";
     EXPECT_NE(rows().find("Open=Openen!"), std::string::npos);
     EXPECT_TRUE(dialogs.log().ends_with(errorBox("Cannot Save File!"))) << dialogs.log();
 
     // Nowhere to put it: nothing goes on.
     dir.write("state", "a file, no folder");
-    for (const int button : {IDYES, platform::IDOK, platform::IDOK}) {
-        dialogs.answerMessageBox(button);
-    }
-    pick(mnuExit);
+    pick(mnuExit, {IDYES, IDOK, IDOK});
     EXPECT_TRUE(window.Loaded());
     EXPECT_FALSE(window.findDialog().Loaded()) << "the search dialog closes all the same";
     std::filesystem::remove(dir.path() / "state");
 
-    for (const int button : {IDYES, platform::IDOK, platform::IDOK}) {
-        dialogs.answerMessageBox(button);
-    }
-    pick(mnuExit);
+    pick(mnuExit, {IDYES, IDOK, IDOK});
     EXPECT_FALSE(window.Loaded());
     std::filesystem::path kept;
     for (const auto& entry :
@@ -386,7 +334,6 @@ TEST_F(FrmMain, KeepsWhatCannotBeSavedAsEdits) {
     EXPECT_EQ(dir.read("state/quillmere/" + kept.filename().string()),
               "{\"section\":\"Menu\",\"key\":\"Open\",\"translation\":\"Openen\"}\n"
               "{\"section\":\"Menu\",\"key\":\"Open2\",\"translation\":\"Openen\"}\n");
-    EXPECT_EQ(dialogs.log().find("UNANSWERED"), std::string::npos);
 }
 
 TEST_F(FrmMain, ClosesAfterAFailureBehindTheSave) {
@@ -395,11 +342,9 @@ TEST_F(FrmMain, ClosesAfterAFailureBehindTheSave) {
     window.grid().SelectionChange = [&] {
         if (window.grid().Row() == 2) throw Failure(kOwnError, u"", u"no selection");
     };
-    dialogs.answerMessageBox(IDYES);
-    dialogs.answerMessageBox(platform::IDOK);
-    pick(mnuExit);
+    pick(mnuExit, {IDYES, IDOK});
     EXPECT_FALSE(window.Loaded());
-    EXPECT_TRUE(dialogs.log().ends_with(errorBox("no selection"))) << dialogs.log();
+    EXPECT_EQ(dialogs.log(), kQuestion + errorBox("no selection"));
     EXPECT_NE(dir.read("trans.lng").find("Open=Openen"), std::string::npos);
 }
 
@@ -422,10 +367,8 @@ TEST_F(FrmMain, MakesNewTranslationsBothWays) {
     EXPECT_EQ(dir.read("new.lng"), "");
     EXPECT_EQ(rows(), "Title=! Open=! Close=! Open2=! Quit=! OK=!");
     EXPECT_EQ(state(), "dirty save");
-    dialogs.answerMessageBox(IDNO);
     answers.type(u"full");
-    dialogs.answerMessageBox(platform::IDOK);
-    pick(mnuCreateNewTranslationFull);
+    pick(mnuCreateNewTranslationFull, {IDNO, IDOK});
     EXPECT_EQ(dir.read("full.lng"), dir.read("main.lng"));
     EXPECT_EQ(rows(), "Title=Program~ Open=Open~ Close=Close~ Open2=Open~ Quit=Quit~ OK=OK~");
     EXPECT_EQ(state(), "clean");
@@ -436,12 +379,10 @@ TEST_F(FrmMain, MakesNewTranslationsBothWays) {
 
 TEST_F(FrmMain, RefusesNewTranslationsWithTheirMessages) {
     start();
-    std::string messages;
     const auto refused = [&](std::optional<Text> name) {
         const std::size_t before = dialogs.log().size();
         if (name) answers.type(std::move(name));
-        dialogs.answerMessageBox(platform::IDOK);
-        pick(mnuCreateNewTranslationEmpty);
+        pick(mnuCreateNewTranslationEmpty, {IDOK});
         return dialogs.log().substr(before);
     };
     EXPECT_EQ(refused(std::nullopt), errorBox("Please choose the main translation file"));
@@ -454,26 +395,6 @@ TEST_F(FrmMain, RefusesNewTranslationsWithTheirMessages) {
 }
 
 // ---- Moving through the list
-
-TEST_F(FrmMain, GoesToTheNextUntranslatedRowAndToANumber) {
-    startWithPair();
-    pick(mnuFindNextUntranslated);
-    EXPECT_EQ(window.grid().Row(), 2);
-    pick(mnuFindNextUntranslated);
-    EXPECT_EQ(window.grid().Row(), 3);
-    window.grid().Row(5);
-    pick(mnuFindNextUntranslated);
-    EXPECT_EQ(window.grid().Row(), 5) << "none below";
-    const auto gone = [&](const Text& entered) {
-        answers.type(entered);
-        pick(mnuGotoLine);
-        return window.grid().Row();
-    };
-    EXPECT_EQ(gone(u"4abc"), 4);
-    EXPECT_EQ(gone(u"99"), 4);
-    EXPECT_EQ(gone(u""), 4);
-    EXPECT_EQ(dialogs.log(), "");
-}
 
 TEST_F(FrmMain, SearchesInBothColumnsWithOneDialog) {
     dir.write("trans.lng", "[Menu]\r\nClose=Open dicht\r\n");
@@ -491,7 +412,7 @@ TEST_F(FrmMain, SearchesInBothColumnsWithOneDialog) {
     EXPECT_EQ(label(), "Find Phrase:");
     EXPECT_EQ(search(u"oPEN"), 2);
     EXPECT_EQ(search({}), 4) << "goes on from there";
-    dialogs.answerMessageBox(platform::IDOK);
+    dialogs.answerMessageBox(IDOK);
     EXPECT_EQ(search({}), 4);
     EXPECT_TRUE(dialogs.log().ends_with(
         "style=0x42010 title=\"Attention\" text=\"Search text is not found\"\n"))
@@ -510,8 +431,7 @@ TEST_F(FrmMain, SearchesInBothColumnsWithOneDialog) {
     auto& txtText = controlOf<ctlUniTextBoxXP>(find, u"txtText");
     EXPECT_EQ(txtText.SelText(), u"oPEN");
     txtText.Change = [] { throw Failure(kOwnError, u"", u"no text"); };
-    dialogs.answerMessageBox(platform::IDOK);
-    pick(mnuFindTransPhrase);
+    pick(mnuFindTransPhrase, {IDOK});
     EXPECT_TRUE(
         dialogs.log().ends_with("style=0x0 title=\"Quillmere\" text=\"(80040001) - no text\"\n"))
         << dialogs.log();
@@ -527,8 +447,7 @@ TEST_F(FrmMain, TheFilterShowsWhatNeedsWorkAndSavesByName) {
     EXPECT_EQ(window.grid().CellText(2, 1), u"5") << "the rows keep their numbers";
     edit(2, u"Einde");
     EXPECT_EQ(rows(), "Close=! Quit=Einde! OK=ok~");
-    dialogs.answerMessageBox(IDCANCEL);
-    pick(mnuShowOnlyUntranslated);
+    pick(mnuShowOnlyUntranslated, {IDCANCEL});
     EXPECT_FALSE(window.isChecked(mnuShowOnlyUntranslated)) << "the mark goes ahead of the list";
     EXPECT_EQ(rows(), "Close=! Quit=Einde! OK=ok~");
     pick(mnuSave);

@@ -134,6 +134,9 @@ pick f Down Down
 box alt+c
 question Return
 back
+key ctrl+g
+box alt+F4
+back
 pick f Down Down
 box e e n alt+o
 await "the new file" test -e een.lng
