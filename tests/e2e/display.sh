@@ -19,8 +19,9 @@ start_display() {
     work=$(mktemp -d)
     started=()
     trap end_display EXIT
-    # The server chooses a free number and writes it once it listens. A key that is held does not repeat.
-    Xvfb -displayfd 3 -r -screen 0 1280x1024x24 -nolisten tcp 3>"$work/display" >"$work/Xvfb.log" 2>&1 &
+    # The server chooses a free number and writes it once it listens. A key that is held does not repeat. Nobody is
+    # thrown out when the last other client leaves: that may be a look for the window manager while that one comes.
+    Xvfb -displayfd 3 -r -noreset -screen 0 1280x1024x24 -nolisten tcp 3>"$work/display" >"$work/Xvfb.log" 2>&1 &
     started+=($!)
     await "the X server" test -s "$work/display"
     DISPLAY=:$(<"$work/display")

@@ -34,27 +34,27 @@ as_edits() {
 # pick LETTER KEY...: in the menu of that letter, from its first entry.
 pick() {
     key "alt+$1"
-    sleep 0.3
+    rest
     key "${@:2}" Return
 }
 # leaves TITLE KEY...: the window with that title, which has come.
 leaves() {
     comes "$1"
-    sleep 0.2
+    rest
     key "${@:2}"
     await "the end of the window \"$1\" by ${*:2}" closed "$found"
 }
 # box KEY...: answers the box that asks for a line, whose title is that of the main window.
 box() {
     await "the box that asks" over_main
-    sleep 0.2
+    rest
     key "$@"
     await "the end of the box by $*" closed "$found"
 }
 
 # ---- A pair from its first untranslated row to the last, and the last one again, as F3 finds no other.
 start main.lng dutch.lng
-sleep 0.5
+rest
 for text in Openen Sluiten Goed Annuleren Hulp 'Hulp!'; do
     key F3
     edit "$text"
@@ -67,20 +67,20 @@ as_edits Menu Open Openen Menu Close Sluiten Dialog Ok Goed Dialog Cancel Annule
 go_to 1
 key Return
 comes Translation
-sleep 0.2
+rest
 type_text Ontsluiten
 leaves Translation Tab space # Ok
 back
 go_to 2
 key Return
 comes Translation
-sleep 0.2
+rest
 type_text Niet
 leaves Translation Tab Tab Return # Cancel
 back
 key Return
 comes Translation
-sleep 0.2
+rest
 type_text Niet
 leaves Translation Escape
 back
@@ -171,7 +171,7 @@ edit Best
 pick t Down Down Down # the filter; it loads anew
 question alt+y
 back
-sleep 0.3
+rest
 go_to 6
 go_to 7 # it is not shown
 edit Toe
@@ -187,7 +187,7 @@ pick h
 await "the help page" grep -q '^xdg-open file:///.*/help/index.html$' "$work/opened"
 back
 key alt+h
-sleep 0.3
+rest
 key a
 leaves 'About Quillmere' Tab space Escape
 await "the system's own information" grep -q '^kinfocenter' "$work/opened"

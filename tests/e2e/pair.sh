@@ -80,11 +80,11 @@ compare_files() {
 saves() {
     local before
     save "${pair[1]}"
-    sleep 0.3 # the pair loads again
+    rest # the pair loads again
     before=$(stat -c %y%i "${pair[1]}")
     key ctrl+s
     back
-    sleep 0.3
+    rest
     [[ $(stat -c %y%i "${pair[1]}") == "$before" ]] || fail "$1: a second save wrote the file again"
     "$cli" apply "${expected[@]}" "$work/edits"
     : >"$work/edits"
@@ -95,22 +95,22 @@ saves() {
 : >"$work/edits"
 start
 key alt+f
-sleep 0.3
+rest
 key Return
 open_file "${pair[0]}"
 key alt+f
-sleep 0.3
+rest
 key Down Return
 open_file "${pair[1]}"
-sleep 1 # the pair loads
+rest # the pair loads
 "$cli" fill "${expected[@]}" >"$work/filled"
 "$cli" fill "${scout[@]}" >/dev/null
 if cmp -s "${given[1]}" "${expected[1]}"; then
     key ctrl+s
-    sleep 0.3
+    rest
 else
     save "${pair[1]}"
-    sleep 0.3
+    rest
 fi
 compare_files "the fill"
 look
@@ -161,11 +161,11 @@ search() {
     row=$(next_with "$3" "$text")
     key "$2"
     comes Find
-    sleep 0.2
+    rest
     type_text "$text"
     [[ $1 != phrase ]] || picture "$found" find
     key Return
-    sleep 0.2
+    rest
     key Escape
     await "the end of the search for a $1" gone Find
     back
@@ -180,30 +180,30 @@ go_to 1
 go_to "$((count / 2 + 1))"
 key Return
 comes Translation
-sleep 0.3
+rest
 picture "$found" translation
 key Escape
 await "the end of the editor" gone Translation
 back
-sleep 0.3
+rest
 import -silent -window "$main" "$work/before.png"
 picture "$main" list
 key alt+F4
 await "the end of the program" ended
 start "${pair[@]}"
-sleep 1
+rest
 go_to 1
 go_to "$((count / 2 + 1))"
-sleep 0.3
+rest
 import -silent -window "$main" "$work/after.png"
 compare -metric AE "$work"/{before,after}.png null: 2>/dev/null || fail "the list looks different after a new start"
 
 # ---- The filter: only rows that need work can be reached; the others stay as they are.
 filter() {
     key alt+t
-    sleep 0.3
+    rest
     key Down Down Down Return
-    sleep 0.5
+    rest
 }
 filter
 picture "$main" filtered

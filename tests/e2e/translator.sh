@@ -11,6 +11,15 @@ start() {
     comes Quillmere
     main=$found
 }
+# rest: until the program waits for what comes: it sleeps, and has not worked for a while.
+rest() { await "a rest of the program" rests; }
+rests() {
+    local before after
+    before=$(cut -d ' ' -f 3,14,15 "/proc/$program/stat")
+    sleep 0.2
+    after=$(cut -d ' ' -f 3,14,15 "/proc/$program/stat")
+    [[ $before == 'S '* && $before == "$after" ]]
+}
 back() { await "the main window's focus" has_focus "$main"; }
 # open_file NAME: in the dialog that is coming up.
 open_file() {
@@ -25,7 +34,7 @@ open_file() {
 edit() {
     key Return
     comes Translation
-    sleep 0.2 # until its text is selected
+    rest # until its text is selected
     type_text "$1"
     key Return
     await "the end of the editor" gone Translation
@@ -37,7 +46,7 @@ is_active() { [[ $(xdotool getactivewindow 2>/dev/null) == "$1" ]]; }
 answer_box() {
     await "the box that asks" over_main
     picture "$found" ask
-    sleep 0.2
+    rest
     type_text "$1"
     key Return
     back

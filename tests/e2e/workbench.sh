@@ -18,14 +18,14 @@ cd "$work/files"
 start
 picture "$main" start
 key alt+f
-sleep 0.3
+rest
 key Return
 open_file "$work/files/english.lng"
 key alt+f
-sleep 0.3
+rest
 key Down Return
 open_file "$work/files/dutch.lng"
-sleep 0.5 # the pair loads and its duplicates are filled
+rest # the pair loads and its duplicates are filled
 
 # ---- Save what was filled; then F3, Enter, type, Enter, and save again: as the command line program does it.
 mkdir "$work/expected"
@@ -74,7 +74,7 @@ back
 key F3 Return
 comes Translation
 picture "$found" translation
-sleep 0.2
+rest
 xdotool type --delay 15 Weg
 key Escape
 await "the end of the editor" gone Translation
@@ -92,7 +92,7 @@ await "the end of the program" ended
 [[ $(sha256sum <dutch.lng) == "$saved" ]] || fail "No at the question saved all the same"
 
 start english.lng dutch.lng
-sleep 0.5
+rest
 go_to 59x
 picture "$main" main
 edit 'Nu bewaard'
@@ -103,7 +103,7 @@ grep -q 'Nu bewaard' dutch.lng || fail "Yes at the question did not save"
 
 # ---- What cannot be saved is kept as edits.
 start english.lng dutch.lng
-sleep 0.5
+rest
 go_to 59
 edit 'Niet te bewaren'
 chmod 444 dutch.lng
@@ -132,14 +132,14 @@ wait "$program" 2>/dev/null || true
 # ---- A new translation, and the settings of the last time.
 start english.lng
 key alt+f
-sleep 0.3
+rest
 picture root menu
 key Down Down Return
 answer_box fries
 await "the new file" test -e fries.lng
 [[ ! -s fries.lng ]] || fail "the new file is not empty"
 key alt+h
-sleep 0.3
+rest
 key a
 comes "About Quillmere"
 picture "$found" about
@@ -165,9 +165,9 @@ edges() {
         END { print y + 100 found }'
 }
 start english.lng dutch.lng
-sleep 0.5
+rest
 xdotool windowsize --sync "$main" 1000 700
-sleep 0.3
+rest
 read -r y _ _ _ _ _ default_edge translation_edge < <(edges)
 xdotool mousemove --window "$main" "$((default_edge - 50))" "$((y + 30))" click --repeat 2 --delay 50 1
 comes Translation
@@ -175,18 +175,18 @@ key Escape
 await "the end of the editor" gone Translation
 back
 xdotool click 3
-sleep 0.3
+rest
 picture root pop-up
 key Up Return # its last entry
 answer_box 1
 # drag X BY: the right edge of a column.
 drag() {
     xdotool mousemove --window "$main" "$1" "$((y - 10))"
-    sleep 0.2
+    rest
     xdotool mousedown 1 mousemove_relative -- "$2" 0
-    sleep 0.2
+    rest
     xdotool mouseup 1
-    sleep 0.3
+    rest
 }
 drag "$translation_edge" -45
 drag "$default_edge" 70
@@ -195,9 +195,9 @@ key shift+Tab space # the check box
 key alt+F4
 await "the end of the program" ended
 start english.lng dutch.lng
-sleep 0.5
+rest
 xdotool windowsize --sync "$main" 1000 700
-sleep 0.3
+rest
 read -r _ found < <(edges)
 [[ $found == "$dragged" ]] || fail "the columns ended at $dragged, and end at $found after a new start"
 for setting in ColDefaultWidth=270 ColTransWidth=155 EmptyTrans=1; do
