@@ -76,11 +76,11 @@ stop_at_waiting_window() {
     local attempt i
     awk 'BEGIN { for (i = 0; i < 450000; i++) printf "%x=a\r\n", i }' >large.lng
     : >empty.lng
-    for ((attempt = 0; attempt < 5; attempt++)); do
+    for ((attempt = 0; attempt < 12; attempt++)); do
         "$quillmere" large.lng empty.lng 2>>"$work/errors" &
         program=$!
         started+=("$program")
-        for ((i = 0; i < 1500; i++)); do
+        for ((i = 0; i < 400; i++)); do
             visible 'Please wait' || continue
             kill -STOP "$program"
             ! visible 'Please wait' || return 0
