@@ -1,5 +1,6 @@
 #include "platform/window/input.h"
 
+#include "platform/base/clock.h"
 #include "platform/window/surface_internal.h"
 #include "platform/window/testhooks_internal.h"
 #include "platform/window/window_internal.h"
@@ -12,24 +13,21 @@
 #include <QWidget>
 #include <algorithm>
 #include <array>
-#include <chrono>
 
 namespace platform {
 namespace {
 
-using Clock = std::chrono::steady_clock;
-constexpr auto kKeepModifiers = std::chrono::milliseconds(10);
+constexpr std::uint32_t kKeepModifiers = 10;  // milliseconds
 
 Qt::KeyboardModifiers g_modifiers;
-Clock::time_point g_modifiersAt;  // long ago at first
+std::optional<std::uint32_t> g_modifiersAt;  // the tick at which they were so
 HWND g_mouseWindow = 0;
 HCURSOR g_cursor = IDC_ARROW;
 
 Qt::KeyboardModifiers modifiersNow() {
-    const Clock::time_point now = Clock::now();
-    if (now - g_modifiersAt >= kKeepModifiers) {
+    if (!g_modifiersAt || GetTickCount() - *g_modifiersAt >= kKeepModifiers) {
         g_modifiers = QGuiApplication::queryKeyboardModifiers();
-        g_modifiersAt = Clock::now();
+        g_modifiersAt = GetTickCount();
     }
     return g_modifiers;
 }
@@ -59,7 +57,7 @@ bool isDown(std::int32_t key) {
 
 void noteModifiers(int qtModifiers) {
     g_modifiers = Qt::KeyboardModifiers::fromInt(qtModifiers);
-    g_modifiersAt = Clock::now();
+    g_modifiersAt = GetTickCount();
 }
 
 void noteMouseWindow(HWND hWnd) { g_mouseWindow = hWnd; }

@@ -1,5 +1,6 @@
 #include "platform/window/input.h"
 
+#include "platform/base/testhooks.h"
 #include "platform/window/surface.h"
 #include "platform/window/testhooks.h"
 #include "platform/window/window.h"
@@ -39,6 +40,8 @@ HICON pictureCursor() {
 
 TEST(Input, TakesTheModifiersOfAnEventForThoseOfTheMoment) {
     const platform::test::WindowHookScope hooks;
+    const platform::test::HookScope baseHooks;
+    platform::test::setTickCount(1000);  // the moment lasts
     ::test::MessageLog log;
     ::test::LoggedWindow window(log, "main", ::test::mainWindow());
     std::string down;
