@@ -13,6 +13,7 @@
 #include <QWidget>
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace platform {
 namespace {
