@@ -2,6 +2,7 @@
 
 #include "gfx/modCtlCommon_ctl_text.h"
 #include "gfx/modCtlCommon_src_helpers.h"
+#include "host/PropertyTable.h"
 #include "host/tipService.h"
 #include "platform/window/textout.h"
 #include "win/MSubclass.h"
@@ -60,7 +61,9 @@ void ctlUniGrid::Font(const StdFont& oFont) {
     Refresh();
 }
 
-const PropertyTable<GridProps>& ctlUniGrid::properties() {
+namespace {
+
+const PropertyTable<GridProps>& properties() {
     using P = GridProps;
     static const PropertyTable<P> table{
         {u"BorderColor", &P::BorderColor},
@@ -77,6 +80,8 @@ const PropertyTable<GridProps>& ctlUniGrid::properties() {
     };
     return table;
 }
+
+}  // namespace
 
 void ctlUniGrid::ReadProperties(const PropertyBag& bag) {
     BeginUpdate();

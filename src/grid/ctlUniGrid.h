@@ -14,7 +14,6 @@
 #include "grid/gridPictures.h"
 #include "grid/store/GridInteraction.h"
 #include "host/HostWindow.h"
-#include "host/PropertyTable.h"
 #include "platform/window/scrollbar.h"
 #include "win/ISubclass.h"
 
@@ -95,7 +94,6 @@ public:
     void OLEDrag() { m_pic.OLEDrag(); }
     using GridData::Refresh;
 
-    [[nodiscard]] static const PropertyTable<GridProps>& properties();
     void ReadProperties(const PropertyBag& bag) override;
     void WriteProperties(PropertyBag& bag) const override;
 
