@@ -158,51 +158,54 @@ void ctlUTF8Menu::Detach() {
 
 void ctlUTF8Menu::pvOwnerDrawMenu(HMENU hMenu, std::int32_t lItemType, bool bThisLevelOnly) {
     if (hMenu == 0) return;
-    const std::uint32_t lTypeMask = m_bOldMenuApi ? MIIM_TYPE : MIIM_FTYPE;
     const int iCount = GetMenuItemCount(hMenu);
     for (int i = 0; i < iCount; ++i) {
-        const auto lPosition = static_cast<std::uint32_t>(i);
-        std::array<char, 256> aText{};
-        MENUITEMINFOA info;
-        info.fMask = MIIM_ID | MIIM_DATA | lTypeMask | (m_bOldMenuApi ? 0 : MIIM_STRING);
-        info.dwTypeData = aText.data();
-        info.cch = aText.size();
-        if (!GetMenuItemInfoA(hMenu, lPosition, true, info)) break;  // the menu is shorter by now
-        const Text sText =
-            bytesToText(reinterpret_cast<const std::uint8_t*>(aText.data()), info.cch, GetACP());
-
-        const bool bAlone = m_bOldMenuApi && sText.empty() && info.fType != MFT_SEPARATOR;
-        if ((info.fType & MFT_OWNERDRAW) == 0 && !bAlone) {
-            clsCtlUniIMenuItem oItem;
-            oItem.Caption = sText;
-            oItem.ItemType = lItemType;
-            if (isTextSeparator(sText)) {
-                oItem.ItemType = mitTextSeparator;
-            } else if (sText.empty() && (m_bOldMenuApi || (info.fType & MFT_SEPARATOR) != 0)) {
-                oItem.ItemType = mitSeparator;
-            }
-            oItem.Key = m_lNextKey;
-            oItem.NativeType = info.fType;
-            oItem.MenuHandle = hMenu;
-            oItem.ItemId = info.wID;
-            oItem.RawText.assign(aText.data(), info.cch);
-            oItem.ItemData = info.dwItemData;
-            oItem.RawLength = static_cast<std::int32_t>(info.cch);
-            m_oItems.push_back(std::move(oItem));
-
-            info.fType |= MFT_OWNERDRAW;
-            info.dwItemData = static_cast<std::uint32_t>(m_lNextKey);
-            info.dwTypeData = nullptr;
-            info.cch = 0;
-            info.fMask = MIIM_DATA | lTypeMask;
-            (void)SetMenuItemInfoA(hMenu, lPosition, true, info);
-            // Until it is measured, screen readers know it by its caption alone.
-            (void)setMenuItemShownText(hMenu, lPosition, true,
-                                       pvDecodedCaption(pvCleanCaption(sText), m_props.StringMode));
-            ++m_lNextKey;
-        }
+        if (!pvTakeItem(hMenu, static_cast<std::uint32_t>(i), lItemType)) return;  // shorter by now
         if (!bThisLevelOnly) pvOwnerDrawMenu(GetSubMenu(hMenu, i), mitPopup, false);
     }
+}
+
+bool ctlUTF8Menu::pvTakeItem(HMENU hMenu, std::uint32_t lPosition, std::int32_t lItemType) {
+    const std::uint32_t lTypeMask = m_bOldMenuApi ? MIIM_TYPE : MIIM_FTYPE;
+    std::array<char, 256> aText{};
+    MENUITEMINFOA info;
+    info.fMask = MIIM_ID | MIIM_DATA | lTypeMask | (m_bOldMenuApi ? 0 : MIIM_STRING);
+    info.dwTypeData = aText.data();
+    info.cch = aText.size();
+    if (!GetMenuItemInfoA(hMenu, lPosition, true, info)) return false;
+    if ((info.fType & MFT_OWNERDRAW) != 0) return true;
+    const Text sText =
+        bytesToText(reinterpret_cast<const std::uint8_t*>(aText.data()), info.cch, GetACP());
+    if (m_bOldMenuApi && sText.empty() && info.fType != MFT_SEPARATOR) return true;
+
+    clsCtlUniIMenuItem oItem;
+    oItem.Caption = sText;
+    oItem.ItemType = lItemType;
+    if (isTextSeparator(sText)) {
+        oItem.ItemType = mitTextSeparator;
+    } else if (sText.empty() && (m_bOldMenuApi || (info.fType & MFT_SEPARATOR) != 0)) {
+        oItem.ItemType = mitSeparator;
+    }
+    oItem.Key = m_lNextKey;
+    oItem.NativeType = info.fType;
+    oItem.MenuHandle = hMenu;
+    oItem.ItemId = info.wID;
+    oItem.RawText.assign(aText.data(), info.cch);
+    oItem.ItemData = info.dwItemData;
+    oItem.RawLength = static_cast<std::int32_t>(info.cch);
+    m_oItems.push_back(std::move(oItem));
+
+    info.fType |= MFT_OWNERDRAW;
+    info.dwItemData = static_cast<std::uint32_t>(m_lNextKey);
+    info.dwTypeData = nullptr;
+    info.cch = 0;
+    info.fMask = MIIM_DATA | lTypeMask;
+    (void)SetMenuItemInfoA(hMenu, lPosition, true, info);
+    // Until it is measured, screen readers know it by its caption alone.
+    (void)setMenuItemShownText(hMenu, lPosition, true,
+                               pvDecodedCaption(pvCleanCaption(sText), m_props.StringMode));
+    ++m_lNextKey;
+    return true;
 }
 
 void ctlUTF8Menu::pvPurgeItems() {

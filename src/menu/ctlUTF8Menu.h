@@ -119,6 +119,9 @@ private:
     void pvRegister();
     void pvWithdraw() const noexcept;
     void pvOwnerDrawMenu(platform::HMENU hMenu, std::int32_t lItemType, bool bThisLevelOnly);
+    // Makes the item owner-drawn, with a record, unless it is owner-drawn already, or has no text
+    // on an old platform. False when there is no such item.
+    bool pvTakeItem(platform::HMENU hMenu, std::uint32_t lPosition, std::int32_t lItemType);
     void pvPurgeItems();
     void pvPreparePopup(platform::HMENU hMenu);
     void pvLoadMenuFont();
