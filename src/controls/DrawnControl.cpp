@@ -35,12 +35,16 @@ void DrawnControl::maskWindow(bool bRound) {
         BackStyle(1);
         return;
     }
-    constexpr Color kBlack = 0x000000, kWhite = 0xFFFFFF;
     clsMEMDC mask;
     mask.CreateDC(ScaleWidth(), ScaleHeight());
     DrawRoundRect(
         mask.Hdc(), 0, 0, ScaleWidth(), ScaleHeight(),
-        {.bFill = true, .iFillColor = kWhite, .iPenColor = kWhite, .iRadius = kWindowCorner});
+        {.bFill = true, .iFillColor = kInMask, .iPenColor = kInMask, .iRadius = kWindowCorner});
+    maskWindow(mask);
+}
+
+void DrawnControl::maskWindow(clsMEMDC& mask) {
+    constexpr Color kBlack = 0x000000;
     MaskColor(kBlack);
     MaskPicture(mask.Picture());
     BackStyle(0);

@@ -7,8 +7,11 @@
 #include "host/HostWindow.h"
 #include "host/PropertyTable.h"
 
+class clsMEMDC;
+
 constexpr Color kDisabledText = sysColor(17);
 constexpr int kWindowCorner = 2;  // pixels, the radius of a rounded window
+constexpr Color kInMask = 0xFFFFFF;
 
 class DrawnControl : public HostWindow {
 public:
@@ -41,6 +44,8 @@ protected:
     void roundWindow(bool bRound);
     // The same by a mask, on a transparent window.
     void maskWindow(bool bRound);
+    // Leaves of the window what is not black in a mask of its size.
+    void maskWindow(clsMEMDC& mask);
 
     // Enabled and Font; with bMouse also OLEDropMode, MousePointer and MouseIcon.
     void readHost(const PropertyBag& oBag, bool bMouse);

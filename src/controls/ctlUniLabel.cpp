@@ -143,18 +143,15 @@ void LabelControl::pvMask() {
         maskWindow(m_props.UseRoundRegions);
         return;
     }
-    constexpr Color kBlack = 0x000000, kWhite = 0xFFFFFF;
     clsMEMDC letters;
     letters.CreateDC(ScaleWidth(), ScaleHeight());
     {
         const gfx::Selection font(letters.Hdc(), hFont());
         TextDrawColor(letters.Hdc(), m_props.Caption,
-                      labelTextRect(letters.Hdc(), {ScaleWidth(), ScaleHeight()}, m_props), kWhite,
+                      labelTextRect(letters.Hdc(), {ScaleWidth(), ScaleHeight()}, m_props), kInMask,
                       labelTextFlags(m_props));
     }
-    MaskColor(kBlack);
-    MaskPicture(letters.Picture());
-    HostWindow::BackStyle(0);
+    maskWindow(letters);
 }
 
 void LabelControl::pvDraw(HDC hDCTo) {
