@@ -5,6 +5,7 @@
 #include "platform/base/files.h"
 #include "platform/base/paths.h"
 #include "platform/base/testhooks.h"
+#include "support/Process.h"
 #include "support/TempDir.h"
 #include "support/raised.h"
 
@@ -245,26 +246,26 @@ TEST_F(ufu_files, TheProcessKnowsItsProgramAndArguments) {
 // Started anew under other names, the test above prints its arguments.
 TEST_F(ufu_files, ArgumentsBeginBehindTheProgramsName) {
     const struct {
-        const char *program, *arguments, *printed;
+        const char* program;
+        std::vector<std::string> arguments;
+        std::string printed;
     } cases[] = {
-        {"p", "", "<>"},
-        {"p q", "", "<>"},
-        {"p", "'' a", R"(<"" a>)"},
-        {"p q", "'x y' z", R"(<"x y" z>)"},
-        {"p q", "'  '", R"(<"  ">)"},
+        {"p", {}, "<>"},
+        {"p q", {}, "<>"},
+        {"p", {"", "a"}, R"(<"" a>)"},
+        {"p q", {"x y", "z"}, R"(<"x y" z>)"},
+        {"p q", {"  "}, R"(<"  ">)"},
     };
     for (const auto& c : cases) {
         const fs::path link = dir.path() / c.program;
         if (!fs::exists(link)) fs::create_symlink(fs::read_symlink("/proc/self/exe"), link);
-        const std::string command = "QUILLMERE_PRINT_ARGUMENTS=1 GTEST_FILTER='*ItsProgramAnd*' '" +
-                                    link.string() + "' " + c.arguments;
-        FILE* const pipe = ::popen(command.c_str(), "r");
-        ASSERT_NE(pipe, nullptr);
-        std::string output;
-        for (int unit = 0; (unit = std::fgetc(pipe)) != EOF;) output += static_cast<char>(unit);
-        EXPECT_EQ(::pclose(pipe), 0);
-        EXPECT_NE(output.find(std::string("arguments: ") + c.printed + "\n"), std::string::npos)
-            << output;
+        const auto result = test::runProcess(
+            link, c.arguments,
+            {dir.path(),
+             {},
+             {{"QUILLMERE_PRINT_ARGUMENTS", "1"}, {"GTEST_FILTER", "*ItsProgramAnd*"}}});
+        EXPECT_NE(result.out.find("arguments: " + c.printed + "\n"), std::string::npos)
+            << result.out;
     }
 }
 

@@ -1,8 +1,8 @@
 #include "platform/base/process.h"
 
 #include "platform/base/paths.h"
+#include "support/Process.h"
 
-#include <filesystem>
 #include <gtest/gtest.h>
 
 using namespace platform;
@@ -19,16 +19,12 @@ TEST(process, TheProgramsOwnFileIsToldAndCutToTheBuffer) {
 
 // Started anew with other arguments, the program prints its command line.
 TEST(process, TheCommandLineQuotesBlanksAndHoldsPathsInTheInsideForm) {
-    const std::string own = std::filesystem::read_symlink("/proc/self/exe").string();
-    const std::string command = "QUILLMERE_PRINT_COMMAND_LINE=1 '" + own +
-                                "' --gtest_filter='*PrintsItsCommandLine*' /a/b.lng 'a b' '' 'q\"*'"
-                                " \"$(printf 'x\\351 ')\"";
-    FILE* const pipe = ::popen(command.c_str(), "r");
-    ASSERT_NE(pipe, nullptr);
-    std::string output;
-    for (int c = 0; (c = std::fgetc(pipe)) != EOF;) output += static_cast<char>(c);
-    EXPECT_EQ(::pclose(pipe), 0);
-    const Text inside = pathFromSystem(own);
+    const std::filesystem::path own = std::filesystem::read_symlink("/proc/self/exe");
+    const std::vector<std::string> arguments{
+        "--gtest_filter=*PrintsItsCommandLine*", "/a/b.lng", "a b", "", "q\"*", "x\xE9 "};
+    const std::string output =
+        ::test::runProcess(own, arguments, {"/", {}, {{"QUILLMERE_PRINT_COMMAND_LINE", "1"}}}).out;
+    const Text inside = pathFromSystem(own.string());
     const std::string program =
         toUtf8(inside.find(u' ') == Text::npos ? inside : u'"' + inside + u'"');
     EXPECT_NE(
