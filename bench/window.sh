@@ -92,10 +92,6 @@ keys() {
     local key
     for key in "$@"; do xdotool key "$key"; rest; done
 }
-begins() { # ARGUMENT...
-    start_program "$quillmere" "$@"
-    await "the main window" visible Quillmere
-}
 ends() {
     kill "$program"
     wait "$program" 2>/dev/null || true
@@ -106,11 +102,10 @@ started() {
     local figure=$1 begin_us
     shift
     now; begin_us=$us
-    begins "$@"
-    now
-    keep "$figure mapped" $(((us - begin_us) * 1000))
+    start_program "$quillmere" "$@"
     rest
     used
+    visible Quillmere || fail "no window came ($figure)"
     if visible "Please wait"; then fail "the load was not over ($figure)"; fi
     keep "$figure cpu" "$ns"
     keep "$figure wall" $(((last - begin_us) * 1000))
@@ -186,7 +181,6 @@ line() { # NAME FIGURE
 }
 printf 'Least of %d rounds\n' "$rounds"
 printf '%-44s %9s %9s %8s %8s\n' "" "CPU" "wall" "memory" "peak" "" "ms" "ms" "MiB" "MiB"
-printf '%-44s %9s %9s\n' "start, until the window is mapped" "" "$(tenths "${least[start mapped]}")"
 line "start, until it is painted and at rest" start
 line "large ($(rows_of "$large") rows): start, load, fill, show" large
 line "  save and read again" save
