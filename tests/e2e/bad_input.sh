@@ -39,7 +39,13 @@ refused() {
     main=$found
     back
 }
-ends() { await "the end of the program" ended && wait "$program" || fail "the program ended with $?"; }
+# ends [STATUS]
+ends() {
+    local status=0
+    await "the end of the program" ended
+    wait "$program" || status=$?
+    ((status == ${1-0})) || fail "the program ended with $status"
+}
 close() {
     key alt+F4
     ends
@@ -60,7 +66,7 @@ kept() {
 }
 
 # ---- Files that are hardly any: the first settings are no better.
-printf '\xff\xfe[[\0nonsense\n[SSettings]\nKColTransWidth=-9e9\nKColDefaultWidth=99999999999\nKEmptyTrans=@Invalid()\n' \
+printf '\xff\xfe[[\0nonsense\n[SSettings]\nKColTransWidth=-9e9\nKColDefaultWidth=9999999999\nKEmptyTrans=x\n' \
     >"$XDG_CONFIG_HOME/Quillmere/settings.ini"
 while read -r verdict bytes; do
     if [[ $bytes == 0\** ]]; then
@@ -209,9 +215,13 @@ for how in signal display; do
     sleep 0.2
     type_text Anders
     sleep 0.2
-    if [[ $how == signal ]]; then kill -TERM "$program"; else kill "${started[0]}"; fi
-    await "the end of the program" ended
-    ! wait "$program" || fail "the program ended as if it had been closed"
+    if [[ $how == signal ]]; then
+        kill -TERM "$program"
+        ends $((128 + 15))
+    else
+        kill "${started[0]}"
+        ends 1
+    fi
     same dutch.lng original
     grep -q "kept in $XDG_STATE_HOME/quillmere/dutch-" "$work/errors" || fail "nothing told where the edits are"
     kept dutch.lng "$XDG_STATE_HOME"/quillmere/*
