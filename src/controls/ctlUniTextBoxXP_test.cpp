@@ -682,11 +682,11 @@ TEST_F(TextBox, SurvivesWhateverAHandlerDoes) {
                 box->SelStart(1);
                 reported = 0;
                 bool done = false;
-                on = [&, wanted = event](const std::string& raised) {
+                on = [&, wanted = event, &doIt = act](const std::string& raised) {
                     if (raised != wanted) return;
                     on = nullptr;
                     done = true;
-                    act();
+                    doIt();
                 };
                 cause(box->hWnd());
                 settle();
@@ -778,7 +778,7 @@ TEST_F(TextBox, LooksAsItShould) {
     ::test::Picture sheet;
     sheet.width = kGap + kColumns * (kSize.cx + kGap);
     sheet.height = kGap + rows * (kSize.cy + kGap) + 3 * kSize.cy;
-    sheet.pixels.assign(static_cast<std::size_t>(sheet.width * sheet.height), 0xD4D0C8);
+    sheet.pixels.assign(static_cast<std::size_t>(sheet.width) * sheet.height, 0xD4D0C8);
     box.reset();
     int index = 0;
     for (const auto& prepare : kBoxes) {

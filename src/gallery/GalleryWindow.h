@@ -35,7 +35,7 @@ private:
     void arrangeLive();
     void tellPlace(HWND of, const RECT& rect, TextView name);
     bool key(std::int32_t code);
-    void moveBy(int pages);
+    void moveBy(int pageCount);
 
     Log m_log;
     std::size_t m_current = 0;

@@ -29,7 +29,7 @@ TEST(Pages, FillTheirPartOfThePaperAndNothingAroundIt) {
         int inside = 0, around = 0;
         for (int y = area.top; y < picture.height; ++y) {
             for (int x = 0; x < picture.width; ++x) {
-                const auto at = static_cast<std::size_t>(y * picture.width + x);
+                const auto at = static_cast<std::size_t>(y) * picture.width + x;
                 if (picture.pixels[at] == 0xFFFFFF) continue;
                 const bool within = x >= area.left - 1 && x < area.right && y < area.bottom;
                 ++(within ? inside : around);

@@ -310,8 +310,8 @@ void drawControls(HDC hDC, const RECT& area) {
           kOneLine | platform::DT_CENTER);
 }
 
-std::unique_ptr<LivePage> openControls(PageHost host) {
-    return std::make_unique<ControlsPage>(std::move(host));
+std::unique_ptr<LivePage> openControls(const PageHost& host) {
+    return std::make_unique<ControlsPage>(host);
 }
 
 }  // namespace gallery

@@ -171,8 +171,8 @@ void drawDialogs(HDC hDC, const RECT& area) {
     drawAnswer(hDC, answerOf(area), u"", u"");
 }
 
-std::unique_ptr<LivePage> openDialogs(PageHost host) {
-    return std::make_unique<DialogsPage>(std::move(host));
+std::unique_ptr<LivePage> openDialogs(const PageHost& host) {
+    return std::make_unique<DialogsPage>(host);
 }
 
 }  // namespace gallery

@@ -18,13 +18,14 @@ constexpr TextView kRows[] = {
     u"Menu\tSave\t&Save\t",
     u"Menu\tQuit\t&Quit\t&Beenden",
     u"Messages\tSaved\tThe file was saved.\tDie Datei ist gespeichert.",
-    u"Messages\tLost\tThe file \"%1\" is gone.\t\u0424\u0430\u0439\u043b \u00ab%1\u00bb "
-    u"\u0438\u0441\u0447\u0435\u0437.",
+    (u"Messages\tLost\tThe file \"%1\" is gone.\t\u0424\u0430\u0439\u043b \u00ab%1\u00bb "
+     u"\u0438\u0441\u0447\u0435\u0437."),
     u"Messages\tWait\tPlease wait\t\u4e2d\u6587",
     u"Messages\tDone\tDone\tDone",
-    u"Messages\tTerms\tThis text is longer than the cell that it lies in, and wraps when cells may "
-    u"have several lines.\tDieser Text ist l\u00e4nger als seine Zelle und bricht um, wenn Zellen "
-    u"mehrere Zeilen haben d\u00fcrfen.",
+    (u"Messages\tTerms\tThis text is longer than the cell that it lies in, and wraps when cells "
+     u"may "
+     u"have several lines.\tDieser Text ist l\u00e4nger als seine Zelle und bricht um, wenn Zellen "
+     u"mehrere Zeilen haben d\u00fcrfen."),
     u"Tips\tSearch\tGoes to the next row with that text\t",
 };
 constexpr std::int32_t kFirstRows = 30;
@@ -155,7 +156,7 @@ void drawGrid(HDC hDC, const RECT& area) {
     DestroyWindow(hidden);
 }
 
-std::unique_ptr<LivePage> openGrid(PageHost host) {
+std::unique_ptr<LivePage> openGrid(const PageHost& host) {
     return std::make_unique<GridPage>(std::move(host));
 }
 

@@ -241,6 +241,8 @@ void drawInput(HDC hDC, const RECT& area) {
     write(hDC, round, kRoundText, {.color = rgb(255, 255, 255)}, kOneLine | DT_CENTER);
 }
 
-std::unique_ptr<LivePage> openInput(PageHost host) { return std::make_unique<InputPage>(host); }
+std::unique_ptr<LivePage> openInput(const PageHost& host) {
+    return std::make_unique<InputPage>(host);
+}
 
 }  // namespace gallery

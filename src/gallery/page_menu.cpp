@@ -282,8 +282,8 @@ void drawMenu(HDC hDC, const RECT& area) {
     PushButton::draw(hDC, buttonOf(area), kTryIt, {});
 }
 
-std::unique_ptr<LivePage> openMenu(PageHost host) {
-    return std::make_unique<MenuPage>(std::move(host));
+std::unique_ptr<LivePage> openMenu(const PageHost& host) {
+    return std::make_unique<MenuPage>(host);
 }
 
 }  // namespace gallery

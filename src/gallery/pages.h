@@ -38,7 +38,7 @@ struct Page {
     // something is left out. Draws the same each time.
     void (*draw)(HDC hDC, const RECT& area);
     // For a page with windows of its own.
-    std::unique_ptr<LivePage> (*open)(PageHost host) = nullptr;
+    std::unique_ptr<LivePage> (*open)(const PageHost& host) = nullptr;
 };
 
 [[nodiscard]] std::span<const Page> pages();
@@ -67,11 +67,11 @@ void drawCopies(HDC hDC, const RECT& area);
 void drawPalettes(HDC hDC, const RECT& area);
 void drawDesktop(HDC hDC, const RECT& area);
 void drawMenu(HDC hDC, const RECT& area);
-std::unique_ptr<LivePage> openMenu(PageHost host);
+std::unique_ptr<LivePage> openMenu(const PageHost& host);
 void drawInput(HDC hDC, const RECT& area);
-std::unique_ptr<LivePage> openInput(PageHost host);
+std::unique_ptr<LivePage> openInput(const PageHost& host);
 void drawDialogs(HDC hDC, const RECT& area);
-std::unique_ptr<LivePage> openDialogs(PageHost host);
+std::unique_ptr<LivePage> openDialogs(const PageHost& host);
 void drawButtons(HDC hDC, const RECT& area);
 void drawChecks(HDC hDC, const RECT& area);
 void drawLabels(HDC hDC, const RECT& area);
@@ -79,8 +79,8 @@ void drawFrames(HDC hDC, const RECT& area);
 void drawProgress(HDC hDC, const RECT& area);
 void drawTextBoxes(HDC hDC, const RECT& area);
 void drawControls(HDC hDC, const RECT& area);
-std::unique_ptr<LivePage> openControls(PageHost host);
+std::unique_ptr<LivePage> openControls(const PageHost& host);
 void drawGrid(HDC hDC, const RECT& area);
-std::unique_ptr<LivePage> openGrid(PageHost host);
+std::unique_ptr<LivePage> openGrid(const PageHost& host);
 
 }  // namespace gallery

@@ -198,7 +198,7 @@ bool Form::callAccessKey(char16_t unit) {
     std::vector<HostWindow*> controls = Controls();
     // With several of one letter the next behind the focus has its turn.
     const auto focused = std::ranges::find_if(controls, [](const HostWindow* host) {
-        return host->HasFocus() && host->AccessKeys().size() > 0;
+        return host->HasFocus() && !host->AccessKeys().empty();
     });
     if (focused != controls.end()) {
         std::rotate(controls.begin(), focused + 1, controls.end());
