@@ -1,12 +1,11 @@
 #include "controls/ctlUniTextBoxXP.h"
 
 #include "controls/controlWindow_test.h"
-#include "file/pvWindowsVersion.h"
 #include "gfx/modCtlCommon_ctl_colors.h"
-#include "platform/base/testhooks.h"
 #include "platform/window/edit.h"
 #include "platform/window/input.h"
 #include "platform/window/surface.h"
+#include "support/PlatformVersion.h"
 #include "support/gui/Golden.h"
 
 #include <algorithm>
@@ -539,14 +538,8 @@ TEST_F(TextBox, RaisesAKeyPressForEachUnitOfAComposedText) {
         }
     }
     makeBox();
-    OSVERSIONINFOA old;
-    old.dwPlatformId = 2;
-    old.dwMajorVersion = 4;
-    platform::test::setVersion(old);
-    forgetWindowsVersion();
+    const ::test::PlatformVersion old({4, 0, VER_PLATFORM_WIN32_NT});
     compose(box->hWnd(), {}, u"\u304B");
-    platform::test::setVersion({});
-    forgetWindowsVersion();
     EXPECT_EQ(taken(), "Change;") << "on an old system the edit window takes it itself";
 }
 

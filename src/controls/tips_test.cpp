@@ -4,9 +4,8 @@
 #include "controls/ctlUniTextBoxXP.h"
 #include "controls/ctlUniToolTip.h"
 #include "controls/ctlUniTooltipManager.h"
-#include "file/pvWindowsVersion.h"
-#include "platform/base/testhooks.h"
 #include "platform/window/textout.h"
+#include "support/PlatformVersion.h"
 
 namespace {
 
@@ -212,18 +211,11 @@ TEST_F(Tips, GetTheirTransparencyWhereThePlatformHasIt) {
         const auto style = platform::GetWindowLongW(tip().hWnd(), platform::GWL_EXSTYLE);
         return (style & 0x80000) != 0;
     };
-    const platform::test::HookScope versions;
-    const auto version = [](std::uint32_t major, std::uint32_t family) {
-        platform::test::setVersion(platform::OSVERSIONINFOA{major, 0, family});
-        forgetWindowsVersion();
-    };
     EXPECT_FALSE(layered(0));
-    version(4, platform::VER_PLATFORM_WIN32_NT);
+    test::PlatformVersion version({4, 0, platform::VER_PLATFORM_WIN32_NT});
     EXPECT_FALSE(layered(100)) << "too old";
-    version(5, platform::VER_PLATFORM_WIN32_NT);
+    version.set(platform::OSVERSIONINFOA{5, 0, platform::VER_PLATFORM_WIN32_NT});
     EXPECT_TRUE(layered(40));
-    platform::test::setVersion({});
-    forgetWindowsVersion();
 }
 
 }  // namespace

@@ -1,14 +1,13 @@
 // Measuring and drawing: sizes and calls as text, and pictures to look at.
-#include "file/pvWindowsVersion.h"
 #include "gfx/modCtlCommon_ctl_shapes.h"
 #include "menu/captions.h"
 #include "menu/ctlUTF8Menu.h"
 #include "menu/menuTree_test.h"
-#include "platform/base/testhooks.h"
 #include "platform/window/recorder.h"
 #include "platform/window/screen.h"
 #include "platform/window/testhooks.h"
 #include "platform/window/window.h"
+#include "support/PlatformVersion.h"
 #include "support/gui/Golden.h"
 #include "support/window/Canvas.h"
 #include "support/window/LoggedWindow.h"
@@ -255,14 +254,10 @@ TEST_F(MenuPainting, TheHandlerIsAskedOnceForEachItemWithItsCaptionAndPicture) {
 }
 
 TEST_F(MenuPainting, OnWindows95TheSelectorOfTheBarIsNarrower) {
-    platform::test::HookScope version;
-    platform::test::setVersion(OSVERSIONINFOA{4, 0, VER_PLATFORM_WIN32_WINDOWS});
-    forgetWindowsVersion();
-    EXPECT_EQ(pvWindowsVersion(), 3);
+    const ::test::PlatformVersion version({4, 0, VER_PLATFORM_WIN32_WINDOWS});
     attach();
     EXPECT_EQ(firstCall(Bar, ODS_SELECTED), "face 10,20,109,42\n");
-    menu.Detach();
-    forgetWindowsVersion();
+    menu.Detach();  // as it was attached
 }
 
 // ---- Pictures

@@ -1,14 +1,13 @@
 // The model and the messages: taking a menu over, giving it back, what window and control hear.
 #include "menu/ctlUTF8Menu.h"
 
-#include "file/pvWindowsVersion.h"
 #include "menu/captions.h"
 #include "menu/menuMessages.h"
 #include "menu/menuTree_test.h"
 #include "platform/base/codepages.h"
-#include "platform/base/testhooks.h"
 #include "platform/window/handles.h"
 #include "platform/window/testhooks.h"
+#include "support/PlatformVersion.h"
 #include "support/raised.h"
 #include "support/window/LoggedWindow.h"
 #include "win/MSubclass.h"
@@ -147,10 +146,7 @@ TEST_F(Menu, IsTakenOverWithAllItsLevelsAndGivenBackAsItWas) {
 }
 
 TEST_F(Menu, OfAnOldPlatformLosesItsTextsMeanwhile) {
-    platform::test::HookScope hooks;
-    struct Forget {
-        ~Forget() { forgetWindowsVersion(); }
-    } const forget;
+    ::test::PlatformVersion version;
     const struct {
         OSVERSIONINFOA version;
         bool old;
@@ -160,8 +156,7 @@ TEST_F(Menu, OfAnOldPlatformLosesItsTextsMeanwhile) {
         {{5, 0, VER_PLATFORM_WIN32_NT}, false},     {{0, 0, 9}, true},
     };
     for (const auto& c : kCases) {
-        platform::test::setVersion(c.version);
-        forgetWindowsVersion();
+        version.set(c.version);
         const HMENU bar = attachTo(kTree);
         EXPECT_EQ(menuDump(bar), c.old ? "1 own d0 ''[20 own d1 '' 21 own sep d2 '' 22 own d3 '' "
                                          "23 d23000 ''] 2 own d4 ''[30 own d5 ''[31 own d6 '']]"

@@ -1,8 +1,7 @@
 #include "win/clsScreens.h"
 
-#include "file/pvWindowsVersion.h"
-#include "platform/base/testhooks.h"
 #include "platform/window/testhooks.h"
+#include "support/PlatformVersion.h"
 
 #include <gtest/gtest.h>
 
@@ -18,13 +17,8 @@ public:
             {{0, 0, 1920, 1080}, {48, 0, 1920, 1040}, true, 32, 96},
             {{1920, -200, 2720, 400}, {1920, -180, 2700, 390}, false, 16, 96},
         });
-        forgetWindowsVersion();
     }
-    ~Screens() override {
-        platform::test::setVersion(std::nullopt);
-        forgetWindowsVersion();
-    }
-    platform::test::HookScope baseHooks;
+    ::test::PlatformVersion version;
     platform::test::WindowHookScope hooks;
 };
 
@@ -96,8 +90,7 @@ TEST_F(Screens, ThereIsOneWhereThePlatformKnowsNoSeveral) {
         {{5, 0, VER_PLATFORM_WIN32_NT}, true},        // 8
     };
     for (const auto& v : kVersions) {
-        platform::test::setVersion(v.version);
-        forgetWindowsVersion();
+        version.set(v.version);
         const clsScreens screens;
         EXPECT_EQ(screens.Count(), v.several ? 2 : 1) << v.version.dwMajorVersion;
         if (v.several) continue;

@@ -1,8 +1,8 @@
 #include "win/modCommDialogs.h"
 
-#include "file/pvWindowsVersion.h"
 #include "platform/base/testhooks.h"
 #include "platform/window/testhooks.h"
+#include "support/PlatformVersion.h"
 #include "support/raised.h"
 #include "win/clsCommDialogs.h"
 
@@ -18,18 +18,13 @@ const Text kFilter(u"Language Files\0*.lng; *.ini\0", 27);
 
 class CommDialogs : public testing::Test {
 public:
-    CommDialogs() { forgetWindowsVersion(); }
     ~CommDialogs() override {
-        platform::test::setVersion(std::nullopt);
-        forgetWindowsVersion();
         InitDialogs();
         EXPECT_EQ(platform::test::openFolderItems(), 0);
     }
-    static void setOldPlatform() {  // code 7
-        platform::test::setVersion(OSVERSIONINFOA{4, 0, VER_PLATFORM_WIN32_NT});
-        forgetWindowsVersion();
-    }
+    void setOldPlatform() { version.set(OSVERSIONINFOA{4, 0, VER_PLATFORM_WIN32_NT}); }  // code 7
     platform::test::HookScope baseHooks;
+    ::test::PlatformVersion version;
     platform::test::WindowHookScope hooks;
 };
 
