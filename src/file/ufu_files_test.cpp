@@ -9,35 +9,14 @@
 #include "support/TempDir.h"
 #include "support/raised.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <gtest/gtest.h>
 
 namespace {
 
 namespace fs = std::filesystem;
 using platform::test::FileOp;
-
-// All below a directory by name, directories with a slash, files with their content.
-std::string tree(const fs::path& path) {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::recursive_directory_iterator(path)) {
-        std::string name = entry.path().lexically_relative(path).string();
-        if (entry.is_directory()) {
-            name += '/';
-        } else {
-            std::ifstream in(entry.path());
-            name.append("=").append(std::istreambuf_iterator<char>(in), {});
-        }
-        names.push_back(name);
-    }
-    std::sort(names.begin(), names.end());
-    std::string all;
-    for (const auto& name : names) all.append(all.empty() ? "" : " ").append(name);
-    return all;
-}
 
 void protect(const fs::path& path) {
     fs::permissions(path, fs::perms::owner_read | fs::perms::group_read);
@@ -98,7 +77,7 @@ TEST_F(ufu_files, MakePathMakesEveryLevel) {
     EXPECT_TRUE(made(dir.inside("a/b/c")));
     EXPECT_TRUE(made(u"\\\\?\\" + dir.inside("p/q")));
     EXPECT_FALSE(ufu_MakePath(dir.inside("m//n"))) << "an empty element ends the walk";
-    EXPECT_EQ(tree(dir.path()), "a/ a/b/ a/b/c/ m/ p/ p/q/");
+    EXPECT_EQ(dir.tree(), "a/ a/b/ a/b/c/ m/ p/ p/q/");
     dir.write("f", "");
     EXPECT_FALSE(ufu_MakePath(dir.inside("f/a")));
     EXPECT_FALSE(ufu_MakePath(u""));
@@ -110,7 +89,7 @@ TEST_F(ufu_files, MakePathMakesEveryLevel) {
     EXPECT_EQ(ufu_GetCurDir(), dir.inside("a"));
     EXPECT_TRUE(ufu_MakePath(u"C:\\x\\y\\"));
     EXPECT_TRUE(ufu_SetCurDir(before));
-    EXPECT_EQ(tree(dir.path() / "a"), "C:/ C:/x/ C:/x/y/ b/ b/c/");
+    EXPECT_EQ(dir.tree("a"), "C:/ C:/x/ C:/x/y/ b/ b/c/");
     EXPECT_FALSE(ufu_SetCurDir(dir.inside("none")));
 }
 
@@ -128,7 +107,7 @@ TEST_F(ufu_files, RemovingTakesReadOnlyFilesToo) {
     protect(dir.path() / "b.txt");
     ufu_MkDir(dir.inside("d.txt"));
     EXPECT_TRUE(ufu_RmFiles(dir.inside("*.txt")));
-    EXPECT_EQ(tree(dir.path()), "c.lng= d.txt/");
+    EXPECT_EQ(dir.tree(), "c.lng= d.txt/");
 }
 
 TEST_F(ufu_files, RemovingATreeDoesNotFollowLinks) {
@@ -142,7 +121,7 @@ TEST_F(ufu_files, RemovingATreeDoesNotFollowLinks) {
     fs::create_directory_symlink(dir.path() / "kept", dir.path() / "direct");
     EXPECT_TRUE(ufu_RmDirRic(dir.inside("source")));
     EXPECT_TRUE(ufu_RmDirRic(dir.inside("direct")));
-    EXPECT_EQ(tree(dir.path()), "kept/ kept/k=K");
+    EXPECT_EQ(dir.tree(), "kept/ kept/k=K");
     EXPECT_TRUE(ufu_FileHasAttribute(dir.inside("kept/k"), platform::FILE_ATTRIBUTE_READONLY));
 }
 
@@ -150,7 +129,7 @@ TEST_F(ufu_files, RemovingATreeGoesOnAfterAFailure) {
     makeSource();
     platform::test::failNext(FileOp::Delete);  // the first file to go: source/d/f
     EXPECT_FALSE(ufu_RmDirRic(dir.inside("source")));
-    EXPECT_EQ(tree(dir.path()), "source/ source/d/ source/d/f=F");
+    EXPECT_EQ(dir.tree(), "source/ source/d/ source/d/f=F");
     EXPECT_TRUE(ufu_RmDirRic(dir.inside("source")));
 }
 
@@ -158,10 +137,10 @@ TEST_F(ufu_files, CopyingAFolderMakesItsDestination) {
     makeSource();
     const std::string kContent = "d/ d/e/ d/f=F ro=R x=X";
     EXPECT_TRUE(ufu_CopyFolderContent(dir.inside("source"), dir.inside("new/copy")));
-    EXPECT_EQ(tree(dir.path() / "new/copy"), kContent);
+    EXPECT_EQ(dir.tree("new/copy"), kContent);
     EXPECT_TRUE(ufu_CopyFolderContent(dir.inside("source/"), dir.inside("other/")));
-    EXPECT_EQ(tree(dir.path() / "other"), kContent);
-    EXPECT_EQ(tree(dir.path() / "source"), kContent);
+    EXPECT_EQ(dir.tree("other"), kContent);
+    EXPECT_EQ(dir.tree("source"), kContent);
 
     EXPECT_FALSE(ufu_CopyFolderContent(dir.inside("source"), dir.inside("other")))
         << "the read-only file is not overwritten";
@@ -183,12 +162,12 @@ TEST_F(ufu_files, MovingAFolderLeavesItsDirectoriesBehind) {
     dir.write("target/x", "old");
     // Further backslashes at the end cut no names short.
     EXPECT_TRUE(ufu_MoveFolderContent(dir.inside("source") + u"\\\\\\", dir.inside("target")));
-    EXPECT_EQ(tree(dir.path() / "target"), "d/ d/e/ d/f=F ro=R x=X");
-    EXPECT_EQ(tree(dir.path() / "source"), "d/ d/e/");
+    EXPECT_EQ(dir.tree("target"), "d/ d/e/ d/f=F ro=R x=X");
+    EXPECT_EQ(dir.tree("source"), "d/ d/e/");
 
     platform::test::failNext(FileOp::Move);  // of d/f; the rest goes
     EXPECT_FALSE(ufu_MoveFolderContent(dir.inside("target"), dir.inside("source")));
-    EXPECT_EQ(tree(dir.path() / "target"), "d/ d/e/ d/f=F");
+    EXPECT_EQ(dir.tree("target"), "d/ d/e/ d/f=F");
 }
 
 TEST_F(ufu_files, FilesCopyAndMoveByTheirFlags) {
@@ -199,14 +178,14 @@ TEST_F(ufu_files, FilesCopyAndMoveByTheirFlags) {
     EXPECT_TRUE(ufu_CopyFile(a, c, true) && ufu_CopyFile(a, b));
     dir.write("a", "A2");
     EXPECT_TRUE(ufu_MoveFile(a, b, platform::MOVEFILE_REPLACE_EXISTING));
-    EXPECT_EQ(tree(dir.path()), "b=A2 c=A");
+    EXPECT_EQ(dir.tree(), "b=A2 c=A");
 
     // An old platform deletes the target first, whatever the flags.
     platform::test::setVersion(platform::OSVERSIONINFOA{4, 10, 1});
     forgetWindowsVersion();
     protect(dir.path() / "c");
     EXPECT_TRUE(ufu_MoveFile(b, c));
-    EXPECT_EQ(tree(dir.path()), "c=A2");
+    EXPECT_EQ(dir.tree(), "c=A2");
 }
 
 TEST_F(ufu_files, AMissingFileHasEveryAttribute) {
@@ -293,5 +272,5 @@ TEST_F(ufu_files, TheClassForwardsTheWholeFamily) {
     EXPECT_TRUE(clsUniFile::st_RmDirRic(dir.inside("source")));
     EXPECT_TRUE(clsUniFile::st_RmFile(dir.inside("z")));
     EXPECT_TRUE(clsUniFile::st_RmFiles(dir.inside("*.lng")));
-    EXPECT_EQ(tree(dir.path()), "m/");
+    EXPECT_EQ(dir.tree(), "m/");
 }

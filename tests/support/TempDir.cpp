@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <set>
 #include <sstream>
 #include <stdexcept>
 
@@ -48,6 +49,20 @@ std::string TempDir::read(std::string_view name) const {
     std::ostringstream all;
     all << in.rdbuf();
     return std::move(all).str();
+}
+
+std::string TempDir::tree(std::string_view name) const {
+    const std::filesystem::path top = m_path / name;
+    std::set<std::string> entries;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(top)) {
+        const std::string path = entry.path().lexically_relative(top).string();
+        std::ostringstream content;
+        if (!entry.is_directory()) content << std::ifstream(entry.path()).rdbuf();
+        entries.insert(entry.is_directory() ? path + '/' : path + '=' + content.str());
+    }
+    std::string all;
+    for (const std::string& entry : entries) all += (all.empty() ? "" : " ") + entry;
+    return all;
 }
 
 }  // namespace test

@@ -20,6 +20,9 @@ public:
     [[nodiscard]] Text inside(std::string_view name) const;
     void write(std::string_view name, std::string_view bytes) const;
     [[nodiscard]] std::string read(std::string_view name) const;  // fails the test when it cannot
+    // All that is in it, or below a name in it, in order: "d/ d/e/ f=F", directories with a slash,
+    // files with their content. Links are followed.
+    [[nodiscard]] std::string tree(std::string_view name = {}) const;
 
 private:
     std::filesystem::path m_path;

@@ -33,6 +33,15 @@ protected:
         EXPECT_EQ(all, written == bytes.size());
         return written;
     }
+    [[nodiscard]] bool copies(const char* from, const char* to, bool bFailIfExists) const {
+        return CopyFileW(dir.inside(from), dir.inside(to), bFailIfExists);
+    }
+    // With flags MoveFileExW, else MoveFileW.
+    [[nodiscard]] bool moves(const char* from, const char* to,
+                             std::optional<std::uint32_t> flags = {}) const {
+        return flags ? MoveFileExW(dir.inside(from), dir.inside(to), *flags)
+                     : MoveFileW(dir.inside(from), dir.inside(to));
+    }
     [[nodiscard]] mode_t mode(const char* name) const {
         struct stat info {};
         EXPECT_EQ(::stat((dir.path() / name).c_str(), &info), 0) << name;
@@ -212,15 +221,15 @@ TEST_F(files, CopiesHaveTheBytesAndPermissionsOfTheOriginal) {
         if (!inSystem) test::failNext(test::FileOp::Flush);  // any armed fault takes the other road
         dir.write("from", content);
         chmod("from", 0451);
-        EXPECT_TRUE(CopyFileW(dir.inside("from"), dir.inside("to"), true));
+        EXPECT_TRUE(copies("from", "to", true));
         EXPECT_EQ(dir.read("to"), content);
         EXPECT_EQ(mode("to"), 0451u);
-        EXPECT_FALSE(CopyFileW(dir.inside("from"), dir.inside("to"), true));
+        EXPECT_FALSE(copies("from", "to", true));
 
         dir.write("short", "short");
-        EXPECT_FALSE(CopyFileW(dir.inside("short"), dir.inside("to"), false));  // 0451: read-only
+        EXPECT_FALSE(copies("short", "to", false));  // 0451: read-only
         chmod("to", 0600);
-        EXPECT_TRUE(CopyFileW(dir.inside("short"), dir.inside("to"), false));
+        EXPECT_TRUE(copies("short", "to", false));
         EXPECT_EQ(dir.read("to"), "short");
         fs::remove(dir.path() / "to");
         chmod("from", 0644);
@@ -234,16 +243,13 @@ TEST_F(files, ACopyOntoItselfFailsAndLosesNothing) {
     dir.write("file", "content");
     fs::create_symlink("file", dir.path() / "link");
     fs::create_hard_link(dir.path() / "file", dir.path() / "twin");
-    for (const char* const target : {"file", "link", "twin", "./file"}) {
-        EXPECT_FALSE(CopyFileW(dir.inside("file"), dir.inside(target), false));
-        EXPECT_FALSE(CopyFileW(dir.inside(target), dir.inside("file"), false));
-        EXPECT_EQ(dir.read("file"), "content") << target;
-    }
     fs::create_directory(dir.path() / "dir");
-    EXPECT_FALSE(CopyFileW(dir.inside("dir"), dir.inside("new"), false));
-    EXPECT_FALSE(CopyFileW(dir.inside("file"), dir.inside("dir"), false));
-    EXPECT_FALSE(CopyFileW(dir.inside("missing"), dir.inside("new"), false));
-    EXPECT_FALSE(exists("new"));
+    for (const char* const other : {"file", "link", "twin", "./file", "dir", "missing/new"}) {
+        EXPECT_FALSE(copies("file", other, false)) << other;
+        EXPECT_FALSE(copies(other, "file", false)) << other;
+    }
+    EXPECT_FALSE(copies("dir", "new", false) || copies("missing", "new", false));
+    EXPECT_EQ(dir.tree(), "dir/ file=content link=content twin=content");
 }
 
 TEST_F(files, ARequestIsCutShortWhereSpaceEndsAndACopyLeavesNoNewFile) {
@@ -257,10 +263,10 @@ TEST_F(files, ARequestIsCutShortWhereSpaceEndsAndACopyLeavesNoNewFile) {
 
     dir.write("from", std::string(300'000, 'x'));
     test::failWritesAfter(290'000);
-    EXPECT_FALSE(CopyFileW(dir.inside("from"), dir.inside("to"), false));
+    EXPECT_FALSE(copies("from", "to", false));
     EXPECT_FALSE(exists("to"));
     test::failReadsAfter(10);
-    EXPECT_FALSE(CopyFileW(dir.inside("from"), dir.inside("to"), false));
+    EXPECT_FALSE(copies("from", "to", false));
     EXPECT_FALSE(exists("to"));
 }
 
@@ -268,19 +274,16 @@ TEST_F(files, MovesReplaceOnlyWhenTold) {
     dir.write("from", "new");
     dir.write("to", "old");
     fs::create_directory(dir.path() / "dir");
-    EXPECT_FALSE(MoveFileW(dir.inside("from"), dir.inside("to")));
-    EXPECT_FALSE(MoveFileExW(dir.inside("from"), dir.inside("to"), MOVEFILE_COPY_ALLOWED));
-    EXPECT_FALSE(MoveFileExW(dir.inside("from"), dir.inside("dir"), MOVEFILE_REPLACE_EXISTING));
-    EXPECT_FALSE(MoveFileExW(dir.inside("dir"), dir.inside("to"), MOVEFILE_REPLACE_EXISTING));
-    EXPECT_EQ(dir.read("to"), "old");
-    EXPECT_TRUE(MoveFileExW(dir.inside("from"), dir.inside("to"), MOVEFILE_REPLACE_EXISTING));
-    EXPECT_EQ(dir.read("to"), "new");
-    EXPECT_FALSE(exists("from"));
-    EXPECT_TRUE(MoveFileW(dir.inside("dir"), dir.inside("other")));
-    EXPECT_FALSE(MoveFileW(dir.inside("other"), dir.inside("other/below")));
-    EXPECT_FALSE(MoveFileW(dir.inside("missing"), dir.inside("x")));
-    EXPECT_TRUE(MoveFileW(dir.inside("to"), dir.inside("other/to")));
-    EXPECT_EQ(dir.read("other/to"), "new");
+    EXPECT_FALSE(moves("from", "to"));
+    EXPECT_FALSE(moves("from", "to", MOVEFILE_COPY_ALLOWED));
+    EXPECT_FALSE(moves("from", "dir", MOVEFILE_REPLACE_EXISTING));
+    EXPECT_FALSE(moves("dir", "to", MOVEFILE_REPLACE_EXISTING));
+    EXPECT_FALSE(moves("dir", "dir/below") || moves("missing", "x"));
+    EXPECT_EQ(dir.tree(), "dir/ from=new to=old");
+    EXPECT_TRUE(moves("from", "to", MOVEFILE_REPLACE_EXISTING));
+    EXPECT_TRUE(moves("dir", "other"));
+    EXPECT_TRUE(moves("to", "other/to"));
+    EXPECT_EQ(dir.tree(), "other/ other/to=new");
 }
 
 TEST_F(files, MovesToAnotherFileSystemCopyWhenTold) {
@@ -319,22 +322,22 @@ TEST_F(files, DeletingTakesFilesAndLinksNeverWhatALinkLeadsTo) {
     fs::create_directory_symlink("dir", dir.path() / "dirlink");
     fs::create_symlink("nowhere", dir.path() / "broken");
     chmod("dir/file", 0444);
-    EXPECT_FALSE(DeleteFileW(dir.inside("dir")));
-    EXPECT_FALSE(DeleteFileW(dir.inside("dirlink")));
-    EXPECT_FALSE(DeleteFileW(dir.inside("missing")));
-    EXPECT_TRUE(DeleteFileW(dir.inside("filelink")));  // although its target is read-only
+    const auto deletes = [&](const char* name) { return DeleteFileW(dir.inside(name)); };
+    const auto removes = [&](const char* name) { return RemoveDirectoryW(dir.inside(name)); };
+    const auto creates = [&](const char* name) { return CreateDirectoryW(dir.inside(name)); };
+    EXPECT_FALSE(deletes("dir") || deletes("dirlink") || deletes("missing"));
+    EXPECT_TRUE(deletes("filelink"));  // although its target is read-only
     EXPECT_EQ(mode("dir/file"), 0444u);
     chmod("dir/file", 0644);
-    EXPECT_TRUE(DeleteFileW(dir.inside("broken")));
-    EXPECT_FALSE(RemoveDirectoryW(dir.inside("dir")));  // not empty
-    EXPECT_FALSE(RemoveDirectoryW(dir.inside("dir/file")));
-    EXPECT_TRUE(RemoveDirectoryW(dir.inside("dirlink/")));
-    EXPECT_FALSE(exists("dirlink"));
-    EXPECT_TRUE(DeleteFileW(dir.inside("dir/file")));
-    EXPECT_TRUE(RemoveDirectoryW(dir.inside("dir")));
-    EXPECT_TRUE(CreateDirectoryW(dir.inside("dir")));
-    EXPECT_FALSE(CreateDirectoryW(dir.inside("dir")));
-    EXPECT_FALSE(CreateDirectoryW(dir.inside("missing/dir")));
+    EXPECT_TRUE(deletes("broken"));
+    EXPECT_FALSE(removes("dir") || removes("dir/file"));  // not empty; no directory
+    EXPECT_TRUE(removes("dirlink/"));
+    EXPECT_EQ(dir.tree(), "dir/ dir/file=x");
+    EXPECT_TRUE(deletes("dir/file"));
+    EXPECT_TRUE(removes("dir"));
+    EXPECT_TRUE(creates("dir"));
+    EXPECT_FALSE(creates("dir") || creates("missing/dir"));
+    EXPECT_EQ(dir.tree(), "dir/");
 }
 
 TEST_F(files, AttributesTellOfDirectoriesBehindLinksAndOfLinks) {
