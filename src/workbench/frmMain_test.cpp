@@ -87,7 +87,7 @@ TEST_F(FrmMain, TakesDroppedFilesAsTheButtonsWould) {
     };
     drop({dir.inside("none.lng")});
     EXPECT_EQ(window.shownMainFile(), u"");
-    drop({dir.inside("main.lng"), dir.inside("none.lng"), dir.inside("trans.lng"),
+    drop({dir.inside("none.lng"), dir.inside("main.lng"), dir.inside("trans.lng"),
           dir.inside("main.lng")});
     EXPECT_EQ(rows(), kLoaded);
     edit(2, u"Openen");
