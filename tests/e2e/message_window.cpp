@@ -14,12 +14,6 @@
 #include <cstdio>
 #include <thread>
 
-// What these libraries keep to the end of the process is their own affair. The sanitizer asks for
-// these names: NOLINTBEGIN(bugprone-reserved-identifier)
-extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig\nleak:libdbus"; }
-extern "C" const char* __lsan_default_options() { return "print_suppressions=0"; }
-// NOLINTEND(bugprone-reserved-identifier)
-
 using namespace platform;
 
 namespace {
