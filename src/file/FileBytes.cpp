@@ -1,6 +1,8 @@
 #include "file/FileBytes.h"
 
 #include "file/clsUniFile.h"
+#include "file/ufu_files.h"
+#include "platform/base/files.h"
 #include "platform/base/memory.h"
 
 bool writeFile(TextView sFile, const Bytes& bytes) {
@@ -9,7 +11,19 @@ bool writeFile(TextView sFile, const Bytes& bytes) {
     return file.OpenFileWrite(sFile, true) && (bytes.empty() || file.WriteBytes(bytes));
 }
 
-FileBytes::FileBytes(TextView sFile) : m_sFile(sFile) {
+bool writeOver(TextView sFile, std::span<const std::uint8_t> bytes) {
+    clsUniFile file;
+    file.UseCache(false);
+    if (!file.OpenFileGeneric(sFile, platform::GENERIC_WRITE, platform::OPEN_ALWAYS,
+                              platform::FILE_SHARE_WRITE, platform::FILE_ATTRIBUTE_NORMAL)) {
+        return false;
+    }
+    if (!bytes.empty() && !file.writeBlock(bytes.data(), bytes.size())) return false;
+    const bool longer = file.LOF() > static_cast<std::int64_t>(bytes.size());
+    return !longer || file.SetEndOfFileHere();
+}
+
+FileBytes::FileBytes(TextView sFile) : m_sFile(sFile), m_there(ufu_FileExist(sFile)) {
     clsUniFile file;
     if (!file.OpenFileRead(sFile, true)) return;
     const std::int64_t length = file.LOF();  // -1 when it is not to be had
@@ -21,7 +35,8 @@ FileBytes::FileBytes(TextView sFile) : m_sFile(sFile) {
 }
 
 void FileBytes::putBack() const {
+    if (!m_there && ufu_FileExist(m_sFile)) (void)ufu_RmFile(m_sFile);
     if (!m_read) return;
     if (const FileBytes now(m_sFile); now.m_read && now.m_bytes == m_bytes) return;
-    (void)writeFile(m_sFile, m_bytes);
+    (void)writeOver(m_sFile, m_bytes);
 }

@@ -8,8 +8,10 @@
 #include "platform/base/testhooks.h"
 #include "support/TempDir.h"
 
+#include <csignal>
 #include <gtest/gtest.h>
 #include <random>
+#include <sys/resource.h>
 
 namespace {
 
@@ -350,12 +352,11 @@ TEST_F(Saving, LeavesAFileAloneThatItCannotWrite) {
 const struct {
     std::string old;
     Text value;
-    int writesBefore;  // the one that fails
 } kFailedWrites[] = {
-    {"a = 1\r\n", u"\u00E9", 0},
-    {"a = 1\r\n", u"\u0416", 1},  // the text behind the mark
-    {"\xFF\xFE=\x04", u"\u0416", 1},
-    {"", u"x", 0},
+    {"a = 1\r\n", u"\u00E9"},
+    {"a = 1\r\n", u"\u0416"},
+    {"\xFF\xFE=\x04", u"\u0416"},
+    {"", u"x"},
 };
 
 TEST_F(Saving, PutsTheOldBytesBackWhenWritingFails) {
@@ -364,7 +365,7 @@ TEST_F(Saving, PutsTheOldBytesBackWhenWritingFails) {
             dir.write("t.lng", c.old);
             clsFileIniEx document;
             document.AddString(u"", u"a", c.value);
-            platform::test::failNext(platform::test::FileOp::Write, 1, c.writesBefore);
+            platform::test::failNext(platform::test::FileOp::Write);
             EXPECT_FALSE(document.Save(dir.inside("t.lng"), u"\r\n", update));
             EXPECT_EQ(dir.read("t.lng"), c.old);
         }
@@ -375,6 +376,42 @@ TEST_F(Saving, PutsTheOldBytesBackWhenWritingFails) {
     platform::test::failNext(platform::test::FileOp::Size);
     EXPECT_TRUE(save(document));
     EXPECT_EQ(dir.read("t.lng"), "\r\n\r\na=2");
+}
+
+// A disk that gives nothing back, as one whose space others are waiting for: no file may reach
+// beyond the limit, old ones included.
+class LimitedFiles {
+public:
+    explicit LimitedFiles(rlim_t bytes) {
+        ::getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~LimitedFiles() {
+        ::setrlimit(RLIMIT_FSIZE, &m_before);
+        (void)std::signal(SIGXFSZ, m_handler);
+    }
+    LimitedFiles(const LimitedFiles&) = delete;
+    LimitedFiles& operator=(const LimitedFiles&) = delete;
+
+private:
+    rlimit m_before{};
+    void (*m_handler)(int) = std::signal(SIGXFSZ, SIG_IGN);
+};
+
+TEST_F(Saving, NeedsNoRoomToPutTheOldBytesBack) {
+    const std::string old = "a=1\r\nb=" + std::string(6000, 'x') + "\r\n";
+    for (const char16_t unit : {u'2', u'\u0416'}) {
+        dir.write("t.lng", old);
+        std::filesystem::remove(dir.path() / "new.lng");
+        clsFileIniEx document;
+        document.AddString(u"", u"a", Text(5000, unit));
+        const LimitedFiles limited(4096);
+        EXPECT_FALSE(document.Save(dir.inside("t.lng")));
+        EXPECT_EQ(dir.read("t.lng"), old);
+        EXPECT_FALSE(document.Save(dir.inside("new.lng")));
+        EXPECT_FALSE(std::filesystem::exists(dir.path() / "new.lng")) << "half a file";
+    }
 }
 
 // Small alphabets make everything meet: heads, repeated keys, separators, every kind of line end.

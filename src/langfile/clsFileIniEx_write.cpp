@@ -1,6 +1,6 @@
 #include "file/FileBytes.h"
+#include "file/encodings.h"
 #include "file/ufu_files.h"
-#include "file/ufu_text.h"
 #include "langfile/clsFileIniEx.h"
 #include "langfile/clsFileIniEx_entries.h"
 #include "platform/base/codepages.h"
@@ -10,11 +10,10 @@
 bool clsFileIniEx::Save(TextView sFile, TextView sLineSep, bool bUpdate, bool bSaveEmptyKeyVal) {
     if (const TextView name = trimBlanks(sFile); !name.empty()) m_sFile = name;
     if (m_sFile.empty()) throw Failure(kOwnError, u"clsFileIniEx.Save", u"I need a file!");
-    if (!ufu_FileExist(m_sFile)) return pvSave(sLineSep, bSaveEmptyKeyVal);
 
     const FileBytes before(m_sFile);
     bool saved = false;
-    if (bUpdate) {
+    if (bUpdate && ufu_FileExist(m_sFile)) {
         clsFileIniEx onDisk;
         onDisk.AllowTabs(m_bAllowTabs);
         onDisk.CommentChar(m_sCommentChar);
@@ -80,7 +79,9 @@ std::optional<Bytes> clsFileIniEx::toAnsi(TextView sLineSep, bool bSaveEmptyKeyV
 }
 
 bool clsFileIniEx::pvSave(TextView sLineSep, bool bSaveEmptyKeyVal) const {
-    if (!m_bLoaded) return ufu_StringToTextFile(m_sFile, {}, ufeAnsi);
-    if (const auto bytes = toAnsi(sLineSep, bSaveEmptyKeyVal)) return writeFile(m_sFile, *bytes);
-    return ufu_StringToTextFile(m_sFile, toText(sLineSep, bSaveEmptyKeyVal), ufeUnicode);
+    if (!m_bLoaded) return writeOver(m_sFile, {});
+    if (const auto bytes = toAnsi(sLineSep, bSaveEmptyKeyVal)) return writeOver(m_sFile, *bytes);
+    const Text text = u'\uFEFF' + toText(sLineSep, bSaveEmptyKeyVal);
+    return writeOver(m_sFile, {reinterpret_cast<const std::uint8_t*>(text.data()),
+                               text.size() * sizeof(char16_t)});
 }
