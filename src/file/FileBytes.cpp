@@ -5,10 +5,13 @@
 #include "platform/base/files.h"
 #include "platform/base/memory.h"
 
-bool writeFile(TextView sFile, const Bytes& bytes) {
+#include <algorithm>
+
+bool writeFile(TextView sFile, std::span<const std::uint8_t> bytes) {
     clsUniFile file;
     file.UseCache(false);
-    return file.OpenFileWrite(sFile, true) && (bytes.empty() || file.WriteBytes(bytes));
+    return file.OpenFileWrite(sFile, true) &&
+           (bytes.empty() || file.writeBlock(bytes.data(), bytes.size()));
 }
 
 bool writeOver(TextView sFile, std::span<const std::uint8_t> bytes) {
@@ -28,15 +31,16 @@ FileBytes::FileBytes(TextView sFile) : m_sFile(sFile), m_there(ufu_FileExist(sFi
     if (!file.OpenFileRead(sFile, true)) return;
     const std::int64_t length = file.LOF();  // -1 when it is not to be had
     if (length < 0 || length > kMost) return;
-    m_bytes.reserve(static_cast<std::size_t>(length));
-    platform::adviseLargePages(m_bytes.data(), m_bytes.capacity());
-    m_bytes.resize(static_cast<std::size_t>(length));
-    m_read = m_bytes.empty() || file.ReadBytes(m_bytes);
+    m_count = static_cast<std::size_t>(length);
+    m_bytes = std::make_unique_for_overwrite<std::uint8_t[]>(m_count);
+    platform::adviseLargePages(m_bytes.get(), m_count);
+    m_read = m_count == 0 || file.readBlock(m_bytes.get(), m_count);
 }
 
 void FileBytes::putBack() const {
     if (!m_there && ufu_FileExist(m_sFile)) (void)ufu_RmFile(m_sFile);
     if (!m_read) return;
-    if (const FileBytes now(m_sFile); now.m_read && now.m_bytes == m_bytes) return;
-    (void)writeOver(m_sFile, m_bytes);
+    if (const FileBytes now(m_sFile); now.m_read && std::ranges::equal(now.bytes(), bytes()))
+        return;
+    (void)writeOver(m_sFile, bytes());
 }

@@ -2,11 +2,12 @@
 #pragma once
 #include "platform/base/text.h"
 
+#include <memory>
 #include <span>
 
 // Makes a file hold these bytes and nothing else, past the cache: the result is the disk's answer.
 // False when the file could not be opened or not all of it be written.
-[[nodiscard]] bool writeFile(TextView sFile, const Bytes& bytes);
+[[nodiscard]] bool writeFile(TextView sFile, std::span<const std::uint8_t> bytes);
 
 // The same over what stands in the file, which is cut behind the last byte only when all are there:
 // until then the file keeps its room, and a write that fails leaves the rest as it was.
@@ -27,8 +28,11 @@ public:
     void putBack() const;
 
 private:
+    [[nodiscard]] std::span<const std::uint8_t> bytes() const { return {m_bytes.get(), m_count}; }
+
     Text m_sFile;
-    Bytes m_bytes;
+    std::unique_ptr<std::uint8_t[]> m_bytes;
+    std::size_t m_count = 0;
     bool m_there;
     bool m_read = false;
 };

@@ -67,13 +67,13 @@ void clsFileIniEx::GetSectionRows(TextView sSecName, std::vector<TextView>& vRow
 
 TextView clsFileIniEx::GetSectionRowKey(const std::vector<TextView>& vRows, std::size_t idx) const {
     const TextView s = vRows.at(idx);
-    const std::size_t separator = s.find(m_cSeparator);
+    const std::size_t separator = firstUnit(s, m_cSeparator);
     return cleaned(separator != TextView::npos && separator > 0 ? s.substr(0, separator) : s);
 }
 
 TextView clsFileIniEx::GetSectionRowValue(const std::vector<TextView>& vRows,
                                           std::size_t idx) const {
     const TextView s = vRows.at(idx);
-    const std::size_t separator = s.find(m_cSeparator);
+    const std::size_t separator = firstUnit(s, m_cSeparator);
     return cleaned(separator != TextView::npos && separator > 0 ? s.substr(separator + 1) : s);
 }

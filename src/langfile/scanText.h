@@ -38,6 +38,16 @@ template <class Visit> void forEachUnit(TextView text, char16_t a, char16_t b, V
            std::memchr(text.data(), ascii, text.size() * sizeof(char16_t)) != nullptr;
 }
 
+// As text.find(unit).
+[[nodiscard]] inline std::size_t firstUnit(TextView text, char16_t unit) {
+    std::size_t found = TextView::npos;
+    forEachUnit(text, unit, unit, [&](std::size_t at) {
+        found = at;
+        return false;
+    });
+    return found;
+}
+
 // Whether `part`, which is not empty, occurs in text: quick where its first unit is rare.
 [[nodiscard]] inline bool containsText(TextView text, TextView part) {
     bool found = false;
