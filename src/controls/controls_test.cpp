@@ -133,6 +133,11 @@ PropertyBag otherValues(const PropertyTable<Props>& table, WindowProperties wind
 }
 
 template <class Control> void expectRoundTrip(WindowProperties window = {}) {
+    const auto& rows = Control::properties().rows();
+    for (auto row = rows.begin(); row != rows.end(); ++row) {
+        const auto same = [&](const auto& other) { return other.member == row->member; };
+        EXPECT_EQ(std::ranges::count_if(rows, same), 1) << toUtf8(row->sName);
+    }
     const PropertyBag stored = otherValues(Control::properties(), window);
     Control control;
     control.Name(u"Control1");
@@ -343,6 +348,9 @@ TEST_F(Controls, ADisabledFrameDisablesWhatIsInIt) {
     frame.Enabled(true);
     click(button);
     EXPECT_EQ(taken(), "Down1 Up1 Click ");
+    listen(frame);
+    twice(frame);
+    EXPECT_EQ(taken(), "Down1 Up1 Click DblClick Up1 ");
     frame.UserMode(false);
     frame.Enabled(false);
     EXPECT_FALSE(frame.Enabled());

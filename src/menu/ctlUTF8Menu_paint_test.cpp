@@ -251,6 +251,9 @@ TEST_F(MenuPainting, TheHandlerIsAskedOnceForEachItemWithItsCaptionAndPicture) {
         (void)calls(Popup, c.state);
         EXPECT_EQ(asked, "<&Item> 16x16 transparent" + c.told + '\n');
     }
+    asked.clear();
+    (void)calls(TextLine, ODS_SELECTED);
+    EXPECT_EQ(asked, "<[SEP]Text> 0x0 transparent\n") << "no selector is ever on it";
 }
 
 TEST_F(MenuPainting, OnWindows95TheSelectorOfTheBarIsNarrower) {
