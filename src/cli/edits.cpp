@@ -29,6 +29,8 @@ std::optional<Text> readLine(std::string_view bytes, Edit& edit) {
     if (edit.translation.find_first_of(u"\r\n") != Text::npos) {
         return u"the translation holds a line break";
     }
+    // The list of a later run would cut the text there, and a save would write what is left.
+    if (edit.translation.find(u'\t') != Text::npos) return u"the translation holds a tab";
     return std::nullopt;
 }
 

@@ -49,6 +49,7 @@ TEST(parseEdits, ReadsLinesUpToTheFirstThatIsNone) {
          "!1: the translation holds a line break"},
         {R"({"section":"S","key":"k","translation":"a\rb"})",
          "!1: the translation holds a line break"},
+        {R"({"section":"S","key":"k","translation":"a\tb"})", "!1: the translation holds a tab"},
         {"{\"section\":\"S\",\"key\":\"k\",\"translation\":\"\xE9\"}",
          "!1: this is no JSON object in UTF-8"},
         {"{\"section\":\"S\",\"key\":\"k\",\"translation\":\"\xED\xA0\x80\"}",

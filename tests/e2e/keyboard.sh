@@ -101,7 +101,7 @@ leaves Translation ctrl+v Return
 back
 kill "$owner"
 save dutch.lng
-as_edits Menu Open Ontsluiten Dialog Ok OK Dialog Cancel 'op = \"de\" klem\tbord'
+as_edits Menu Open Ontsluiten Dialog Ok OK Dialog Cancel 'op = \"de\" klem bord'
 
 # ---- The main window: Tab goes from the list to the boxes and buttons, Shift and Tab back to the check box.
 key Tab Tab Return

@@ -16,7 +16,7 @@ Text onOneLine(TextView s) {
     for (const char16_t unit : s) {
         const bool isBreak = unit == u'\r' || unit == u'\n';
         if (!isBreak) {
-            text += unit;
+            text += unit == u'\t' ? u' ' : unit;
         } else if (!inBreak) {
             text += u' ';
         }

@@ -139,7 +139,8 @@ TEST(confirmEdit, ChangesTheCellAndTheDirtyMark) {
         {"an empty text clears the cell and goes nowhere", false, u"x", u"", u"", u"", true},
         {"the default itself counts as a change", false, u"", u"Open", u"Open", u"Open", true},
         {"blanks are a text", false, u"", u"  ", u"  ", u"  ", true},
-        {"line breaks become blanks", false, u"", u"a\r\nb\n\nc\r", u"a b c ", u"a b c ", true},
+        {"breaks and tabs become blanks", false, u"", u"a\r\nb\n\n\tc\r", u"a b  c ", u"a b  c ",
+         true},
         {"a break that was there is no change", false, u"a\nb", u"a\nb", u"a\nb", u"", false},
         {"breaks that become the text as it was", false, u"a b", u"a\r\nb", u"a b", u"", false},
     };
