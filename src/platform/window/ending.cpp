@@ -4,6 +4,7 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <unistd.h>
@@ -36,6 +37,7 @@ struct EndWatch::Impl {
         if (f) std::exchange(f, {})();
     }
     void hear();
+    static void endWithoutDisplay();
 
     static inline Impl* alive = nullptr;
     std::function<void()> f;
@@ -47,9 +49,7 @@ struct EndWatch::Impl {
 EndWatch::Impl::Impl(std::function<void()> f_) : f(std::move(f_)) {
     alive = this;
     // The library ends the process by exit() when it finds the display gone.
-    static const bool registered = std::atexit([] {
-                                       if (alive != nullptr) alive->end();
-                                   }) == 0;
+    static const bool registered = std::atexit(endWithoutDisplay) == 0;
     (void)registered;
     if (::pipe2(pipe.data(), O_CLOEXEC | O_NONBLOCK) != 0) return;  // signals end it at once, then
     g_tell = pipe[1];
@@ -73,6 +73,14 @@ EndWatch::Impl::~Impl() {
     }
     ::close(pipe[0]);
     ::close(pipe[1]);
+}
+
+void EndWatch::Impl::endWithoutDisplay() {
+    if (alive == nullptr) return;
+    alive->end();
+    // What else lives to the end of the process are windows, which nobody can take down any more.
+    (void)std::fflush(nullptr);
+    ::_exit(EXIT_FAILURE);
 }
 
 void EndWatch::Impl::hear() {
