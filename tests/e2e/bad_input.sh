@@ -25,8 +25,7 @@ box() { for answer in "$@"; do question "$answer"; done; }
 # start_pair MAIN TRANSLATED: keys that come while a pair loads are lost.
 start_pair() {
     start "$@"
-    sleep 0.5
-    await "the end of the load" gone 'Please wait'
+    rest
     back
 }
 # refused ARGUMENT...: the program starts with a message; sets `program` and `main`.
@@ -212,9 +211,9 @@ for how in signal display; do
     start_pair main.lng dutch.lng
     key F3 Return
     comes Translation
-    sleep 0.2
+    rest
     type_text Anders
-    sleep 0.2
+    rest
     if [[ $how == signal ]]; then
         kill -TERM "$program"
         ends $((128 + 15))
