@@ -107,21 +107,6 @@ WindowOptions childOf(HWND parent, RECT place) {
     return options;
 }
 
-WindowOptions mainWindow(SIZE size) {
-    WindowOptions options;
-    options.kind = WindowKind::Main;
-    options.size = size;
-    return options;
-}
-
-WindowOptions childOf(HWND parent, RECT place) {
-    WindowOptions options;
-    options.parent = parent;
-    options.position = {place.left, place.top};
-    options.size = {place.right - place.left, place.bottom - place.top};
-    return options;
-}
-
 SIZE clientSize(HWND hWnd) {
     RECT rect;
     return GetClientRect(hWnd, rect) ? SIZE{rect.right, rect.bottom} : SIZE{-1, -1};
