@@ -147,7 +147,7 @@ TEST_F(HostTest, TheFocusIsLeftWhenItsWindowGoes) {
     taken();
     (void)other.Unload();
     settle();
-    EXPECT_EQ(taken(), "query 1\nunload\na exit\n");
+    EXPECT_EQ(taken(), "query 1\nunload\na destroy\na exit\n");
 }
 
 TEST_F(HostTest, EnterEscapeAndAltReachButtonsAndAccessKeys) {
