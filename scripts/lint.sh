@@ -12,7 +12,8 @@ changed() {
     if [[ $scope != --all ]] && command -v git >/dev/null && git rev-parse -q --verify HEAD >/dev/null 2>&1; then
         base=$(git merge-base HEAD origin/main 2>/dev/null || git merge-base HEAD main 2>/dev/null || true)
         if [[ -z $base || $base == "$(git rev-parse HEAD)" ]]; then
-            base=$(git rev-parse -q --verify 'HEAD~10' || true)
+            # A young or shallow history may be shorter than that: then all that it tells.
+            base=$(git rev-list --max-count=11 --first-parent HEAD | tail -n 1)
         fi
         if [[ -n $base ]]; then
             git diff --name-only --diff-filter=d "$base" -- src tests bench
