@@ -46,8 +46,8 @@ void EditField::showComposition(const QString& preedit, const QString& entered) 
     const int before = length();
     const bool changedBefore = m_changed;
     run([&] {
-        QInputMethodEvent plain(preedit,
-                                preedit.isEmpty() ? Attributes() : m_composition->attributes());
+        const bool shows = !preedit.isEmpty() && m_composition != nullptr;
+        QInputMethodEvent plain(preedit, shows ? m_composition->attributes() : Attributes());
         plain.setCommitString(entered);
         runNative(&plain, false);
         // To the library a text that is being composed is a change of the text.

@@ -679,7 +679,7 @@ TEST_P(EditOfEachKind, AsksItsParentForColoursAtEachPaint) {
     textColor = rgb(255, 0, 0);
     const auto pixel = [&](int x, int y) {
         const auto shown = picture();
-        return shown.pixels[static_cast<std::size_t>(y * shown.width + x)];
+        return shown.pixels[static_cast<std::size_t>(y) * shown.width + x];
     };
     InvalidateRect(edit);
     settle();
@@ -825,7 +825,7 @@ TEST_P(EditOfEachKind, AFieldFromRightToLeftBeginsAtTheRightWhateverItHolds) {
     set(u"abc \u05D0");
     settle();
     const auto shown = picture();
-    const auto ground = shown.pixels[static_cast<std::size_t>(12 * shown.width + 100)];
+    const auto ground = shown.pixels[std::size_t{12} * shown.width + 100];
     int left = 0, right = 0;
     for (std::size_t i = 0; i < shown.pixels.size(); ++i) {
         if (shown.pixels[i] == ground) continue;

@@ -37,7 +37,10 @@ public:
     ~LookedAt() {
         if (--g_lookedAt > 0) return;
         for (const QPointer<QWidget>& widget : std::exchange(g_toSync, {})) {
-            if (!widget.isNull()) QCoreApplication::postEvent(widget, new QEvent(syncEvent()));
+            if (widget.isNull()) continue;
+            // Without memory for it the process may end:
+            // NOLINTNEXTLINE(bugprone-unhandled-exception-at-new)
+            QCoreApplication::postEvent(widget, new QEvent(syncEvent()));
         }
     }
     LookedAt(const LookedAt&) = delete;
