@@ -1,7 +1,7 @@
 // The commands of the main window, which is there, off screen, and shows what changes. Two pairs:
 // one of 100,000 rows, a fifth of them without a translation and many with the same default text,
 // and the large one of make_pair, whose files are as long as files may be.
-#include "platform/window/application.h"
+#include "offScreen.h"
 #include "platform/window/testhooks.h"
 #include "workbench/frmMain.h"
 #include "workbench/logic/UpdateBracket.h"
@@ -43,13 +43,7 @@ void writeLarge(const fs::path& folder) {
 class Workbench {
 public:
     Workbench(const std::string& pair, const std::function<void(const fs::path&)>& writePair) {
-        static int argc = 1;
-        static char name[] = "workbench_bench";
-        static char* argv[] = {name, nullptr};
-        platform::ApplicationOptions options;
-        options.offScreen = true;
-        static const auto* application = new platform::Application(argc, argv, options);
-        benchmark::DoNotOptimize(application);
+        startOffScreen();
         folder = fs::temp_directory_path() / ("quillmere-workbench-bench-" + pair);
         fs::create_directories(folder);
         platform::test::setSettingsFolder(folder.string());
