@@ -117,10 +117,7 @@ namespace {
 
 int pixels(double twips, int resolutionIndex) {
     constexpr double kTwipsPerInch = 1440.0;
-    const HDC screen = platform::GetDC(0);
-    const int dots = platform::GetDeviceCaps(screen, resolutionIndex);
-    platform::ReleaseDC(0, screen);
-    const int dotsPerInch = dots > 0 ? dots : 96;  // with no context to ask
+    const int dotsPerInch = platform::screenDotsPerInch(resolutionIndex);
     return gfx::roundHalfEven(std::clamp(twips * dotsPerInch / kTwipsPerInch, -1e9, 1e9));
 }
 

@@ -3,6 +3,7 @@
 #include "file/pvWindowsVersion.h"
 #include "platform/base/codepages.h"
 #include "platform/base/failure.h"
+#include "platform/window/screen.h"
 #include "platform/window/surface.h"
 #include "platform/window/window.h"
 
@@ -52,13 +53,6 @@ OPENFILENAMEW fileRecord(HWND hwndParent, TextView sFilter, TextView sTitle, std
 Text nameIn(TextView buffer) {
     buffer.remove_prefix(std::min(buffer.find_first_not_of(u' '), buffer.size()));
     return upToNul(buffer);
-}
-
-std::int32_t logPixels() {
-    const HDC screen = GetDC(0);
-    const int pixels = GetDeviceCaps(screen, LOGPIXELSY);
-    ReleaseDC(0, screen);
-    return pixels;
 }
 
 bool isBlank(TextView s) { return s.find_first_not_of(u' ') == TextView::npos; }
@@ -191,7 +185,7 @@ bool ShowFontEx(ChosenFont& CurFont, FontDialogOptions& options) {
     }
     LOGFONTA& font = record.lpLogFont;
     (void)setFaceName(font, CurFont.Name);  // else it stays empty
-    const auto dpi = static_cast<float>(logPixels());
+    const auto dpi = static_cast<float>(screenDotsPerInch(LOGPIXELSY));
     font.lfHeight = -static_cast<std::int32_t>(std::lrintf(CurFont.Size * dpi / kPointsPerInch));
     font.lfWeight = CurFont.Weight;
     font.lfItalic = CurFont.Italic ? 1 : 0;

@@ -1,6 +1,7 @@
 // What stands on the main window, and where.
 #include "gfx/modCtlCommon_ctl_faces.h"
 #include "gfx/modCtlCommon_ctl_text.h"
+#include "platform/window/screen.h"
 #include "platform/window/surface.h"
 #include "win/modCommDialogs.h"
 #include "workbench/frmMain.h"
@@ -120,7 +121,7 @@ void makeRoom(const HostWindow& frame, ctlUniLabel& label) {
     };
     constexpr double kSmallest = 6;  // points
     const int most = frame.ScaleHeight() - 2 * kFrameEdge;
-    const double pixel = 72.0 / platform::GetDeviceCaps(label.hDC(), platform::LOGPIXELSY);
+    const double pixel = 72.0 / platform::screenDotsPerInch(platform::LOGPIXELSY);
     StdFont font = label.Font();
     while (textHeight() > most && font.Size > kSmallest) {
         font.Size -= pixel;

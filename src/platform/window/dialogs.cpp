@@ -1,6 +1,7 @@
 // Message box, colours and fonts. The dialogs for files and folders are in filedialog.cpp.
 #include "platform/window/dialogs.h"
 
+#include "platform/window/screen.h"
 #include "platform/window/surface.h"
 #include "platform/window/testhooks_internal.h"
 #include "platform/window/text_face.h"
@@ -160,13 +161,6 @@ bool ChooseColorA(CHOOSECOLORA& record) {
 
 namespace {
 
-int screenDpi() {
-    const HDC screen = GetDC(0);
-    const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
-    ReleaseDC(0, screen);
-    return dpi == 0 ? 96 : dpi;
-}
-
 // How a font record looks in the dialog. What stands for the wished face shows under its own name.
 QFont shownFont(const LOGFONTA& wish, int dpi) {
     const HFONT hFont = CreateFontIndirectA(wish);
@@ -236,7 +230,7 @@ private:
 
 bool ChooseFontA(CHOOSEFONTA& record) {
     if ((record.Flags & CF_LIMITSIZE) != 0 && record.nSizeMax < record.nSizeMin) return false;
-    const int dpi = screenDpi();
+    const int dpi = screenDotsPerInch(LOGPIXELSY);
     LOGFONTA& chosen = record.lpLogFont;
     if (test::DialogScript* script = dialogScript()) {
         const auto answer = script->next(

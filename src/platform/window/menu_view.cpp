@@ -61,12 +61,7 @@ MenuView* viewOf(QWidget* widget) { return dynamic_cast<MenuView*>(widget); }
 QColor systemColor(int index) { return qtColor(GetSysColor(index)); }
 
 // What the platform adds to the width of an owner-drawn item: room for a check mark.
-int checkMarkWidth() {
-    const HDC screen = GetDC(0);
-    const int width = MulDiv(12, GetDeviceCaps(screen, LOGPIXELSX), 96);
-    ReleaseDC(0, screen);
-    return width;
-}
+int checkMarkWidth() { return MulDiv(12, screenDotsPerInch(LOGPIXELSX), 96); }
 
 class MenuStyle final : public QProxyStyle {
 public:

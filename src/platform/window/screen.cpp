@@ -342,6 +342,13 @@ std::vector<COLORREF> systemColorsOf(const QPalette& palette) {
     return colors;
 }
 
+int screenDotsPerInch(int index) {
+    const HDC screen = GetDC(0);
+    const int dots = GetDeviceCaps(screen, index);
+    ReleaseDC(0, screen);
+    return dots > 0 ? dots : 96;
+}
+
 bool takeDesktopLook() {
     static std::vector<COLORREF> s_taken;
     if (const std::vector<Screen> all = screens(); !all.empty()) {

@@ -12,6 +12,10 @@ namespace platform {
 // and buttons come from the desktop's style.
 [[nodiscard]] int GetSystemMetrics(int index);
 
+// The main screen's dots per inch, in the direction of LOGPIXELSX or LOGPIXELSY; 96 where no
+// context is left to ask.
+[[nodiscard]] int screenDotsPerInch(int index);
+
 constexpr std::uint32_t SPI_GETNONCLIENTMETRICS = 41;
 constexpr std::uint32_t SPI_GETWORKAREA = 48;
 constexpr std::uint32_t SPI_GETFLATMENU = 0x1022;
