@@ -23,9 +23,8 @@ constexpr TextView kRows[] = {
     u"Messages\tWait\tPlease wait\t\u4e2d\u6587",
     u"Messages\tDone\tDone\tDone",
     (u"Messages\tTerms\tThis text is longer than the cell that it lies in, and wraps when cells "
-     u"may "
-     u"have several lines.\tDieser Text ist l\u00e4nger als seine Zelle und bricht um, wenn Zellen "
-     u"mehrere Zeilen haben d\u00fcrfen."),
+     u"may have several lines.\tDieser Text ist l\u00e4nger als seine Zelle und bricht um, wenn "
+     u"Zellen mehrere Zeilen haben d\u00fcrfen."),
     u"Tips\tSearch\tGoes to the next row with that text\t",
 };
 constexpr std::int32_t kFirstRows = 30;
@@ -157,7 +156,7 @@ void drawGrid(HDC hDC, const RECT& area) {
 }
 
 std::unique_ptr<LivePage> openGrid(const PageHost& host) {
-    return std::make_unique<GridPage>(std::move(host));
+    return std::make_unique<GridPage>(host);
 }
 
 }  // namespace gallery

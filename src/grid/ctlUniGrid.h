@@ -75,12 +75,11 @@ public:
     void HeaderBackColor(Color l) { set(m_props.HeaderBackColor, l); }
     [[nodiscard]] Color HeaderForeColor() const { return m_props.HeaderForeColor; }
     void HeaderForeColor(Color l) { set(m_props.HeaderForeColor, l); }
-    // Styles of DrawButtonFace, -1 for that of the application. Redraw.
+    // Styles of DrawButtonFace, -1 for that of the application; the selector stands on the current
+    // row. Redraw.
     [[nodiscard]] std::int32_t HeaderStyle() const { return m_props.HeaderStyle; }
     void HeaderStyle(std::int32_t l) { set(m_props.HeaderStyle, l); }
-    [[nodiscard]] std::int32_t SelectorStyle() const {
-        return m_props.SelectorStyle;
-    }  // current row
+    [[nodiscard]] std::int32_t SelectorStyle() const { return m_props.SelectorStyle; }
     void SelectorStyle(std::int32_t l) { set(m_props.SelectorStyle, l); }
 
     [[nodiscard]] const Text& Tip() const { return m_props.Tip; }

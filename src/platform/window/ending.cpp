@@ -71,6 +71,7 @@ EndWatch::Impl::~Impl() {
     for (std::size_t i = 0; i < kSignals.size(); ++i) {
         ::sigaction(kSignals[i], &before[i], nullptr);
     }
+    notifier.reset();  // ahead of what it watches
     ::close(pipe[0]);
     ::close(pipe[1]);
 }

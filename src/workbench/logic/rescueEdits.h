@@ -9,10 +9,9 @@ struct OpenEdit {
 };
 
 // The rows that have changed since the list was loaded, and the open edit, as edits for
-// `quillmere-cli apply`: one
-// {"section":"","key":"","translation":""} a line, in UTF-8. Applied to the files as they were
-// loaded, they give the list as it is. Translations that were cleared come last: another edit's
-// duplicates would fill them again.
+// `quillmere-cli apply`: one {"section":"","key":"","translation":""} a line, in UTF-8. Applied to
+// the files as they were loaded, they give the list as it is. Translations that were cleared come
+// last: another edit's duplicates would fill them again.
 [[nodiscard]] std::string changedAsEdits(const PairList& list,
                                          const std::optional<OpenEdit>& open = {});
 
