@@ -1,9 +1,9 @@
 #include "file/encodings.h"
 
-#include "file/pvWindowsVersion.h"
 #include "file/simpleDecoder_test.h"
 #include "platform/base/codepages.h"
 #include "platform/base/testhooks.h"
+#include "support/PlatformVersion.h"
 
 #include <cstring>
 #include <gtest/gtest.h>
@@ -124,9 +124,6 @@ TEST(encodings, ATextIsAnsiByItsHighBytesOnThe1252PageOnly) {
     platform::setAnsiCodePage(1251);
     EXPECT_FALSE(IsAnsiText(u"a"));
 
-    platform::test::setVersion(platform::OSVERSIONINFOA{4, 0, platform::VER_PLATFORM_WIN32_NT});
-    forgetWindowsVersion();
+    const test::PlatformVersion old({4, 0, platform::VER_PLATFORM_WIN32_NT});
     EXPECT_TRUE(IsAnsiText(u"\u0416"));
-    platform::test::setVersion({});
-    forgetWindowsVersion();
 }

@@ -1,10 +1,10 @@
 #include "file/ufu_files.h"
 
 #include "file/clsUniFile.h"
-#include "file/pvWindowsVersion.h"
 #include "platform/base/files.h"
 #include "platform/base/paths.h"
 #include "platform/base/testhooks.h"
+#include "support/PlatformVersion.h"
 #include "support/Process.h"
 #include "support/TempDir.h"
 #include "support/raised.h"
@@ -25,7 +25,6 @@ void protect(const fs::path& path) {
 class ufu_files : public ::testing::Test {
 protected:
     ~ufu_files() override {
-        forgetWindowsVersion();
         EXPECT_EQ(platform::test::openFileHandles() + platform::test::openFindHandles(), 0U);
     }
     // source/{d/{e/, f=F}, ro=R (read-only), x=X}
@@ -181,8 +180,7 @@ TEST_F(ufu_files, FilesCopyAndMoveByTheirFlags) {
     EXPECT_EQ(dir.tree(), "b=A2 c=A");
 
     // An old platform deletes the target first, whatever the flags.
-    platform::test::setVersion(platform::OSVERSIONINFOA{4, 10, 1});
-    forgetWindowsVersion();
+    const test::PlatformVersion old({4, 10, 1});
     protect(dir.path() / "c");
     EXPECT_TRUE(ufu_MoveFile(b, c));
     EXPECT_EQ(dir.tree(), "c=A2");

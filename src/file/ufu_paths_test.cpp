@@ -2,25 +2,14 @@
 
 #include "file/pvWindowsVersion.h"
 #include "platform/base/testhooks.h"
+#include "support/PlatformVersion.h"
 #include "support/raised.h"
 
 #include <gtest/gtest.h>
 
 using platform::OSVERSIONINFOA;
+using test::PlatformVersion;
 using test::raised;
-
-namespace {
-
-struct VersionScope {  // a version for one test, and the real one again behind it
-    platform::test::HookScope hooks;
-    explicit VersionScope(OSVERSIONINFOA version) {
-        platform::test::setVersion(version);
-        forgetWindowsVersion();
-    }
-    ~VersionScope() { forgetWindowsVersion(); }
-};
-
-}  // namespace
 
 TEST(ufu_paths, PathsFallIntoDirectoryNameAndExtension) {
     const struct {
@@ -119,13 +108,13 @@ TEST(ufu_paths, LinksBecomeLocalPaths) {
 }
 
 TEST(ufu_paths, TheLongPathPrefixGoesBeforePathsWithoutAServer) {
-    const VersionScope current({10, 0, platform::VER_PLATFORM_WIN32_NT});
+    const PlatformVersion current({10, 0, platform::VER_PLATFORM_WIN32_NT});
     EXPECT_EQ(ufu_ExtendedPath(u"C:\\a"), u"\\\\?\\C:\\a");
     EXPECT_EQ(ufu_ExtendedPath(u"\\a"), u"\\\\?\\\\a");
     EXPECT_EQ(ufu_ExtendedPath(u"\\\\?\\C:\\a"), u"\\\\?\\C:\\a");
     EXPECT_EQ(ufu_ExtendedPath(u"\\\\s\\a"), u"\\\\s\\a");
 
-    const VersionScope old({3, 51, platform::VER_PLATFORM_WIN32_NT});
+    const PlatformVersion old({3, 51, platform::VER_PLATFORM_WIN32_NT});
     EXPECT_EQ(ufu_ExtendedPath(u"C:\\a"), u"C:\\a");
 }
 
@@ -140,13 +129,12 @@ TEST(pvWindowsVersion, TellsFamiliesApart) {
         {{5, 3, 2}, 0},  {{6, 0, 2}, 11}, {{10, 0, 2}, 11}, {{6, 0, 9}, 0},
     };
     for (const auto& c : cases) {
-        const VersionScope scope(c.version);
+        const PlatformVersion scope(c.version);
         EXPECT_EQ(pvWindowsVersion(), c.code)
             << c.version.dwPlatformId << ' ' << c.version.dwMajorVersion;
     }
-    forgetWindowsVersion();
     EXPECT_EQ(pvWindowsVersion(), 11) << "the platform is a current one";
-    const VersionScope scope({10, 0, 2});
+    const PlatformVersion scope({10, 0, 2});
     platform::test::failVersionQuery(true);
     EXPECT_EQ(pvWindowsVersion(), 0);
     platform::test::failVersionQuery(false);

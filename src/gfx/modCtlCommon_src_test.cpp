@@ -1,4 +1,3 @@
-#include "file/pvWindowsVersion.h"
 #include "gfx/modCtlCommon_src_errors.h"
 #include "gfx/modCtlCommon_src_helpers.h"
 #include "platform/base/codepages.h"
@@ -7,6 +6,7 @@
 #include "platform/window/dialogs.h"
 #include "platform/window/input.h"
 #include "platform/window/testhooks.h"
+#include "support/PlatformVersion.h"
 
 #include <filesystem>
 #include <fstream>
@@ -63,16 +63,10 @@ TEST(Cursors, HaveTheIdsOfThePlatform) {
 }
 
 TEST(Version, IsLateFromNT5On) {
-    const platform::test::HookScope scope;
     for (const std::uint32_t major : {4U, 5U, 10U}) {
-        platform::OSVERSIONINFOA version;
-        version.dwPlatformId = 2;
-        version.dwMajorVersion = major;
-        platform::test::setVersion(version);
-        forgetWindowsVersion();
+        const test::PlatformVersion version({major, 0, platform::VER_PLATFORM_WIN32_NT});
         EXPECT_EQ(IsNT5OrLater(), major >= 5) << major;
     }
-    forgetWindowsVersion();
 }
 
 TEST(Shell, IsAskedWithTheVerbOfTheNumber) {
