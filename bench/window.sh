@@ -83,16 +83,12 @@ switches() { # into `count`: how often a thread has gone to sleep, and so was wo
 
 # ---- The program
 
-# visible TITLE: sets `found` to the window with exactly that title, when there is one.
-visible() { found=$(xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | head -n 1) && [[ -n $found ]]; }
-gone() { ! visible "$1"; }
-comes() { await "the window \"$1\"" visible "$1"; await "the focus of \"$1\"" has_focus "$found"; }
 # keys KEY...: each when the program has done with the one before.
 keys() {
     local key
     for key in "$@"; do xdotool key "$key"; rest; done
 }
-ends() {
+end_program() {
     kill "$program"
     wait "$program" 2>/dev/null || true
 }
@@ -119,7 +115,7 @@ rows_of() { tr -d '\r' <"$1/main.lng" | grep -c '^[^;[][^=]*='; }
 round() {
     local folder=$work/pair before
     started start
-    ends
+    end_program
 
     rm -rf "$folder"
     mkdir "$folder"
@@ -146,7 +142,7 @@ round() {
     xdotool type --delay 5 nowhere
     measured search Return
     comes Attention
-    ends
+    end_program
 
     started same "$folder/main.lng" "$folder/same.lng"
     measured "next of none" F3
@@ -157,11 +153,11 @@ round() {
         switches
         idle=$((count - idle))
     fi
-    ends
+    end_program
 
     cp "$dense"/{main,trans}.lng "$folder"
     started dense "$folder/main.lng" "$folder/trans.lng"
-    ends
+    end_program
 }
 
 idle=-1

@@ -64,6 +64,14 @@ start_program() {
     started+=("$program")
 }
 ended() { ! kill -0 "$program" 2>/dev/null; }
+# ends STATUS: waits for the end of the program, with that status.
+ends() {
+    local status=0
+    await "the end of the program" ended
+    wait "$program" || status=$?
+    ((status == $1)) || { cat "$work/errors" >&2; fail "the program ended with $status"; }
+}
+no_errors() { [[ ! -s $work/errors ]] || { cat "$work/errors" >&2; fail "the program wrote errors"; }; }
 
 # bring_to_front TITLE: waits for the window with a title that matches; sets `window`.
 bring_to_front() {
@@ -73,6 +81,8 @@ bring_to_front() {
 # visible TITLE: sets `found` to the window with exactly that title, when there is one.
 visible() { found=$(xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | head -n 1) && [[ -n $found ]]; }
 gone() { ! visible "$1"; }
+# windows COUNT: so many windows of the program show, the main one included.
+windows() { [[ $(xdotool search --onlyvisible --pid "$program" 2>/dev/null | wc -l) == "$1" ]]; }
 closed() { ! xdotool search --onlyvisible --name . 2>/dev/null | grep -qx "$1"; }  # by its id
 # comes TITLE: waits for a window and its focus; sets `found`.
 comes() {
@@ -94,14 +104,6 @@ place() {
     [[ $line =~ ^at\ ([0-9]+),([0-9]+) ]]
     # shellcheck disable=SC2034  # for who calls
     x=${BASH_REMATCH[1]} y=${BASH_REMATCH[2]}
-}
-# press KEY...: the keys, each when the one before has been handled by the program.
-press() {
-    local key
-    for key in "$@"; do
-        xdotool key "$key"
-        sleep 0.05
-    done
 }
 key() { xdotool key --delay 30 "$@"; }
 type_text() { xdotool type --delay 15 -- "$1"; }

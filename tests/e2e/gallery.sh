@@ -13,23 +13,19 @@ touch english.lng dutch.lng
 
 start_program "$1" --log
 
-said() { grep -qxF -- "$1" "$work/log"; }
 # said_times COUNT LINE
 said_times() { (($(grep -cxF -- "$2" "$work/log") >= $1)); }
 click() {
     place "$1"
     xdotool mousemove --window "$window" "$x" "$y" click 1
 }
-# visible TITLE: sets `found` to the window whose title begins so, when there is one.
-visible() { found=$(xdotool search --onlyvisible --name "^$1" 2>/dev/null | head -n 1) && [[ -n $found ]]; }
-gone() { ! visible "$1"; }
 
-await "the first page" said "page Button faces on light"
+await "the first page" heard "page Button faces on light"
 await "the window" visible "Button faces on light - Quillmere gallery"
 window=$found
 await "the focus" has_focus "$window"
 click "Dialogs"
-await "the page of the dialogs" said "page Dialogs"
+await "the page of the dialogs" heard "page Dialogs"
 await "its title" visible "Dialogs - Quillmere gallery"
 click "Open a file\.\.\."
 await "the dialog" visible "Open a file"
@@ -40,11 +36,11 @@ case $2 in
     pick)
         xdotool type --delay 30 dutch.lng
         xdotool key Return
-        await "the name that was typed" said "$answer $work/files/dutch.lng"
+        await "the name that was typed" heard "$answer $work/files/dutch.lng"
         ;;
     cancel)
         xdotool key Escape
-        await "the first answer" said "$answer cancelled"
+        await "the first answer" heard "$answer cancelled"
         await "the end of the dialog" gone "Open a file"
         await "the focus of the window" has_focus "$window"
         xdotool key space # the button has the focus again
@@ -59,11 +55,8 @@ await "the end of the dialog" gone "Open a file"
 
 await "the focus of the window" has_focus "$window"
 click "Desktop"
-await "another page" said "page Desktop"
+await "another page" heard "page Desktop"
 xdotool key alt+F4
-await "the end" ended
-wait "$program" && status=0 || status=$?
-[[ $status == 0 && ! -s $work/errors ]] || cat "$work/errors" >&2
-[[ $status == 0 ]] || fail "the program ended with $status"
-[[ ! -s $work/errors ]] || fail "the program wrote errors"
+ends 0
+no_errors
 echo "OK"

@@ -91,9 +91,7 @@ sleep 0.3
 click 100 50
 is "a row of several lines" '^row [12] selected 1 '
 
-closed() { ! kill -0 "$program" 2>/dev/null; }
 xdotool key alt+F4
-await "the end" closed
-wait "$program" || fail "the program ended with $?"
-[[ ! -s $work/errors ]] || { cat "$work/errors" >&2; fail "the program wrote errors"; }
+ends 0
+no_errors
 echo "OK"

@@ -196,7 +196,7 @@ pick h Down
 leaves 'About Quillmere' Return
 back
 pick f Up # Exit
-await "the end of the program" ended
+ends 0
 grep -q 'EmptyTrans=1' "$XDG_CONFIG_HOME/Quillmere/settings.ini" || fail "the check box was not kept"
-[[ ! -s $work/errors ]] || { cat "$work/errors" >&2; fail "the program complained"; }
+no_errors
 echo "OK"

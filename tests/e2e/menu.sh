@@ -13,69 +13,67 @@ await "the focus" grep -q '^child has the focus' "$work/log"
 # on CAPTION: the selector is there now.
 on() { [[ $(since | grep '^on ' | tail -n 1) == "on $1" ]]; }
 at() { xdotool mousemove --window "$window" "$1" "$2"; }
-# windows COUNT: so many windows of the program show, the main one included.
-windows() { [[ $(xdotool search --onlyvisible --pid "$program" 2>/dev/null | wc -l) == "$1" ]]; }
 
 await "the client area below the bar" has_color 30 65 '#0000FF'
 
 step
-press alt+f
+key alt+f
 await "the File menu by Alt and its letter" on '&Open'
-press Down
+key Down
 await "the next item, past the separator" on '&Save'
-press Down Up Up
+key Down Up Up
 await "back to the first item" on '&Open'
-press Escape Escape
+key Escape Escape
 await "the end of the popup" windows 1
 
 step
-press alt+f s
+key alt+f s
 await "an item by its letter" heard 'command 12'
 await "the end of the popup" windows 1
 
 step
-press ctrl+s
+key ctrl+s
 await "the key of an item" heard 'command 12'
 step
-press F3
+key F3
 await "a function key" heard 'command 20'
 step
-press x
+key x
 await "other keys go to the focus" heard 'child types 120'
 
 step
 at 12 8
 xdotool click 1
 await "the File menu by the mouse" windows 2
-press Right
+key Right
 await "the next menu by an arrow" on '&Find'
-press Left
+key Left
 await "and back" on '&Open'
-press Up
+key Up
 await "up to the last item" on 'E&xit'
-press Up Right
+key Up Right
 await "a submenu" windows 3
-press Down Return
+key Down Return
 await "an item of the submenu" heard 'command 24'
 await "the end of both popups" windows 1
 
 # Alt alone takes the keys to the bar, and gives them back.
 step
-press Alt_L
-press Right Down
+key Alt_L
+key Right Down
 await "a menu by Alt and arrows" on '&Find'
-press Escape Escape
-press y
+key Escape Escape
+key y
 await "the keys are back" heard 'child types 121'
 heard 'child loses the focus' && fail "the focus left the child for the menu"
 
 # F10 does the same, and ends all that is open.
 step
-press F10 Right Down
+key F10 Right Down
 await "a menu by F10 and arrows" on '&Find'
-press F10
+key F10
 await "its end" windows 1
-press z
+key z
 await "the keys are back from F10" heard 'child types 122'
 heard 'child loses the focus' && fail "the focus left the child for F10"
 
@@ -94,22 +92,20 @@ at 200 150
 xdotool click 3
 await "the menu at the mouse" heard 'menu at the mouse'
 await "its window" windows 2
-press f
+key f
 await "a pick of that menu" heard 'picked 20'
 step
 xdotool click 3
 await "that menu again" windows 2
-press Escape
+key Escape
 await "no pick" heard 'picked 0'
 
 step
 at 30 65
 xdotool click 1
 await "a press" heard 'child pressed at 10,15'
-press alt+f x
-await "the end" ended
-wait "$program" && status=0 || status=$?
-[[ $status == 3 ]] || { cat "$work/errors" >&2; fail "the program ended with $status"; }
+key alt+f x
+ends 3
 heard 'command 13' || fail "Exit was not picked"
 if grep -qv 'This plugin does not support' "$work/errors"; then
     cat "$work/errors" >&2

@@ -109,10 +109,7 @@ xdotool windowsize "$window" 400 250
 says "another size" 'main: WM_SIZE 0 400,250'
 await "the picture in that size" has_color 395 245 '#C8E6C8'
 xdotool key alt+F4
-await "the end" ended
-wait "$program" && status=0 || status=$?
-[[ $status == 3 ]] || cat "$work/errors" >&2
-[[ $status == 3 ]] || fail "the program ended with $status, not with the code of PostQuitMessage"
+ends 3 # the code of PostQuitMessage
 grep -q '^main: WM_CLOSE$' "$work/log" || fail "the close box said nothing"
-[[ ! -s $work/errors ]] || { cat "$work/errors" >&2; fail "the program wrote errors"; }
+no_errors
 echo "OK"

@@ -62,13 +62,14 @@ question() {
     await "the end of the box" closed "$found"
 }
 is_saved() { [[ $(stat -c %y%s%i "$1") != "$2" ]]; }
-# save FILE: by the key.
+# save FILE: by the key, to the end of the work: a file that has begun to change need not be whole yet.
 save() {
     local before
     before=$(stat -c %y%s%i "$1")
     key ctrl+s
     await "the save" is_saved "$1" "$before"
     back
+    rest # the pair loads again
 }
 # stop_at_waiting_window: a large pair, large.lng and empty.lng, is loaded, and the program held as soon as its waiting
 # window is up; sets `program`, and `found` to the window.

@@ -88,7 +88,7 @@ key alt+F4
 comes Attention
 picture "$found" question
 key alt+n
-await "the end of the program" ended
+ends 0
 [[ $(sha256sum <dutch.lng) == "$saved" ]] || fail "No at the question saved all the same"
 
 start english.lng dutch.lng
@@ -98,7 +98,7 @@ picture "$main" main
 edit 'Nu bewaard'
 key alt+F4
 question alt+y
-await "the end of the program" ended
+ends 0
 grep -q 'Nu bewaard' dutch.lng || fail "Yes at the question did not save"
 
 # ---- What cannot be saved is kept as edits.
@@ -111,7 +111,7 @@ key alt+F4
 question alt+y
 question Return # it cannot be saved
 question Return # where it is now
-await "the end of the program" ended
+ends 0
 chmod 644 dutch.lng
 kept=("$XDG_STATE_HOME"/quillmere/dutch-*.jsonl)
 "$cli" apply english.lng dutch.lng "${kept[0]}"
@@ -148,7 +148,7 @@ await "the end of the About window" gone "About Quillmere"
 back
 key alt+F4
 question alt+n
-await "the end of the program" ended
+ends 0
 
 # ---- The mouse, and the settings of the last time: the widths of two columns, and the check box.
 # edges: of the columns on the screen, from the first row of pixels that holds nothing but the lines between them;
@@ -193,7 +193,7 @@ drag "$default_edge" 70
 read -r _ dragged < <(edges)
 key shift+Tab space # the check box
 key alt+F4
-await "the end of the program" ended
+ends 0
 start english.lng dutch.lng
 rest
 xdotool windowsize --sync "$main" 1000 700
@@ -208,6 +208,6 @@ edit Ook
 save dutch.lng
 grep -q '^[^;=]*=.\?$' dutch.lng || fail "after a new start empty translations are not saved"
 key alt+F4
-await "the end of the program" ended
-[[ ! -s $work/errors ]] || { cat "$work/errors" >&2; fail "the program complained"; }
+ends 0
+no_errors
 echo "OK"
