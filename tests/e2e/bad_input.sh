@@ -25,7 +25,6 @@ box() { for answer in "$@"; do question "$answer"; done; }
 # start_pair MAIN TRANSLATED: keys that come while a pair loads are lost.
 start_pair() {
     start "$@"
-    rest
     back
 }
 # refused ARGUMENT...: the program starts with a message; sets `program` and `main`.

@@ -171,7 +171,6 @@ edit Best
 pick t Down Down Down # the filter; it loads anew
 question alt+y
 back
-rest
 go_to 6
 go_to 7 # it is not shown
 edit Toe

@@ -83,7 +83,6 @@ saves() {
     before=$(stat -c %y%i "${pair[1]}")
     key ctrl+s
     back
-    rest
     [[ $(stat -c %y%i "${pair[1]}") == "$before" ]] || fail "$1: a second save wrote the file again"
     "$cli" apply "${expected[@]}" "$work/edits"
     : >"$work/edits"
@@ -101,7 +100,6 @@ key alt+f
 rest
 key Down Return
 open_file "${pair[1]}"
-rest # the pair loads
 "$cli" fill "${expected[@]}" >"$work/filled"
 "$cli" fill "${scout[@]}" >/dev/null
 if cmp -s "${given[1]}" "${expected[1]}"; then
@@ -183,7 +181,6 @@ picture "$found" translation
 key Escape
 await "the end of the editor" gone Translation
 back
-rest
 import -silent -window "$main" "$work/before.png"
 picture "$main" list
 key alt+F4

@@ -20,7 +20,12 @@ rests() {
     after=$(cut -d ' ' -f 3,14,15 "/proc/$program/stat")
     [[ $before == 'S '* && $before == "$after" ]]
 }
-back() { await "the main window's focus" has_focus "$main"; }
+# back: in the main window. It has the focus ahead of the end of the command that had opened another one, and what comes
+# in between may be lost: a menu that opens is closed again.
+back() {
+    await "the main window's focus" has_focus "$main"
+    rest
+}
 # open_file NAME: in the dialog that is coming up.
 open_file() {
     comes "Open File"
@@ -68,8 +73,7 @@ save() {
     before=$(stat -c %y%s%i "$1")
     key ctrl+s
     await "the save" is_saved "$1" "$before"
-    back
-    rest # the pair loads again
+    back # the pair has been loaded again
 }
 # stop_at_waiting_window: a large pair, large.lng and empty.lng, is loaded, and the program held as soon as its waiting
 # window is up; sets `program`, and `found` to the window.

@@ -25,7 +25,6 @@ key alt+f
 rest
 key Down Return
 open_file "$work/files/dutch.lng"
-rest # the pair loads and its duplicates are filled
 
 # ---- Save what was filled; then F3, Enter, type, Enter, and save again: as the command line program does it.
 mkdir "$work/expected"
