@@ -2,8 +2,8 @@
 #include "host/Form.h"
 #include "host/tipService.h"
 #include "platform/base/failure.h"
-#include "platform/window/application.h"
 #include "platform/window/testhooks.h"
+#include "support/window/Failures.h"
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -211,14 +211,7 @@ TEST_F(HostTest, HandlersMayEndTheControlMoveTheFocusAndRaise) {
     a.SetFocus();
     EXPECT_EQ(taken(), "a enter\na exit\nb enter\n");
 
-    std::string failure;
-    platform::setFailureHandler([&](const std::exception_ptr& raised) {
-        try {
-            std::rethrow_exception(raised);
-        } catch (const Failure& known) {
-            failure = toUtf8(known.message);
-        }
-    });
+    test::Failures failures;
     a.on = [&](const std::string& what) {
         if (what == "exit") throw Failure(kOwnError, u"test", u"refused");
     };
@@ -226,8 +219,7 @@ TEST_F(HostTest, HandlersMayEndTheControlMoveTheFocusAndRaise) {
     a.SetFocus();
     taken();
     b.SetFocus();
-    platform::setFailureHandler(nullptr);
-    EXPECT_EQ(failure, "refused");
+    EXPECT_EQ(failures.take(), "refused\n");
     EXPECT_EQ(taken(), "a exit\nb enter\n") << "the others hear of the move all the same";
     a.on = [](const std::string&) { throw Failure(kOwnError, u"test", u"refused"); };
     EXPECT_THROW(a.destroy(), Failure);

@@ -1,7 +1,7 @@
 #include "platform/base/testhooks.h"
-#include "platform/window/application.h"
 #include "platform/window/testhooks.h"
 #include "support/raised.h"
+#include "support/window/Failures.h"
 #include "win/CTimer.h"
 #include "win/MTimer.h"
 #include "win/cUniTimer.h"
@@ -121,12 +121,10 @@ TEST_F(WinTimers, MayEndOrChangeInItsOwnEventAndSurvivesAFailureThere) {
         };
     };
     timer.Interval(10);
-    std::string failed;
-    platform::setFailureHandler([&](const std::exception_ptr&) { failed += "failed "; });
+    test::Failures failures;
     advanceTimers(500);
-    platform::setFailureHandler(nullptr);
     EXPECT_EQ(fired, "10 last ");
-    EXPECT_EQ(failed, "failed ");
+    EXPECT_EQ(failures.take(), "no\n");
     EXPECT_EQ(timer.Interval(), 0);
 }
 
