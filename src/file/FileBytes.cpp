@@ -22,7 +22,8 @@ bool writeOver(TextView sFile, std::span<const std::uint8_t> bytes) {
         return false;
     }
     if (!bytes.empty() && !file.writeBlock(bytes.data(), bytes.size())) return false;
-    const bool longer = file.LOF() > static_cast<std::int64_t>(bytes.size());
+    const std::int64_t length = file.LOF();  // -1 when it is not to be had: then it may be longer
+    const bool longer = length < 0 || length > static_cast<std::int64_t>(bytes.size());
     return !longer || file.SetEndOfFileHere();
 }
 
