@@ -55,7 +55,7 @@ void clsFileIniEx::pvAddKeyRow(TextView sSection, TextView sKey, TextView sValue
     if (there != kNone) {
         Record& row = m_records[there];
         const bool same = sameUnits(keyOf(row), sKey) && sameUnits(valueOf(row), sValue);
-        if (!same) setLine(row, sKey, sValue);
+        if (!same || row.line[row.keyLength] != m_cSeparator) setLine(row, sKey, sValue);
         row.head = head;
         m_recentRow = there;
         return;

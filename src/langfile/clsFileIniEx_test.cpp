@@ -84,6 +84,12 @@ TEST(clsFileIniEx, ReadsByThePrefixOfCommentsAndTheSeparatorThatAreSet) {
     document.AddString(u"", u"c", u" 4 ");
     EXPECT_EQ(dump(document), "key[a]=[1=2] plain[b=3] key[c]=[4]");
     EXPECT_EQ(document.toText(u"\n", true), u"a:1=2\nb=3\nc:4");
+
+    // A row that is added again gets the separator of now, its text the same or not.
+    document.KeyValueSepChar(u'=');
+    document.AddString(u"", u"a", u"1=2");
+    document.AddString(u"", u"c", u"5");
+    EXPECT_EQ(document.toText(u"\n", true), u"a=1=2\nb=3\nc=5");
 }
 
 TEST(clsFileIniEx, FindsValuesWithoutRegardToCaseAndEndBlanks) {
@@ -376,6 +382,11 @@ TEST_F(Saving, PutsTheOldBytesBackWhenWritingFails) {
     platform::test::failNext(platform::test::FileOp::Size);
     EXPECT_TRUE(save(document));
     EXPECT_EQ(dir.read("t.lng"), "\r\n\r\na=2");
+    // Nothing old stays behind the new bytes where the disk does not tell how long the file is.
+    dir.write("t.lng", "b=1\r\n\r\n");
+    platform::test::failNext(platform::test::FileOp::Size, 2);
+    EXPECT_TRUE(document.Save(dir.inside("t.lng"), u"\r\n", false));
+    EXPECT_EQ(dir.read("t.lng"), "a=2");
 }
 
 // A disk that gives nothing back, as one whose space others are waiting for: no file may reach
