@@ -40,6 +40,7 @@ end_display() {
     for ((i = ${#started[@]} - 1; i >= 0; i--)); do
         pid=${started[i]}
         kill "$pid" 2>/dev/null || continue
+        kill -CONT "$pid" 2>/dev/null || true # it may have been stopped
         wait "$pid" 2>/dev/null || true  # its status is that of the signal
     done
     rm -rf -- "$work"

@@ -75,8 +75,14 @@ save() {
     await "the save" is_saved "$1" "$before"
     back # the pair has been loaded again
 }
+# has_words WINDOW: white, and more than that.
+has_words() {
+    import -silent -window "$1" "$work/window.png" 2>/dev/null || return
+    convert "$work/window.png" -crop 5x5+3+3 +repage -unique-colors txt:- | grep -q '#FFFFFF' || return
+    (($(convert "$work/window.png" -unique-colors -format %w info:) > 2))
+}
 # stop_at_waiting_window: a large pair, large.lng and empty.lng, is loaded, and the program held as soon as its waiting
-# window is up; sets `program`, and `found` to the window.
+# window is up and has its words; sets `program`, and `found` to the window.
 stop_at_waiting_window() {
     local attempt i
     awk 'BEGIN { for (i = 0; i < 450000; i++) printf "%x=a\r\n", i }' >large.lng
@@ -87,12 +93,15 @@ stop_at_waiting_window() {
         started+=("$program")
         for ((i = 0; i < 400; i++)); do
             visible 'Please wait' || continue
-            kill -STOP "$program"
-            ! visible 'Please wait' || return 0
+            while kill -STOP "$program" && visible 'Please wait'; do
+                ! has_words "$found" || return 0
+                kill -CONT "$program" # it was too early
+                sleep 0.005
+            done
             break # it was too late
         done
         kill -KILL "$program"
         wait "$program" 2>/dev/null || true
     done
-    fail "the waiting window was never seen"
+    fail "the waiting window was never seen with its words"
 }
