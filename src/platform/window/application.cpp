@@ -52,23 +52,46 @@ bool hasPlugin(const std::string& name) {
 
 // The X server is asked through the library that the plugin itself uses, so that permission counts
 // as well. It is loaded, not linked: without it there is no plugin that could need it.
-bool canReachX(const std::string& display) {
-    void* const library = dlopen("libxcb.so.1", RTLD_NOW | RTLD_LOCAL);
-    if (library == nullptr) return false;
+class XConnection {
+public:
+    explicit XConnection(const std::string& display) {
+        if (m_library == nullptr) return;
+        const auto connect = reinterpret_cast<Connect>(dlsym(m_library, "xcb_connect"));
+        const auto hasError =
+            reinterpret_cast<HasError>(dlsym(m_library, "xcb_connection_has_error"));
+        m_disconnect = reinterpret_cast<Disconnect>(dlsym(m_library, "xcb_disconnect"));
+        if (connect == nullptr || hasError == nullptr || m_disconnect == nullptr) return;
+        m_connection = connect(display.empty() ? nullptr : display.c_str(), nullptr);
+        m_works = hasError(m_connection) == 0;
+    }
+    ~XConnection() {
+        if (m_connection != nullptr) m_disconnect(m_connection);
+        if (m_library != nullptr) dlclose(m_library);
+    }
+    XConnection(const XConnection&) = delete;
+    XConnection& operator=(const XConnection&) = delete;
+
+    [[nodiscard]] bool works() const { return m_works; }
+
+private:
     using Connect = void* (*)(const char*, int*);
     using HasError = int (*)(void*);
     using Disconnect = void (*)(void*);
-    const auto connect = reinterpret_cast<Connect>(dlsym(library, "xcb_connect"));
-    const auto hasError = reinterpret_cast<HasError>(dlsym(library, "xcb_connection_has_error"));
-    const auto disconnect = reinterpret_cast<Disconnect>(dlsym(library, "xcb_disconnect"));
-    bool reached = false;
-    if (connect != nullptr && hasError != nullptr && disconnect != nullptr) {
-        void* const connection = connect(display.empty() ? nullptr : display.c_str(), nullptr);
-        reached = hasError(connection) == 0;
-        disconnect(connection);
-    }
-    dlclose(library);
-    return reached;
+    void* m_library = dlopen("libxcb.so.1", RTLD_NOW | RTLD_LOCAL);
+    Disconnect m_disconnect = nullptr;
+    void* m_connection = nullptr;
+    bool m_works = false;
+};
+
+// A server starts over when its last client leaves, and answers nobody meanwhile: the connection
+// that found it stays until the library has one of its own.
+std::unique_ptr<XConnection> g_foundServer;
+
+bool canReachX(const std::string& display) {
+    auto connection = std::make_unique<XConnection>(display);
+    if (!connection->works()) return false;
+    g_foundServer = std::move(connection);
+    return true;
 }
 
 bool canReachWayland() {
@@ -177,6 +200,7 @@ Application::Application(int& argc, char** argv, const ApplicationOptions& optio
     // No display name is set: it would be added to every caption.
     QGuiApplication::setDesktopFileName(name.toLower());
     m_impl = std::make_unique<Impl>(argc, argv);
+    g_foundServer.reset();
     QGuiApplication::setQuitOnLastWindowClosed(false);
     (void)takeDesktopLook();
 }
