@@ -29,6 +29,15 @@ void InputForm::connectButtons() {
     btnOk.Click = [this] { confirm(); };
     btnCancel.Click = [this] { cancel(); };
     btnCancel.Cancel(true);
+    txtText.KeyDown = [this](std::int16_t& KeyCode, std::int16_t&) {
+        if (KeyCode != platform::VK_RETURN) return;
+        KeyCode = 0;
+        confirm();
+    };
+    // Ctrl with J or M would type a line break, too.
+    txtText.KeyPress = [](std::int16_t& KeyAscii, std::int16_t&) {
+        if (KeyAscii == u'\n' || KeyAscii == u'\r') KeyAscii = 0;
+    };
 }
 
 void InputForm::confirm() {

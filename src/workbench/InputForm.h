@@ -22,7 +22,7 @@ protected:
     void start();  // for InitMap
     void confirm();
     void cancel();
-    void connectButtons();
+    void connectButtons();  // and Enter in the text
 
     void onQueryUnload(bool& bCancel, UnloadReason reason) override;
     // A key that is held down answers one dialog, not the next one, too.

@@ -23,6 +23,42 @@ TEST_F(Dialogs, TheInputBoxHasItsTitleAndItsText) {
     bool bCancel = true;
     EXPECT_EQ(UniInputBox(0, u"Line:", u"Other", u"start", bCancel), u"start");
     EXPECT_FALSE(bCancel);
+    answers.next([](Form& form) {
+        EXPECT_EQ(form.Caption(), kProductName) << "without a title of its own";
+        controlOf<ctlUniTextBoxXP>(form, u"txtText").Text(u"typed");
+        (void)controlOf<ctlUniButtonXP>(form, u"btnCancel").accessibleAction();
+    });
+    EXPECT_EQ(UniInputBox(0, u"Line:", {}, u"start", bCancel), u"");
+    EXPECT_TRUE(bCancel);
+}
+
+TEST_F(Dialogs, EnterConfirmsWithShiftTooAndNoKeyTypesALineBreak) {
+    const auto answer = [&](auto press) {
+        answers.next([press](Form& form) {
+            auto& txtText = controlOf<ctlUniTextBoxXP>(form, u"txtText");
+            txtText.SetFocus();
+            txtText.Text(u"typed");
+            press(txtText.hWnd());
+            if (platform::IsWindowVisible(form.hWnd())) form.Unload(kClosedByUser);
+        });
+        bool bCancel = false;
+        const Text s = InputTranslation(0, u"default", {}, bCancel);
+        return bCancel ? Text(u"cancelled") : s;
+    };
+    using platform::test::pressKey;
+    for (const auto modifier : {platform::MK_SHIFT, platform::MK_CONTROL}) {
+        EXPECT_EQ(answer([&](platform::HWND hWnd) {
+                      pressKey(hWnd, platform::VK_RETURN, u"\r", modifier);
+                  }),
+                  u"typed");
+    }
+    for (const char16_t unit : {u'\n', u'\r'}) {
+        EXPECT_EQ(answer([&](platform::HWND hWnd) {
+                      (void)platform::SendMessageW(hWnd, platform::WM_CHAR, unit, 0);
+                      pressKey(hWnd, platform::VK_RETURN, u"\r");
+                  }),
+                  u"typed");
+    }
 }
 
 TEST_F(Dialogs, AboutTellsTheVersionAndOpensSiteAndHelp) {
@@ -34,6 +70,8 @@ TEST_F(Dialogs, AboutTellsTheVersionAndOpensSiteAndHelp) {
     start();
     answers.next([&](Form& form) {
         EXPECT_EQ(form.Caption(), u"About Quillmere");
+        platform::test::holdKey(form.hWnd(), platform::VK_RETURN, u"\r");
+        EXPECT_TRUE(platform::IsWindowVisible(form.hWnd())) << "Enter held since the menu";
         controlOf<PlainLabel>(form, u"lblSite").Click();
         EXPECT_EQ(controlOf<PlainLabel>(form, u"lblVersion").Caption(),
                   u"Version " + productVersion());

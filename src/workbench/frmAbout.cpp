@@ -5,6 +5,7 @@
 #include "platform/base/codepages.h"
 #include "platform/window/dialogs.h"
 #include "platform/window/shell.h"
+#include "workbench/InputForm.h"
 #include "workbench/product.h"
 #include "workbench/storedValues.h"
 
@@ -68,6 +69,11 @@ void frmAbout::onLoad() {
     cmdOK.Default(true);
     cmdOK.Cancel(true);
     CenterOnScreen();
+}
+
+bool frmAbout::onFormKey(HWND, std::uint32_t uMsg, platform::WPARAM wParam,
+                         platform::LPARAM lParam) {
+    return isRepeatedEnter(uMsg, wParam, lParam);
 }
 
 void frmAbout::onPaint() {

@@ -19,6 +19,8 @@ public:
 protected:
     void onLoad() override;
     void onPaint() override;
+    bool onFormKey(HWND hWnd, std::uint32_t uMsg, platform::WPARAM wParam,
+                   platform::LPARAM lParam) override;
 
 private:
     PlainLabel lblTitle, lblVersion, lblDescription, lblCopy, lblSite;

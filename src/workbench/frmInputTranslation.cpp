@@ -32,11 +32,6 @@ void frmInputTranslation::onLoad() {
     txtTextOrig.AccessibleName(u"Default");
     txtText.AccessibleName(u"Translation");
     connectButtons();
-    txtText.KeyDown = [this](std::int16_t& KeyCode, std::int16_t&) {
-        if (KeyCode != platform::VK_RETURN) return;
-        KeyCode = 0;
-        confirm();
-    };
     if (g_bHasUnicodeFont) ApplyUnicodeFont(*this);
     CenterOnScreen();
 }

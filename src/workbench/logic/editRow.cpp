@@ -38,11 +38,11 @@ void confirmEdit(PairList& list, std::int32_t iRow, TextView sResult, JobListene
     {
         const UpdateBracket update(fxGrid);
         fxGrid.CellText(iRow, kTranslationColumn, s);
+        listener.enableSave(list.m_bDirty);
         if (changed && s.empty()) {
             if (list.pending) list.pending->add(fxGrid, iRow);
         } else if (changed) {
             (void)pvFillDuplicates(list, fxGrid.CellText(iRow, kDefaultColumn), s);
         }
     }
-    listener.enableSave(list.m_bDirty);
 }

@@ -6,7 +6,11 @@
 namespace {
 
 PendingRows& pendingOf(PairList& list) {
-    if (!list.pending) list.pending.emplace().collect(list.fxGrid);
+    if (!list.pending) {
+        PendingRows rows;
+        rows.collect(list.fxGrid);  // without memory for all of them there are none
+        list.pending = std::move(rows);
+    }
     return *list.pending;
 }
 

@@ -154,7 +154,7 @@ TEST(confirmEdit, ChangesTheCellAndTheDirtyMark) {
         EXPECT_EQ(cellsOf(grid),
                   (Cells{{u"Open", c.after}, {u"Open", c.ofDuplicate}, {u"Open", u" "}}))
             << c.name;
-        EXPECT_EQ(listener.heard, c.dirtyAfter ? "measure save" : "measure no-save") << c.name;
+        EXPECT_EQ(listener.heard, c.dirtyAfter ? "save measure" : "no-save measure") << c.name;
         EXPECT_EQ(list.m_bDirty, c.dirtyAfter) << c.name;
     }
 }
