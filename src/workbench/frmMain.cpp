@@ -7,6 +7,7 @@
 #include "platform/window/application.h"
 #include "platform/window/dialogs.h"
 #include "platform/window/input.h"
+#include "platform/window/wait.h"
 #include "workbench/logic/clsCommandArgs.h"
 #include "workbench/logic/columns.h"
 #include "workbench/logic/settingsRules.h"
@@ -39,7 +40,8 @@ void frmMain::Start(TextView sCommandLine) {
     Show();
     (void)MoveFocus(true);
     if (m_sFileIn.empty() || m_sFileOut.empty()) return;
-    platform::pumpMessages();  // the window comes ahead of the wait window
+    platform::pumpMessages();
+    if (Loaded()) (void)platform::showPainted(hWnd());  // ahead of the wait window
     if (Loaded()) runCommand([this] { pvLoadFiles(); });
 }
 
@@ -128,4 +130,9 @@ void frmMain::enableSave(bool bEnabled) {
     setMenuState(mnuSave, platform::MFS_DISABLED, !bEnabled);
 }
 
-void frmMain::focusList() { fxGrid.SetFocus(); }
+void frmMain::focusList() {
+    try {
+        fxGrid.SetFocus();
+    } catch (const std::exception&) {  // the job that ends with it is done all the same
+    }
+}

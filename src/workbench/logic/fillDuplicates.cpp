@@ -44,15 +44,13 @@ std::int32_t pvFillAllDuplicates(PairList& list, JobListener& listener) {
                     !sTrans.empty()) {
                     filled += pvFillPendingDuplicates(list, fxGrid.CellText(i, kDefaultColumn),
                                                       sTrans, cPending);
+                    if (filled > 0) list.m_bDirty = true;  // also when what follows fails
                 }
                 if (listener.cancelled()) break;
             }
         }
         listener.pvSetProgress(0);
     }
-    if (filled > 0) {
-        list.m_bDirty = true;
-        listener.enableSave(true);
-    }
+    if (filled > 0) listener.enableSave(true);
     return filled;
 }

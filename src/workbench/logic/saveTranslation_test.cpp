@@ -77,7 +77,7 @@ Text anyFile(std::mt19937& random) {
     return text;
 }
 
-TEST(saveTranslation, AgreesWithAPlainMergeAndSavesTheSameTwice) {
+TEST(saveTranslation, AgreesWithAPlainMergeAndComesToRest) {
     std::mt19937 random(4);
     const test::TempDir dir;
     for (int round = 0; round < 300; ++round) {
